@@ -1,0 +1,34 @@
+# velmaro.exe: one file that needs only libraries which every Windows has in its system folder.
+target_compile_definitions(velmaro_flags INTERFACE WINVER=0x0A00 _WIN32_WINNT=0x0A00)
+target_compile_options(velmaro_flags INTERFACE -ffunction-sections -fdata-sections)
+target_link_options(velmaro_flags INTERFACE -static -static-libgcc -static-libstdc++)
+
+if(TARGET velmaro AND EXISTS ${CMAKE_SOURCE_DIR}/src/startup/main.cpp)
+  find_package(Python3 REQUIRED COMPONENTS Interpreter)
+  set(icons ${CMAKE_BINARY_DIR}/icons)
+  add_custom_command(
+    OUTPUT ${icons}/app.ico ${icons}/priority.ico ${icons}/memory.ico ${icons}/resources.ico ${icons}/editor.ico
+    COMMAND ${Python3_EXECUTABLE} ${CMAKE_SOURCE_DIR}/packaging/draw_icons.py ${icons}
+    DEPENDS packaging/draw_icons.py
+    VERBATIM)
+
+  enable_language(RC)
+  add_executable(velmaro_exe WIN32 src/startup/main.cpp packaging/velmaro.rc)
+  set_target_properties(velmaro_exe PROPERTIES OUTPUT_NAME velmaro)
+  set_property(SOURCE packaging/velmaro.rc PROPERTY OBJECT_DEPENDS
+    "${icons}/app.ico;${icons}/priority.ico;${icons}/memory.ico;${icons}/resources.ico;${icons}/editor.ico"
+    "${CMAKE_SOURCE_DIR}/packaging/velmaro.manifest" "${CMAKE_SOURCE_DIR}/packaging/resources.h")
+  target_include_directories(velmaro_exe PRIVATE packaging ${icons})
+  target_include_directories(velmaro PUBLIC packaging)
+  target_link_libraries(velmaro_exe PRIVATE velmaro gdi32 comctl32 comdlg32 shell32 advapi32 user32)
+  # The address space can be laid out anew only while the relocations are in the file.
+  target_link_options(velmaro_exe PRIVATE -s -Wl,--gc-sections
+    -Wl,--large-address-aware -Wl,--dynamicbase -Wl,--nxcompat -Wl,--enable-reloc-section)
+endif()
+
+if(BUILD_TESTING)
+  add_subdirectory(tests/windows)
+endif()
+
+file(GLOB bench_sources CONFIGURE_DEPENDS bench/windows/*.cpp)
+velmaro_program(velmaro_bench_windows SOURCES ${bench_sources} LIBRARIES comctl32 gdi32 user32 psapi)

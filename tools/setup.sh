@@ -1,0 +1,97 @@
+#!/usr/bin/env bash
+# Installs what a Debian 12 machine lacks to build Velmaro and to run it on Wine.
+set -u
+export DEBIAN_FRONTEND=noninteractive LC_ALL=C
+
+tools=(make cmake ninja-build g++ g++-mingw-w64-i686-posix python3 libgtest-dev googletest libbenchmark-dev)
+wine=(wine wine32:i386 xvfb xauth x11-utils imagemagick fonts-liberation)
+
+missing() {
+  dpkg-query -W -f '${db:Status-Status} ${Package}\n${db:Status-Status} ${Package}:${Architecture}\n' \
+    "${@}" 2>/dev/null | sed -n 's/^installed //p' | sort -u | grep -vxFf - <(printf '%s\n' "$@")
+}
+
+mapfile -t need_tools < <(missing "${tools[@]}")
+mapfile -t need_wine < <(missing "${wine[@]}")
+[ ${#need_tools[@]} -eq 0 ] && [ ${#need_wine[@]} -eq 0 ] && exit 0
+
+if [ "$(id -u)" -ne 0 ]; then
+  echo "Velmaro needs: dpkg --add-architecture i386; apt-get install ${need_tools[*]} ${need_wine[*]}" >&2
+  exit $((${#need_tools[@]} > 0))
+fi
+
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+# apt drops its rights to fetch, and must still read the index it fetched.
+chmod 755 "$scratch"
+apt_options=()
+apt() { apt-get -qq -o Dpkg::Use-Pty=0 -o DPkg::Lock::Timeout=300 ${apt_options[@]+"${apt_options[@]}"} "$@" </dev/null; }
+get() { apt install -y --no-install-recommends "$@"; }
+
+# A source of someone else's that is broken must not stop us: what matters is whether the install works.
+if [ ${#need_wine[@]} -gt 0 ] && ! dpkg --print-foreign-architectures | grep -qx i386; then
+  dpkg --add-architecture i386
+fi
+apt update >/dev/null 2>"$scratch/update.log" || sed 's/^/apt-get update: /' "$scratch/update.log" >&2
+
+if [ ${#need_tools[@]} -gt 0 ]; then
+  get "${need_tools[@]}" || { echo "Could not install: ${need_tools[*]}" >&2; exit 1; }
+fi
+
+# The index of the release suites alone, from the machine's own mirrors, beside the machine's own settings.
+release_suites_only() {
+  local codename file
+  codename=$(. /etc/os-release && echo "$VERSION_CODENAME")
+  mkdir -p "$scratch/lists/partial" "$scratch/parts"
+  for file in /etc/apt/sources.list /etc/apt/sources.list.d/*.list; do
+    [ -f "$file" ] && grep -E "^deb .* $codename(-updates)? " "$file" >"$scratch/parts/${file##*/}.list"
+  done
+  for file in /etc/apt/sources.list.d/*.sources; do
+    [ -f "$file" ] && awk -v c="$codename" 'BEGIN { RS = ""; FS = "\n" } {
+      kept = ""; stanza = ""
+      for (i = 1; i <= NF; i++) {
+        if ($i ~ /^Suites:/) {
+          n = split($i, suites, " ")
+          for (s = 2; s <= n; s++) if (suites[s] == c || suites[s] == c "-updates") kept = kept " " suites[s]
+          stanza = stanza "Suites:" kept "\n"
+        } else stanza = stanza $i "\n"
+      }
+      if (kept != "") print stanza }' "$file" >"$scratch/parts/${file##*/}"
+  done
+  apt_options=(-o Dir::Etc::sourcelist=- -o Dir::Etc::sourceparts="$scratch/parts"
+    -o Dir::State::lists="$scratch/lists" -o Dir::Cache::pkgcache= -o Dir::Cache::srcpkgcache=)
+  apt update >/dev/null || true
+}
+
+# Libraries of two architectures must be of one version. Names each that this machine has newer than the release
+# suites, for both architectures, and what else here was built from the same sources and so is tied to it.
+taken_back() {
+  local closure name arch version source
+  closure=$(apt-cache "${apt_options[@]}" depends --recurse --no-recommends --no-suggests --no-enhances \
+    --no-conflicts --no-breaks --no-replaces "${need_wine[@]}" | grep -oE '[a-z0-9][a-z0-9.+-]+:i386$' | sort -u)
+  apt-cache "${apt_options[@]}" madison $(sed 's/:i386$//' <<<"$closure") $(dpkg-query -W -f '${Package}\n') |
+    awk -F ' *[|] *' '{ sub(/^ */, "", $1) } $3 ~ /Packages/ && !seen[$1]++ { print $1, $2 }' >"$scratch/release"
+  dpkg-query -W -f '${db:Status-Status} ${Package} ${Architecture} ${Version} ${source:Package}\n' |
+    sed -n 's/^installed //p' >"$scratch/installed"
+  awk 'NR == FNR { release[$1] = $2; next } ($1 in release) && release[$1] != $3 { print $0, release[$1] }' \
+    "$scratch/release" "$scratch/installed" |
+    while read -r name arch version source wanted; do
+      dpkg --compare-versions "$version" gt "$wanted" && echo "$name $arch $source $wanted"
+    done >"$scratch/newer"
+  awk 'NR == FNR { wanted[$1] = 1; next } ($1 ":i386") in wanted { print $3 }' \
+    <(echo "$closure") "$scratch/newer" | sort -u >"$scratch/sources"
+  while read -r name arch source version; do
+    grep -qxF "$source" "$scratch/sources" || continue
+    echo "$name:$arch=$version"
+    if [ "$arch" != all ] && grep -qxF "$name:i386" <<<"$closure"; then echo "$name:i386=$version"; fi
+  done <"$scratch/newer" | sort -u
+}
+
+if [ ${#need_wine[@]} -gt 0 ]; then
+  if get -s "${need_wine[@]}" >/dev/null 2>&1 && get "${need_wine[@]}"; then exit 0; fi
+  echo 'Wine does not fit the package index as it is: trying the release suites alone.' >&2
+  release_suites_only
+  mapfile -t back < <(taken_back)
+  if get --allow-downgrades "${need_wine[@]}" ${back[@]+"${back[@]}"}; then exit 0; fi
+  echo 'Wine could not be installed: what needs it will be skipped.' >&2
+fi
