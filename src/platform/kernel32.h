@@ -1,0 +1,93 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "platform/types.h"
+
+namespace platform {
+
+// Closes a kernel handle of any kind. 0 and `InvalidHandle` are passed over.
+void CloseHandle(Handle handle);
+
+// A kernel handle that closes itself.
+using OwnedHandle = Owned<Handle, &CloseHandle>;
+
+// One process of a snapshot: the Toolhelp record in its form with single-byte names, 296 bytes. A name longer than
+// 259 bytes is cut at a whole character.
+struct PROCESSENTRY32 {
+  std::uint32_t dwSize = 0;
+  std::uint32_t cntUsage = 0;
+  std::uint32_t th32ProcessID = 0;
+  std::uint32_t th32DefaultHeapID = 0;
+  std::uint32_t th32ModuleID = 0;
+  std::uint32_t cntThreads = 0;
+  std::uint32_t th32ParentProcessID = 0;
+  std::int32_t pcPriClassBase = 0;
+  std::uint32_t dwFlags = 0;
+  char szExeFile[260] = {};
+};
+static_assert(sizeof(PROCESSENTRY32) == 296, "the Toolhelp record has a fixed size");
+
+inline constexpr std::uint32_t TH32CS_SNAPPROCESS = 2;
+inline constexpr std::uint32_t PROCESS_ALL_ACCESS = 0x1F0FFF;
+inline constexpr std::uint32_t NORMAL_PRIORITY_CLASS = 32;
+inline constexpr std::uint32_t IDLE_PRIORITY_CLASS = 64;
+inline constexpr std::uint32_t HIGH_PRIORITY_CLASS = 128;
+inline constexpr std::uint32_t REALTIME_PRIORITY_CLASS = 256;
+
+// Takes a frozen view of the running processes. Gives 0 or `InvalidHandle` when none can be had.
+Handle CreateToolhelp32Snapshot(std::uint32_t flags);
+// Delivers the first process of a snapshot. False when there is none; `dwSize` must be 296.
+bool Process32First(Handle snapshot, PROCESSENTRY32& entry);
+// Delivers the next process of a snapshot. False at the end.
+bool Process32Next(Handle snapshot, PROCESSENTRY32& entry);
+// Opens a process by its number. Gives 0 when it is gone or access is denied.
+Handle OpenProcess(std::uint32_t access, bool inherit, std::uint32_t processId);
+// Sets the priority class of an opened process. False when it is refused.
+bool SetPriorityClass(Handle process, std::uint32_t priorityClass);
+// Ends an opened process at once. False when it is refused.
+bool TerminateProcess(Handle process, std::uint32_t exitCode);
+
+// Physical memory in bytes, 64 bits wide so that a machine of any size shows true figures.
+struct MEMORYSTATUS {
+  std::uint64_t dwTotalPhys = 0;
+  std::uint64_t dwAvailPhys = 0;
+};
+
+// Reads the figures of physical memory. Leaves the record alone when they can't be read.
+void GlobalMemoryStatus(MEMORYSTATUS& status);
+
+// Claims `bytes` of zeroed memory that go back to the system as one piece. Null when they can't be had.
+void* VirtualAlloc(std::size_t bytes);
+// Gives back what `VirtualAlloc` claimed with the same size.
+void VirtualFree(void* block, std::size_t bytes);
+
+// Runs a command line with a show command (0 hidden, 1 normal, 2 minimized, 3 maximized). Above 31 when it started.
+std::uint32_t WinExec(const std::string& commandLine, int showCommand);
+// Blocks the thread for so many milliseconds.
+void Sleep(std::uint32_t milliseconds);
+
+// How a file is opened: to read what is there, emptied or made new for writing, for writing behind the old contents,
+// or to read with a missing file made first, as binary access does.
+enum class FileAccess { Read, Write, Append, Binary };
+
+// Opens a file. Gives `InvalidHandle` when it can't be, also for a folder and for a file that is locked.
+Handle CreateFileA(const std::string& path, FileAccess access);
+// An open file that closes itself.
+using OwnedFile = Owned<Handle, &CloseHandle, InvalidHandle>;
+// Reads up to `bytes` into `buffer` and gives the number read, 0 at the end or on a failure.
+std::size_t ReadFile(Handle file, void* buffer, std::size_t bytes);
+// Writes all of `bytes`. False when not all could be written.
+bool WriteFile(Handle file, const void* buffer, std::size_t bytes);
+// Forces what was written onto the disk. False when that fails.
+bool FlushFileBuffers(Handle file);
+// The length of a file in bytes, without opening it; -1 when it is missing or a folder.
+std::int64_t GetFileLength(const std::string& path);
+// Puts the file `from` in the place of `to` in one step, keeping what `to` was where the step fails.
+bool MoveFileReplace(const std::string& from, const std::string& to);
+// Removes a file. False when it can't be removed.
+bool DeleteFileA(const std::string& path);
+
+}  // namespace platform

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+// The command line behind the program's own name, unchanged.
+std::string CommandLine();
+// The folder of the executable, without a separator at its end unless it is a root.
+std::string AppFolder();
+// The character that stands between folders in the paths of this platform.
+char PathSeparator();
+// The program's instance handle, for the records that ask for it.
+std::uint32_t AppInstance();
+
+// Reads a value of the user's settings store, addressed by application, section and key. Nothing when it is missing
+// or is no text.
+std::optional<std::string> ReadSetting(const std::string& application, const std::string& section,
+                                       const std::string& key);
+// Writes a value to the user's settings store: after a crash at any moment it is the old one or the new one, whole.
+bool WriteSetting(const std::string& application, const std::string& section, const std::string& key,
+                  const std::string& value);
+
+// Starts a command line with a window style (1 normal, with focus). False when it could not be started.
+bool Shell(const std::string& commandLine, int windowStyle);
+// The bare name of the first file, never a folder, that fits a path whose last part may hold "*" and "?"; else "".
+std::string Dir(const std::string& pattern);
+// Activates a visible top-level window with exactly that title, else the first whose title begins with it. False when
+// there is none.
+bool AppActivate(const std::string& title);
+// Types keys into the active window; "~" is Enter, the only key the program sends.
+bool SendKeys(const std::string& keys);
+
+// Lower-cases the letters of every script that the system's code page holds. Bytes that are no text stay as they are.
+std::string LowerCase(std::string_view text);
+// The bytes that the first character of a text takes in the system's code page, 1 for a byte that is no text.
+std::size_t CharacterLength(std::string_view text);
+
+}  // namespace platform

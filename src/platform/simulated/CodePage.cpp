@@ -1,0 +1,75 @@
+#include <locale.h>
+
+#include <cwchar>
+#include <cwctype>
+#include <memory>
+#include <stdexcept>
+
+#include "platform/machine.h"
+
+// The desktop's code page is UTF-8.
+namespace platform {
+namespace {
+
+struct FreeLocale {
+  using pointer = locale_t;
+  void operator()(locale_t locale) const { freelocale(locale); }
+};
+
+locale_t Utf8() {
+  static const std::unique_ptr<locale_t, FreeLocale> locale(newlocale(LC_CTYPE_MASK, "C.UTF-8", locale_t{}));
+  if (!locale) throw std::logic_error("this machine has no UTF-8 locale");
+  return locale.get();
+}
+
+// Makes UTF-8 the thread's encoding for as long as it lives, whatever the locale of the test run.
+class InUtf8 {
+ public:
+  InUtf8() : before_(uselocale(Utf8())) {}
+  ~InUtf8() { uselocale(before_); }
+  InUtf8(const InUtf8&) = delete;
+  InUtf8& operator=(const InUtf8&) = delete;
+
+ private:
+  locale_t before_;
+};
+
+// Takes the first character of a text apart; 0 bytes where it is no text.
+std::size_t Decode(std::string_view text, wchar_t& letter) {
+  std::mbstate_t state{};
+  const auto bytes = std::mbrtowc(&letter, text.data(), text.size(), &state);
+  return bytes > text.size() ? 0 : bytes;
+}
+
+void AppendLower(std::string& to, wchar_t letter) {
+  char bytes[16];
+  std::mbstate_t state{};
+  to.append(bytes, std::wcrtomb(bytes, static_cast<wchar_t>(std::towlower(static_cast<wint_t>(letter))), &state));
+}
+
+}  // namespace
+
+std::string LowerCase(std::string_view text) {
+  const InUtf8 encoding;
+  std::string lower;
+  while (!text.empty()) {
+    wchar_t letter = 0;
+    const auto bytes = Decode(text, letter);
+    if (bytes != 0)
+      AppendLower(lower, letter);
+    else
+      lower += text[0];
+    text.remove_prefix(bytes != 0 ? bytes : 1);
+  }
+  return lower;
+}
+
+std::size_t CharacterLength(std::string_view text) {
+  if (text.empty() || static_cast<unsigned char>(text[0]) < 128) return text.empty() ? 0 : 1;
+  const InUtf8 encoding;
+  wchar_t letter = 0;
+  const auto bytes = Decode(text, letter);
+  return bytes != 0 ? bytes : 1;
+}
+
+}  // namespace platform

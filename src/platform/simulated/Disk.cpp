@@ -1,0 +1,124 @@
+#include <algorithm>
+#include <cstring>
+#include <string_view>
+
+#include "platform/kernel32.h"
+#include "platform/machine.h"
+#include "platform/simulated/Desktop.h"
+
+using simulated::TheDesktop;
+
+namespace platform {
+namespace {
+
+simulated::File* FindFile(const std::string& path) {
+  auto& files = TheDesktop().files;
+  const auto at = files.find(path);
+  return at == files.end() || at->second.folder ? nullptr : &at->second;
+}
+
+bool IsOpen(const std::string& path) {
+  return std::ranges::any_of(TheDesktop().objects, [&](const auto& entry) {
+    const auto* file = std::get_if<simulated::OpenFile>(&entry.second);
+    return file && LowerCase(file->path) == LowerCase(path);
+  });
+}
+
+// True where neither the file nor a folder above it refuses to be written.
+bool MayWrite(std::string path) {
+  const auto& desktop = TheDesktop();
+  const auto at = desktop.files.find(path);
+  if (path.empty() || path.find_first_of("*?\"<>|") != std::string::npos) return false;
+  if (at != desktop.files.end() && (at->second.folder || at->second.locked)) return false;
+  for (;;) {
+    if (desktop.unwritable.contains(path)) return false;
+    const auto separator = path.rfind('\\');
+    if (separator == std::string::npos) return true;
+    path.resize(separator);
+  }
+}
+
+// Like the disk's own search: "*" any run, "?" one character, and the case plays no part.
+bool Fits(std::string_view name, std::string_view pattern) {
+  if (pattern.empty()) return name.empty();
+  if (pattern[0] == '*') return Fits(name, pattern.substr(1)) || (!name.empty() && Fits(name.substr(1), pattern));
+  return !name.empty() && (pattern[0] == '?' || pattern[0] == name[0]) && Fits(name.substr(1), pattern.substr(1));
+}
+
+std::size_t NameStart(const std::string& path) { return path.rfind('\\') + 1; }
+
+}  // namespace
+
+Handle CreateFileA(const std::string& path, FileAccess access) {
+  auto& desktop = TheDesktop();
+  const auto* file = FindFile(path);
+  if (file && file->locked) return InvalidHandle;
+  const bool writes = access == FileAccess::Write || access == FileAccess::Append;
+  if (!file && access == FileAccess::Read) return InvalidHandle;
+  if ((writes || !file) && !MayWrite(path)) return InvalidHandle;
+  auto& bytes = desktop.files[path].bytes;
+  if (access == FileAccess::Write) bytes.clear();
+  const auto handle = desktop.NewHandle();
+  desktop.objects[handle] = simulated::OpenFile{path, access, access == FileAccess::Append ? bytes.size() : 0};
+  return handle;
+}
+
+std::size_t ReadFile(Handle handle, void* buffer, std::size_t bytes) {
+  auto& desktop = TheDesktop();
+  auto* open = desktop.Find<simulated::OpenFile>(handle);
+  const auto* file = open ? FindFile(open->path) : nullptr;
+  if (!file || file->unreadable || open->at >= file->bytes.size()) return 0;
+  const auto count = std::min({bytes, desktop.largestRead, file->bytes.size() - open->at});
+  std::memcpy(buffer, file->bytes.data() + open->at, count);
+  open->at += count;
+  return count;
+}
+
+bool WriteFile(Handle handle, const void* buffer, std::size_t bytes) {
+  auto& desktop = TheDesktop();
+  auto* open = desktop.Find<simulated::OpenFile>(handle);
+  auto* file = open && open->access != FileAccess::Read ? FindFile(open->path) : nullptr;
+  if (!file) return false;
+  const auto count = std::min(bytes, desktop.diskRoom);
+  file->bytes.replace(open->at, count, static_cast<const char*>(buffer), count);
+  open->at += count;
+  desktop.diskRoom -= count;
+  return count == bytes;
+}
+
+bool FlushFileBuffers(Handle handle) {
+  return TheDesktop().Find<simulated::OpenFile>(handle) && !TheDesktop().flushFails;
+}
+
+std::int64_t GetFileLength(const std::string& path) {
+  const auto* file = FindFile(path);
+  return file ? static_cast<std::int64_t>(file->bytes.size()) : -1;
+}
+
+bool MoveFileReplace(const std::string& from, const std::string& to) {
+  auto& desktop = TheDesktop();
+  const auto* source = FindFile(from);
+  if (desktop.replaceFails || !source || IsOpen(from) || IsOpen(to) || !MayWrite(from) || !MayWrite(to)) return false;
+  desktop.files[to].bytes = source->bytes;
+  desktop.files.erase(from);
+  return true;
+}
+
+bool DeleteFileA(const std::string& path) {
+  if (!FindFile(path) || IsOpen(path) || !MayWrite(path)) return false;
+  TheDesktop().files.erase(path);
+  return true;
+}
+
+std::string Dir(const std::string& pattern) {
+  const auto folder = LowerCase(pattern.substr(0, NameStart(pattern)));
+  const auto wanted = LowerCase(pattern.substr(NameStart(pattern)));
+  for (const auto& [path, file] : TheDesktop().files) {
+    const auto name = path.substr(NameStart(path));
+    if (!file.folder && LowerCase(path.substr(0, NameStart(path))) == folder && Fits(LowerCase(name), wanted))
+      return name;
+  }
+  return {};
+}
+
+}  // namespace platform

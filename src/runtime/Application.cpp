@@ -1,0 +1,45 @@
+#include "runtime/Application.h"
+
+namespace velmaro {
+namespace {
+
+// The form runtime's one piece of shared state: handlers reach the program's forms by their names alone.
+Application*& Current() {
+  static Application* current = nullptr;
+  return current;
+}
+
+}  // namespace
+
+Application& App() { return *Current(); }
+
+Application::Application() { Current() = this; }
+
+Application::~Application() {
+  // Native windows go while all models still stand, and forms while the program can still be reached.
+  for (const auto& form : instances_) form->DropPeers();
+  instances_.clear();
+  Current() = nullptr;
+}
+
+void Application::Run() {
+  while (!ended_ && !forms_.empty() && ProcessNextEvent()) ReleaseUnloaded();
+}
+
+Form* Application::FrontForm() const {
+  for (auto at = forms_.rbegin(); at != forms_.rend(); ++at)
+    if ((*at)->Visible()) return *at;
+  return nullptr;
+}
+
+// Only the outermost loop does this: there, no event of any form can be on the stack.
+void Application::ReleaseUnloaded() {
+  std::erase_if(defaults_, [](const auto& place) { return place.second->Unloaded(); });
+  std::erase_if(instances_, [](const auto& form) {
+    if (!form->Unloaded()) return false;
+    form->DropPeers();
+    return true;
+  });
+}
+
+}  // namespace velmaro

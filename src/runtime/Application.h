@@ -1,0 +1,69 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <typeindex>
+#include <utility>
+#include <vector>
+
+#include "runtime/Form.h"
+
+namespace velmaro {
+
+// The program as the form runtime sees it: its loaded forms, their instances, and whether it goes on.
+class Application {
+ public:
+  // The name that the program's boxes bear.
+  static constexpr const char* Title = "Velmaro";
+
+  Application();
+  Application(const Application&) = delete;
+  Application& operator=(const Application&) = delete;
+  ~Application();
+
+  // The one instance of a form that bears the form's name: made at first use, made anew after it was unloaded.
+  template <class T>
+  T& Default() {
+    auto*& place = defaults_[typeid(T)];
+    if (!place || place->Unloaded()) place = &New<T>();
+    return static_cast<T&>(*place);
+  }
+  // A further instance of a form, apart from the default one. It lives until it was unloaded.
+  template <class T, class... Arguments>
+  T& New(Arguments&&... arguments) {
+    instances_.push_back(std::make_unique<T>(std::forward<Arguments>(arguments)...));
+    return static_cast<T&>(*instances_.back());
+  }
+
+  // Raises events until no form is left or the program was ended.
+  void Run();
+  // Raises events for as long as `goOn` holds and the program was not ended.
+  template <class Test>
+  void RunWhile(Test goOn) {
+    while (!ended_ && goOn() && ProcessNextEvent()) continue;
+  }
+  // Ends the program at once: no form is shown any more and no form is asked.
+  void End() { ended_ = true; }
+  bool Ended() const { return ended_; }
+
+  // The forms that are loaded, in the order of their loading.
+  const std::vector<Form*>& Forms() const { return forms_; }
+  // The form that was shown last of those that show, null for none.
+  Form* FrontForm() const;
+  // For forms: they are loaded, they are none of the program's any more.
+  void Add(Form& form) { forms_.push_back(&form); }
+  void Remove(Form& form) { std::erase(forms_, &form); }
+
+ private:
+  void ReleaseUnloaded();
+
+  std::vector<std::unique_ptr<Form>> instances_;
+  std::map<std::type_index, Form*> defaults_;
+  std::vector<Form*> forms_;
+  bool ended_ = false;
+};
+
+// The running program. There is exactly one while any form or box is used: the entry, or a test, keeps it alive.
+Application& App();
+
+}  // namespace velmaro

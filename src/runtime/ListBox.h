@@ -1,0 +1,76 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "runtime/Control.h"
+
+namespace velmaro {
+
+// A list of rows, unsorted, with at most one selected. Indexes begin at 0 and are 16 bits wide.
+class ListBox : public Control {
+ public:
+  // The most rows that 16-bit indexes reach; AddItem refuses more.
+  static constexpr int MaxRows = 32767;
+
+  using Control::Control;
+
+  // The user pressed a row twice.
+  std::function<void()> DblClick;
+
+  // Removes all rows; nothing is selected any more and the list stands at its top.
+  void Clear();
+  // Adds a row at the end. Throws RuntimeError when the list is full.
+  void AddItem(std::string text);
+  // How many rows there are.
+  std::int16_t ListCount() const { return static_cast<std::int16_t>(rows_.size()); }
+  // The text of a row. Throws RuntimeError for a row that is not there.
+  const std::string& List(int index) const { return At(index).text; }
+  // The number that a row carries, 0 until it is set. Throws RuntimeError for a row that is not there.
+  std::int32_t ItemData(int index) const { return At(index).data; }
+  void SetItemData(int index, std::int32_t data);
+  // The selected row, -1 for none.
+  std::int16_t ListIndex() const { return selected_; }
+  // Selects a row, or none with -1. Throws RuntimeError for a row that is not there.
+  void SetListIndex(int index);
+  // The text of the selected row, empty when there is none.
+  std::string Text() const;
+
+  // Holds back what the rows' changes do on the screen: as long as one lives, the peer is told nothing, and then all
+  // at once, so that the list is refilled without flicker.
+  class Refill {
+   public:
+    explicit Refill(ListBox& list) : list_(list) { ++list_.held_; }
+    ~Refill() { list_.EndRefill(); }
+    Refill(const Refill&) = delete;
+    Refill& operator=(const Refill&) = delete;
+
+   private:
+    ListBox& list_;
+  };
+
+  // For peers: the user selected a row.
+  void SelectedByUser(int index) { selected_ = static_cast<std::int16_t>(index); }
+  // For peers: raises the event.
+  void RaiseDblClick();
+
+ protected:
+  std::unique_ptr<velmaro::Peer> NewPeer() override { return MakePeer(*this); }
+
+ private:
+  struct Row {
+    std::string text = {};
+    std::int32_t data = 0;
+  };
+  const Row& At(int index) const;
+  void RowsChanged();
+  void EndRefill();
+
+  std::vector<Row> rows_;
+  std::int16_t selected_ = -1;
+  int held_ = 0;
+  bool changed_ = false;
+};
+
+}  // namespace velmaro

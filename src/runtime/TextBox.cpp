@@ -1,0 +1,34 @@
+#include "runtime/TextBox.h"
+
+#include <algorithm>
+
+namespace velmaro {
+
+void TextBox::SetText(std::string text) {
+  if (text == text_) return;
+  text_ = std::move(text);
+  selStart_ = selLength_ = 0;
+  Tell(velmaro::Change::Text);
+  if (Change) Resume(Change);
+}
+
+void TextBox::SetSelStart(std::size_t start) {
+  selStart_ = std::min(start, text_.size());
+  selLength_ = 0;
+  Tell(velmaro::Change::Selection);
+}
+
+void TextBox::SetSelLength(std::size_t length) {
+  selLength_ = std::min(length, text_.size() - selStart_);
+  Tell(velmaro::Change::Selection);
+}
+
+void TextBox::TextByUser(std::string text) {
+  if (text == text_) return;
+  text_ = std::move(text);
+  selStart_ = std::min(selStart_, text_.size());
+  selLength_ = std::min(selLength_, text_.size() - selStart_);
+  if (Change) Resume(Change);
+}
+
+}  // namespace velmaro
