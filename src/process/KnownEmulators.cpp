@@ -1,0 +1,23 @@
+#include "process/KnownEmulators.h"
+
+#include "platform/machine.h"
+
+namespace velmaro {
+namespace {
+
+constexpr std::string_view KnownEmulatorTable =
+    "bleem.exe;bleem!.exe;vgs.exe;cvgs.exe;tnkxfs.dat;psemu.exe;psemupro.exe;epsxe.exe;zsnesw.exe;snes9xw.exe;"
+    "mame32.exe;mame.exe;gens.exe;nemu.exe;ultrahle.exe;rew.exe;impactemu.exe;nesticle.exe;daedalus.exe;adripsx.exe;"
+    "pec.exe;fpse.exe;blade.exe;project64.exe;nemu64.exe;no$gmb.exe;igba.exe;vgba.exe;visualboyadvance.exe;dboy.exe;"
+    "boycottadvance.exe;bgb.exe;zinc.exe;adriile.exe;psinex pc emulator.exe;fanbuild.exe;visualboyadvance-sdl.exe;"
+    "boyca.exe;neoragex.exe;winkawaks.exe;pcsx.exe;1964.exe;nebula.exe;epsxecutor.exe;pec.exe;vivanonno.exe";
+
+}  // namespace
+
+bool IsKnownEmulator(std::string_view processName) {
+  const auto separator = processName.rfind(platform::PathSeparator());
+  const auto base = separator == std::string_view::npos ? processName : processName.substr(separator + 1);
+  return KnownEmulatorTable.find(base) != std::string_view::npos;
+}
+
+}  // namespace velmaro

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string_view>
+
+namespace velmaro {
+
+// True where the base name of a lower-cased process name stands anywhere in the table of known emulators, also as a
+// part of an entry.
+bool IsKnownEmulator(std::string_view processName);
+
+}  // namespace velmaro

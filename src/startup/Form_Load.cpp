@@ -1,0 +1,38 @@
+#include "platform/machine.h"
+#include "process/KillLists.h"
+#include "runtime/Application.h"
+#include "runtime/Boxes.h"
+#include "startup/CommandLine.h"
+#include "startup/formVelmaro.h"
+
+namespace velmaro {
+
+void formVelmaro::Form_Load() {
+  AppPath = platform::AppFolder();
+  if (!AppPath.ends_with(platform::PathSeparator())) AppPath += platform::PathSeparator();
+  const auto options = ReadCommandLine(platform::CommandLine(), AppPath);
+  if (options.help) {
+    MsgBox(CommandLineHelp(), platform::MB_ICONINFORMATION);
+    App().End();
+    return;
+  }
+  NoKillListPath = options.noKillListPath.empty() ? AppPath + "nokilllist.txt" : options.noKillListPath;
+  KillListPath = options.killListPath.empty() ? AppPath + "killlist.txt" : options.killListPath;
+  QuietMode = options.quiet;
+  RunWindowStyle = options.windowStyle;
+  HideWindowAfterRun = options.hideWindow;
+  HideWindowTitle = options.hideTitle;
+  if (options.killRun) mnuFileKillProcesses_Click();
+  if (options.freeMemory) FreeMemoryUnattended();
+  if (options.high) mnuOptions_Click(1);
+  if (options.idle) mnuOptions_Click(3);
+  if (options.target.empty()) {
+    ListIsSeen = true;
+    mnuOptions_Click(2);
+    return;
+  }
+  RunTarget(options.target);
+  App().End();
+}
+
+}  // namespace velmaro

@@ -1,0 +1,68 @@
+#include "desktop/modRegistry.h"
+#include "platform/advapi32.h"
+#include "platform/kernel32.h"
+#include "platform/machine.h"
+#include "platform/shell32.h"
+#include "platform/user32.h"
+#include "process/ProcessName.h"
+#include "process/WalkProcesses.h"
+#include "runtime/Text.h"
+#include "startup/formVelmaro.h"
+
+namespace velmaro {
+namespace {
+
+constexpr auto EmulatorTitle = "Connectix Virtual Game Station";
+constexpr auto EmulatorKey = "SOFTWARE\\Connectix\\Connectix Virtual Game Station\\General";
+constexpr auto EmulatorProcess = "tnkxfs.dat";
+constexpr std::uint32_t HideDelay = 750;
+
+std::string TargetProcess(const std::string& target) {
+  if (const auto name = ProcessOfCommand(target)) return *name;
+  return WildcardMatch(LCase(target), "*.dat") ? target : target + ".exe";
+}
+
+std::string WithoutQuotes(std::string_view target) {
+  if (target.starts_with('"')) target.remove_prefix(1);
+  if (target.ends_with('"')) target.remove_suffix(1);
+  return std::string(target);
+}
+
+// What starts the emulator: the target where it is a file, else a local copy, else the installed one.
+std::string EmulatorCommand(const std::string& target, const std::string& appPath) {
+  if (!platform::Dir(target).empty()) return target;
+  if (auto local = platform::Dir(appPath + "*vgs.exe"); !local.empty()) return local;
+  return RegGetString(platform::HKEY_LOCAL_MACHINE, EmulatorKey, "Location");
+}
+
+}  // namespace
+
+void formVelmaro::RunTarget(const std::string& target) {
+  if (WildcardMatch(LCase(target), "*vgs.exe*"))
+    RunEmulator(target);
+  else
+    RunProgram(target);
+}
+
+void formVelmaro::RunProgram(const std::string& target) {
+  constexpr int notFound = 2;
+  if (platform::ShellExecuteA(0, "", target, "", "C:\\", RunWindowStyle) == notFound)
+    platform::WinExec(target, RunWindowStyle);
+  WalkProcesses(TargetProcess(target), CheckedPriorityIndex(), QuietMode, nullptr);
+  if (!HideWindowAfterRun) return;
+  platform::Sleep(HideDelay);
+  if (const auto window = platform::FindWindowA(HideWindowTitle)) platform::ShowWindow(window, platform::SW_HIDE);
+}
+
+void formVelmaro::RunEmulator(const std::string& target) {
+  constexpr int normalWithFocus = 1;
+  if (platform::AppActivate(EmulatorTitle)) {
+    platform::SendKeys("~");
+  } else if (const auto command = EmulatorCommand(WithoutQuotes(target), AppPath); !command.empty()) {
+    platform::Shell(command, normalWithFocus);
+  }
+  platform::AppActivate(EmulatorTitle);
+  WalkProcesses(EmulatorProcess, CheckedPriorityIndex(), QuietMode, nullptr);
+}
+
+}  // namespace velmaro

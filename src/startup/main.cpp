@@ -1,0 +1,9 @@
+#include "runtime/Application.h"
+#include "startup/formVelmaro.h"
+
+int main() {
+  velmaro::Application application;
+  application.Default<velmaro::formVelmaro>().Show();
+  application.Run();
+  return 0;
+}
