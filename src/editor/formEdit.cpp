@@ -1,0 +1,139 @@
+#include "editor/formEdit.h"
+
+#include "desktop/Credits.h"
+#include "desktop/modFiles.h"
+#include "desktop/modRegistry.h"
+#include "process/KillLists.h"
+#include "runtime/Application.h"
+#include "runtime/Boxes.h"
+#include "startup/formVelmaro.h"
+
+namespace velmaro {
+namespace {
+
+constexpr std::size_t LargestText = 65535;
+
+std::string HelpText() {
+  return "Enter a list of executable files that you want to close or terminate\n"
+         "when you hit 'Free Resources' button.\n"
+         "\n"
+         "Example: Antivirus.exe";
+}
+
+void EditModally(const std::string& file, Form& owner) {
+  auto& form = App().Default<formEdit>();
+  LoadForm(form);
+  form.LoadFile(file);
+  form.ShowModal(&owner);
+}
+
+}  // namespace
+
+formEdit::formEdit()
+    : Form({.Caption = "Settings",
+            .ClientWidth = 7830,
+            .ClientHeight = 5700,
+            .KeyPreview = true,
+            .Icon = velmaro::Picture::Editor}),
+      txtData(*this,
+              {.At = {-15, 0, 7830, 5220},
+               .TabIndex = 0,
+               .Font = {.Name = "MS Sans Serif", .Size = 9.75F},
+               .BackColor = Rgb(255, 254, 225),
+               .ForeColor = SystemColor::WindowText},
+              {.MultiLine = true, .ScrollBars = true}),
+      btnOK(*this, {.Caption = "&OK", .At = {4905, 5265, 1440, 435}, .TabIndex = 1}),
+      btnCancel(*this, {.Caption = "&Cancel", .At = {6390, 5265, 1440, 435}, .TabIndex = 2}, {.Cancel = true}),
+      btnHelp(*this,
+              {.Caption = "?",
+               .At = {30, 5310, 375, 345},
+               .TabIndex = 3,
+               .Font = {.Name = "MS Sans Serif", .Bold = true},
+               .BackColor = Rgb(255, 255, 128)},
+              {.Graphical = true}),
+      lblCredits(*this, {.Caption = credits::OneLine,
+                         .At = {465, 5370, 2145, 195},
+                         .TabIndex = 4,
+                         .Font = {.Name = "Arial", .Underline = true},
+                         .ForeColor = Rgb(0, 0, 255),
+                         .ToolTipText = credits::HomePage}) {
+  Load = [this] { Form_Load(); };
+  Activate = [this] { Form_Activate(); };
+  KeyDown = [this](int keyCode, int shift) { Form_KeyDown(keyCode, shift); };
+  Resize = [this] { Form_Resize(); };
+  Unload = [this](bool& cancel) { Form_Unload(cancel); };
+  txtData.Change = [this] { txtData_Change(); };
+  btnOK.Click = [this] { btnOK_Click(); };
+  btnCancel.Click = [this] { btnCancel_Click(); };
+  btnHelp.Click = [this] { btnHelp_Click(); };
+  lblCredits.Click = [this] { lblCredits_Click(); };
+}
+
+void formEdit::Form_Load() { Tip = std::make_unique<Tooltip>(); }
+
+void formEdit::Form_Activate() {
+  if (!Tip) return;
+  Tip->SetParentControl(&btnHelp);
+  Tip->SetTitle(Caption());
+  Tip->SetTipText(HelpText());
+  Tip->SetIcon(1);
+  Tip->SetStyle(1);
+  Tip->SetCentered(false);
+  Tip->Create();
+}
+
+void formEdit::LoadFile(const std::string& file) {
+  EditFile = file;
+  std::string text;
+  if (FileExists(file)) text = ReadTextFile(file);
+  if (text.size() > LargestText)
+    MsgBox(
+        "'" + file + "' exceed the 64KB limit.\r\nIf you save the changes to this file, the content will be truncated.",
+        platform::MB_ICONWARNING);
+  txtData.SetText(std::move(text));
+  Modified = false;
+}
+
+void formEdit::Save() {
+  SaveTextFile(EditFile, txtData.Text(), 0);
+  Modified = false;
+}
+
+void formEdit::Form_Unload(bool& Cancel) {
+  if (Modified) {
+    constexpr auto question = platform::MB_YESNOCANCEL | platform::MB_ICONQUESTION;
+    const auto answer = MsgBox("Do you want to save the changes?", question);
+    if (answer == platform::IDYES) Save();
+    if (answer == platform::IDCANCEL) Cancel = true;
+  }
+  if (!Cancel) Tip.reset();
+}
+
+void formEdit::Form_Resize() {
+  if (WindowState() == velmaro::WindowState::Minimized) return;
+  Resume([&] { txtData.Move({0, 0, ScaleWidth(), ScaleHeight() - btnOK.Height() - 30}); });
+  const auto top = txtData.Height() + 15;
+  btnCancel.Move({ScaleWidth() - btnCancel.Width() - 30, top, btnCancel.Width(), btnCancel.Height()});
+  btnOK.Move({btnCancel.Left() - btnCancel.Width() - 60, top, btnOK.Width(), btnOK.Height()});
+  btnHelp.Move({30, top + 30, btnHelp.Width(), btnHelp.Height()});
+  lblCredits.Move({btnHelp.Width() + 120, top + 90, lblCredits.Width(), lblCredits.Height()});
+}
+
+void formEdit::txtData_Change() { Modified = true; }
+
+void formEdit::btnOK_Click() {
+  Save();
+  UnloadForm(*this);
+}
+
+void formEdit::btnCancel_Click() { UnloadForm(*this); }
+
+void formEdit::btnHelp_Click() { MsgBox(HelpText(), platform::MB_ICONINFORMATION); }
+
+void formEdit::lblCredits_Click() { ShowCreditsBox(); }
+
+void formVelmaro::mnuEditKillListHere_Click() { EditModally(KillListPath, *this); }
+
+void formVelmaro::mnuEditNoKillListHere_Click() { EditModally(NoKillListPath, *this); }
+
+}  // namespace velmaro

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "desktop/Tooltip.h"
+#include "runtime/Buttons.h"
+#include "runtime/Form.h"
+#include "runtime/Label.h"
+#include "runtime/TextBox.h"
+
+namespace velmaro {
+
+// A small editor for one list file.
+class formEdit : public Form {
+ public:
+  formEdit();
+
+  TextBox txtData;
+  CommandButton btnOK;
+  CommandButton btnCancel;
+  CommandButton btnHelp;
+  Label lblCredits;
+
+  // Puts a file into the editor, an empty text where there is none. A file of more than 65,535 bytes brings a warning.
+  void LoadFile(const std::string& file);
+  // True once the user has changed the text.
+  bool IsModified() const { return Modified; }
+
+  void Form_Load();
+  void Form_Activate();
+  void Form_KeyDown(int KeyCode, int Shift);
+  void Form_Resize();
+  void Form_Unload(bool& Cancel);
+  void txtData_Change();
+  void btnOK_Click();
+  void btnCancel_Click();
+  void btnHelp_Click();
+  void lblCredits_Click();
+
+ private:
+  // Writes the text to its file.
+  void Save();
+  void PromptFind();
+  void FindNext();
+
+  std::string EditFile;
+  bool Modified = false;
+  std::string FindText;
+  std::unique_ptr<Tooltip> Tip;
+};
+
+}  // namespace velmaro

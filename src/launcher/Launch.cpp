@@ -1,0 +1,66 @@
+#include <algorithm>
+#include <array>
+
+#include "desktop/modFiles.h"
+#include "launcher/Settings.h"
+#include "launcher/formLauncher.h"
+#include "platform/kernel32.h"
+#include "platform/shell32.h"
+#include "platform/user32.h"
+#include "process/ProcessName.h"
+#include "process/WalkProcesses.h"
+#include "runtime/Application.h"
+#include "runtime/Text.h"
+#include "startup/formVelmaro.h"
+
+namespace velmaro {
+namespace {
+
+constexpr std::int16_t NormalEntry = 0;
+// The entry of the main window's options, and so the mode, for each option button of the dialog.
+constexpr std::array<std::int16_t, 4> EntryOfOption = {2, 1, NormalEntry, 3};
+
+void Start(const std::string& command) {
+  constexpr int notFound = 2;
+  if (platform::ShellExecuteA(0, "", command, "", "C:\\", platform::SW_SHOWNORMAL) == notFound)
+    platform::WinExec(command, platform::SW_SHOWNORMAL);
+}
+
+std::string ProcessWithoutFolder(const std::string& command) {
+  const auto name = ProcessOfCommand(command).value_or(command + ".exe");
+  return name.substr(ExtractFilePath(name).size());
+}
+
+}  // namespace
+
+void formLauncher::btnOK_Click() {
+  if (const auto command = cmbRun.Text(); !command.empty()) {
+    FileCommand(command);
+    Hide();
+    SaveSetting("LastRun", command);
+    Start(command);
+    ApplyPriority(command);
+  }
+  UnloadForm(*this);
+}
+
+// A command that stands in the history already leaves it as it is, in its order and in its own case.
+void formLauncher::FileCommand(const std::string& command) {
+  for (int i = 0; i < cmbRun.ListCount(); ++i)
+    if (EqualIgnoringCase(cmbRun.List(i), command)) return;
+  cmbRun.AddItem(command, 0);
+  const int filed = std::min<int>(cmbRun.ListCount(), 10);
+  for (int i = 1; i <= filed; ++i) SaveSetting("LastRun" + std::to_string(i), cmbRun.List(i - 1));
+}
+
+void formLauncher::ApplyPriority(const std::string& command) {
+  auto& main = App().Default<formVelmaro>();
+  for (auto& entry : main.mnuOptions) entry.SetChecked(false);
+  const auto chosen = std::ranges::find_if(optPriority, [](const OptionButton& option) { return option.Value(); });
+  const auto index = std::min<std::ptrdiff_t>(chosen - optPriority.begin(), 3);
+  const auto entry = EntryOfOption[static_cast<std::size_t>(index)];
+  main.mnuOptions[static_cast<std::size_t>(entry)].SetChecked(true);
+  if (entry != NormalEntry) WalkProcesses(ProcessWithoutFolder(command), entry, true, nullptr);
+}
+
+}  // namespace velmaro
