@@ -22,8 +22,11 @@ if(TARGET velmaro AND EXISTS ${CMAKE_SOURCE_DIR}/src/startup/main.cpp)
   target_include_directories(velmaro PUBLIC packaging)
   target_link_libraries(velmaro_exe PRIVATE velmaro gdi32 comctl32 comdlg32 shell32 advapi32 user32)
   # The address space can be laid out anew only while the relocations are in the file.
+  if(CMAKE_SYSTEM_PROCESSOR STREQUAL i686)
+    target_link_options(velmaro_exe PRIVATE -Wl,--large-address-aware)
+  endif()
   target_link_options(velmaro_exe PRIVATE -s -Wl,--gc-sections
-    -Wl,--large-address-aware -Wl,--dynamicbase -Wl,--nxcompat -Wl,--enable-reloc-section)
+    -Wl,--dynamicbase -Wl,--nxcompat -Wl,--enable-reloc-section)
 endif()
 
 if(BUILD_TESTING)

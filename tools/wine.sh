@@ -1,0 +1,112 @@
+#!/usr/bin/env bash
+# Runs a program under Wine in a prefix of the project's own: wine.sh PROGRAM [ARGUMENT...]
+#   wine.sh --up     makes the prefix, and keeps Wine and a virtual display running for the programs that follow
+#   wine.sh --down   ends both
+# VELMARO_DPI=144 uses a second prefix with that resolution. Where Wine is missing the exit code is 77.
+#   wine.sh --bits   prints 32, or 64 on a machine that runs no 32-bit programs, or nothing where Wine can't be had
+# VELMARO_DPI=144 uses a second prefix with that resolution. Where Wine is missing the exit code is 77.
+# VELMARO_BITS=64 runs 64-bit programs; each kind has a prefix of its own.
+set -u
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+dpi=${VELMARO_DPI:-96}
+bits=${VELMARO_BITS:-32}
+
+# The loader of one kind, by itself or through the system's own script.
+loader() {
+  local suffix=
+  [ "$1" = 64 ] && suffix=64
+  local candidate
+  for candidate in "/usr/lib/wine/wine$suffix" "wine$suffix"; do
+    "$candidate" --version >/dev/null 2>&1 && { command -v "$candidate"; return; }
+  done
+  return 1
+}
+
+if [ "${1:-}" = --bits ]; then
+  for kind in 32 64; do loader $kind >/dev/null && { echo $kind; break; }; done
+  exit
+fi
+
+wine=$(loader "$bits") || { echo "Wine cannot run $bits-bit programs here." >&2; exit 77; }
+server=wineserver
+[ -x "/usr/lib/wine/wineserver$bits" ] && server=/usr/lib/wine/wineserver$bits
+export WINELOADER=$wine WINESERVER=$(command -v "$server")
+export WINEPREFIX=$root/build/wine$bits WINEARCH=win$bits WINEDEBUG=${WINEDEBUG:--all}
+[ "$dpi" = 96 ] || WINEPREFIX+=-$dpi
+# No offers to download what only other programs need.
+export WINEDLLOVERRIDES='mscoree,mshtml='
+state=$WINEPREFIX.display
+
+# A virtual display that outlives this script; its number and its process are kept in a file.
+start_display() {
+  local number_file=$state.number
+  mkdir -p "$(dirname "$state")"
+  Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp -noreset 3>"$number_file" >/dev/null 2>&1 </dev/null &
+  local process=$!
+  for _ in $(seq 100); do
+    [ -s "$number_file" ] && break
+    kill -0 "$process" 2>/dev/null || return 1
+    sleep 0.05
+  done
+  echo "$(cat "$number_file") $process" >"$state"
+  rm -f "$number_file"
+}
+
+display_is_up() { [ -f "$state" ] && read -r number process <"$state" && kill -0 "$process" 2>/dev/null; }
+
+use_display() {
+  display_is_up || { start_display && display_is_up; } || { echo 'No virtual display could be started.' >&2; exit 77; }
+  export DISPLAY=:$number
+}
+
+down() {
+  timeout 20 "$server" -k 2>/dev/null
+  timeout 20 "$server" -w 2>/dev/null
+  if display_is_up; then kill "$process"; fi
+  rm -f "$state"
+}
+
+make_prefix() {
+  [ -f "$WINEPREFIX/.complete" ] && return
+  rm -rf "$WINEPREFIX"
+  mkdir -p "$WINEPREFIX"
+  timeout 240 "$wine" wineboot --init >/dev/null 2>&1 </dev/null || return 1
+  if [ "$dpi" != 96 ]; then
+    "$wine" reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$dpi" /f >/dev/null 2>&1
+  fi
+  timeout 60 "$server" -w
+  touch "$WINEPREFIX/.complete"
+}
+
+need_prefix() {
+  # One at a time: programs that start together must not make the prefix together.
+  mkdir -p "$(dirname "$WINEPREFIX")"
+  exec 9>"$WINEPREFIX.lock"
+  flock 9
+  make_prefix || { echo 'The Wine prefix could not be made.' >&2; exit 1; }
+  exec 9>&-
+}
+
+case ${1:-} in
+  --up)
+    use_display
+    need_prefix
+    "$server" -p
+    "$wine" cmd /c exit
+    ;;
+  --down)
+    down
+    ;;
+  *)
+    own=
+    if [ -z "${DISPLAY:-}" ]; then
+      display_is_up || own=1
+      use_display
+    fi
+    need_prefix
+    "$wine" "$@"
+    code=$?
+    [ -z "$own" ] || down
+    exit $code
+    ;;
+esac
