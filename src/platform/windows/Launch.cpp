@@ -1,0 +1,56 @@
+#include "platform/windows/Codepage.h"
+#include "platform/windows/System.h"
+
+namespace platform {
+namespace {
+
+// Starts a command line and gives 0, or the system's error. It does not wait until the program is ready for input.
+DWORD Start(const std::string& commandLine, int showCommand) {
+  STARTUPINFOW startup{};
+  startup.cb = sizeof startup;
+  startup.dwFlags = STARTF_USESHOWWINDOW;
+  startup.wShowWindow = static_cast<WORD>(showCommand);
+  PROCESS_INFORMATION started{};
+  auto line = Widen(commandLine);
+  if (!::CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &started))
+    return ::GetLastError();
+  const OwnedHandle process(ToNumber(started.hProcess));
+  const OwnedHandle thread(ToNumber(started.hThread));
+  return 0;
+}
+
+const wchar_t* OrNull(const std::wstring& text) { return text.empty() ? nullptr : text.c_str(); }
+
+}  // namespace
+
+std::uint32_t WinExec(const std::string& commandLine, int showCommand) {
+  const auto error = Start(commandLine, showCommand);
+  if (error == 0) return 33;
+  const bool known = error <= ERROR_PATH_NOT_FOUND || error == ERROR_BAD_FORMAT;
+  return known ? error : 0;
+}
+
+bool Shell(const std::string& commandLine, int windowStyle) { return Start(commandLine, windowStyle) == 0; }
+
+int ShellExecuteA(WindowHandle owner, const std::string& verb, const std::string& file, const std::string& parameters,
+                  const std::string& folder, int showCommand) {
+  const auto result = ::ShellExecuteW(ToNative<HWND>(owner), OrNull(Widen(verb)), Widen(file).c_str(),
+                                      OrNull(Widen(parameters)), OrNull(Widen(folder)), showCommand);
+  return static_cast<int>(reinterpret_cast<std::intptr_t>(result));
+}
+
+std::string Dir(const std::string& pattern) {
+  struct Search {
+    HANDLE handle;
+    ~Search() {
+      if (handle != INVALID_HANDLE_VALUE) ::FindClose(handle);
+    }
+  };
+  WIN32_FIND_DATAW found{};
+  const Search search{::FindFirstFileW(Widen(pattern).c_str(), &found)};
+  for (BOOL more = search.handle != INVALID_HANDLE_VALUE; more; more = ::FindNextFileW(search.handle, &found))
+    if (!(found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)) return Narrow(found.cFileName);
+  return {};
+}
+
+}  // namespace platform

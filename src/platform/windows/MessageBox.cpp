@@ -1,0 +1,49 @@
+#include <vector>
+
+#include "platform/windows/Codepage.h"
+#include "platform/windows/System.h"
+
+namespace platform {
+namespace {
+
+BOOL CALLBACK CollectOpen(HWND window, LPARAM windows) {
+  if (::IsWindowVisible(window) && ::IsWindowEnabled(window))
+    reinterpret_cast<std::vector<HWND>*>(windows)->push_back(window);
+  return TRUE;
+}
+
+// The program's windows that the user can work in now.
+std::vector<HWND> OpenWindows() {
+  std::vector<HWND> windows;
+  ::EnumThreadWindows(::GetCurrentThreadId(), &CollectOpen, reinterpret_cast<LPARAM>(&windows));
+  return windows;
+}
+
+// Lets no window of the program but the box take input while the box is open; the box itself sees to its owner.
+class OthersBlocked {
+ public:
+  OthersBlocked(std::vector<HWND> windows, HWND owner) : windows_(std::move(windows)) {
+    std::erase(windows_, owner);
+    for (const auto window : windows_) ::EnableWindow(window, FALSE);
+  }
+  OthersBlocked(const OthersBlocked&) = delete;
+  OthersBlocked& operator=(const OthersBlocked&) = delete;
+  ~OthersBlocked() {
+    for (const auto window : windows_) ::EnableWindow(window, TRUE);
+  }
+
+ private:
+  std::vector<HWND> windows_;
+};
+
+}  // namespace
+
+int MessageBoxA(const std::string& text, const std::string& title, std::uint32_t flags) {
+  auto open = OpenWindows();
+  auto owner = ::GetActiveWindow();
+  if (!owner && !open.empty()) owner = open.front();
+  const OthersBlocked blocked(std::move(open), owner);
+  return ::MessageBoxW(owner, Widen(text, Nul::Escaped).c_str(), Widen(title, Nul::Escaped).c_str(), flags);
+}
+
+}  // namespace platform
