@@ -49,11 +49,12 @@ void formFreeMem::ClaimBlocks(int target) {
     Resume([&] { Picture2.Move({0, 0, width, Picture2.Height()}); });
     ShowMemoryStatus();
     ProcessWaitingEvents();
-    if (stopRequested || App().Ended()) return;
+    if (stopRequested || App().Ended()) break;
     const auto slot = static_cast<std::size_t>(i - 1);
     // A block that can't be had leaves its slot empty, and the next step tries again.
     if (slot < Slots) Resume([&] { memBlocks[slot] = MemoryBlock::Filled().Copy(); });
   }
+  for (auto& block : memBlocks) block = {};
 }
 
 void formFreeMem::Form_Unload(bool& Cancel) {

@@ -51,8 +51,10 @@ std::string ReadBinaryFile(const std::string& path) {
   const auto length = platform::GetFileLength(path);
   if (length < 0) throw RuntimeError("the file can't be measured");
   std::string text(static_cast<std::size_t>(length), '\0');
-  // A file that was cut in the meantime gives what is left of it.
-  text.resize(platform::ReadFile(file.get(), text.data(), text.size()));
+  std::size_t at = 0;
+  // One read may deliver less than all of it; a file that was cut in the meantime gives what is left.
+  while (const auto count = platform::ReadFile(file.get(), text.data() + at, text.size() - at)) at += count;
+  text.resize(at);
   return text;
 }
 

@@ -67,7 +67,7 @@ void Form::ShowModal(Form* owner) {
     if (form != this && form->Visible() && form->Peer()) blocked.push_back(form);
   const auto block = [&](bool on) {
     for (auto* form : blocked)
-      if (std::ranges::count(App().Forms(), form) != 0 && form->Peer()) form->Peer()->Block(on);
+      if (std::ranges::count(App().Forms(), form) != 0) form->Block(on);
   };
   // The owner takes input again before this window goes, or another program's window would come to the front.
   unblock_ = [block] { block(false); };
@@ -76,6 +76,12 @@ void Form::ShowModal(Form* owner) {
   App().RunWhile([this] { return visible_; });
   if (visible_) Hide();
   Unblock();
+}
+
+// Modal forms may stand on one another: a form takes input again when the last one above it has gone.
+void Form::Block(bool on) {
+  blocks_ += on ? 1 : -1;
+  if (peer_) peer_->Block(blocks_ > 0);
 }
 
 void Form::Unblock() {

@@ -127,6 +127,7 @@ class Form {
   void Appear(Form* owner);
   void CreatePeers();
   void SetSize(Twips width, Twips height);
+  void Block(bool on);
   void Unblock();
 
   FormArgs args_;
@@ -143,6 +144,7 @@ class Form {
   bool loaded_ = false;
   bool unloaded_ = false;
   bool unloading_ = false;
+  int blocks_ = 0;
   std::function<void()> unblock_;
 };
 

@@ -1,3 +1,4 @@
+#include <optional>
 #include <string_view>
 
 #include "platform/machine.h"
@@ -16,18 +17,21 @@ struct Piece {
   std::string_view list = {};
 };
 
-// A number for the character at `at`, which is moved behind it. All its bytes count, so that bytes which are no text
-// still have numbers of their own, and so that ranges hold for every script.
-char32_t TakeCharacter(std::string_view text, std::size_t& at) {
-  if (const auto byte = static_cast<unsigned char>(text[at]); byte < 0x80) {
-    ++at;
-    return byte;
-  }
+char32_t TakeLongCharacter(std::string_view text, std::size_t& at) {
   const auto length = platform::CharacterLength(text.substr(at));
   char32_t number = 0;
   for (std::size_t i = 0; i < length && at < text.size(); ++i)
     number = number << 8 | static_cast<unsigned char>(text[at++]);
   return number;
+}
+
+// A number for the character at `at`, which is moved behind it. All its bytes count, so that bytes which are no text
+// still have numbers of their own, and so that ranges hold for every script.
+inline char32_t TakeCharacter(std::string_view text, std::size_t& at) {
+  const auto byte = static_cast<unsigned char>(text[at]);
+  if (byte >= 0x80) return TakeLongCharacter(text, at);
+  ++at;
+  return byte;
 }
 
 // The piece at `at`, which is moved behind it.
@@ -106,46 +110,48 @@ bool Fits(const Piece& piece, char32_t letter) {
   return false;
 }
 
-// The piece at `at` or behind it that is no empty list, since such a list stands for nothing at all.
-Piece TakeNonEmpty(std::string_view pattern, std::size_t& at) {
+// A place in a pattern: the piece that stands there, and where the next one begins.
+struct Place {
+  Piece piece;
+  std::size_t behind;
+};
+
+// The place at `at`. Empty lists are passed over, since they stand for nothing at all.
+Place PlaceAt(std::string_view pattern, std::size_t at) {
   while (pattern.substr(at).starts_with("[]")) at += 2;
-  return at < pattern.size() ? TakePiece(pattern, at) : Piece{};
+  const auto piece = at < pattern.size() ? TakePiece(pattern, at) : Piece{};
+  return {piece, at};
 }
 
 }  // namespace
 
 bool WildcardMatch(std::string_view text, std::string_view pattern) {
   Check(pattern);
-  constexpr auto none = std::string_view::npos;
-  std::size_t at = 0;
-  std::size_t next = 0;
+  auto place = PlaceAt(pattern, 0);
   // Only the last run ever needs another try: what stood before it fits already with the shortest possible runs.
-  std::size_t behindRun = none;
+  std::optional<Place> behindRun;
+  std::size_t at = 0;
   std::size_t runText = 0;
   while (at < text.size()) {
-    auto behind = next;
-    const auto piece = TakeNonEmpty(pattern, behind);
-    if (piece.kind == Kind::Run) {
-      next = behindRun = behind;
+    if (place.piece.kind == Kind::Run) {
+      behindRun = place = PlaceAt(pattern, place.behind);
       runText = at;
       continue;
     }
     auto textBehind = at;
-    const auto letter = TakeCharacter(text, textBehind);
-    if (Fits(piece, letter)) {
-      next = behind;
+    if (Fits(place.piece, TakeCharacter(text, textBehind))) {
+      place = PlaceAt(pattern, place.behind);
       at = textBehind;
-    } else if (behindRun != none) {
+    } else if (behindRun) {
       TakeCharacter(text, runText);
       at = runText;
-      next = behindRun;
+      place = *behindRun;
     } else {
       return false;
     }
   }
-  auto rest = TakeNonEmpty(pattern, next).kind;
-  while (rest == Kind::Run) rest = TakeNonEmpty(pattern, next).kind;
-  return rest == Kind::End;
+  while (place.piece.kind == Kind::Run) place = PlaceAt(pattern, place.behind);
+  return place.piece.kind == Kind::End;
 }
 
 }  // namespace velmaro

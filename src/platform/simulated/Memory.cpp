@@ -37,6 +37,7 @@ void VirtualFree(void* block, std::size_t bytes) {
     return;
   }
   memory.live.erase(at);
+  memory.released.push_back(block);
   memory.liveBytes -= bytes;
   memory.available = std::min<std::uint64_t>(memory.total, memory.available + bytes);
   std::free(block);

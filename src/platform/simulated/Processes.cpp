@@ -9,12 +9,15 @@ using simulated::TheDesktop;
 namespace platform {
 namespace {
 
-// The process behind a handle, null where it has ended or takes no command.
+bool IsNone(Handle handle) { return handle == 0 || handle == InvalidHandle; }
+
+// The process behind a handle, null where it has ended or takes no command. A handle that could not be had is passed
+// on untested by design; any other one that is not open is a bug.
 simulated::Process* Commanded(Handle handle) {
   auto& desktop = TheDesktop();
   const auto* opened = desktop.Find<simulated::OpenedProcess>(handle);
   if (!opened) {
-    desktop.misuse.push_back("a command to a process that is not open");
+    if (!IsNone(handle)) desktop.misuse.push_back("a command to a process that is not open");
     return nullptr;
   }
   auto& process = desktop.ProcessById(opened->id);
@@ -68,7 +71,7 @@ Handle CreateToolhelp32Snapshot(std::uint32_t flags) {
 
 bool Process32Next(Handle handle, PROCESSENTRY32& entry) {
   auto* snapshot = TheDesktop().Find<simulated::Snapshot>(handle);
-  if (!snapshot) TheDesktop().misuse.push_back("a walk through a snapshot that is not open");
+  if (!snapshot && !IsNone(handle)) TheDesktop().misuse.push_back("a walk through a snapshot that is not open");
   if (!snapshot || entry.dwSize != sizeof entry || snapshot->next == snapshot->processes.size()) return false;
   const auto& process = snapshot->processes[snapshot->next++];
   entry.th32ProcessID = process.id;

@@ -134,6 +134,7 @@ struct Memory {
   std::size_t peakBytes = 0;
   std::size_t peakBlocks = 0;
   std::map<void*, std::size_t> live;  // the blocks that were not given back
+  std::vector<void*> released;        // the blocks that were, in the order of their going
 };
 
 }  // namespace simulated
