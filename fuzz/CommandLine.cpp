@@ -1,0 +1,49 @@
+#include "startup/CommandLine.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+
+#include "runtime/Text.h"
+
+namespace {
+
+void Expect(bool holds) {
+  if (!holds) std::abort();
+}
+
+// True where `part` is what is left of `whole` when some of its bytes are cut.
+bool IsCutFrom(std::string_view whole, std::string_view part) {
+  for (const char byte : whole)
+    if (!part.empty() && part.front() == byte) part.remove_prefix(1);
+  return part.empty();
+}
+
+void ExpectListPath(const std::string& line, const std::string& path, std::string_view folder) {
+  if (path.empty()) return;
+  Expect(path.find('\\') != std::string::npos);
+  Expect(IsCutFrom(line, path.starts_with(folder) ? std::string_view(path).substr(folder.size()) : path));
+}
+
+}  // namespace
+
+// Whatever the line is: nothing is made up that the line does not hold, and what is told keeps to its limits.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  using velmaro::Compare;
+  const std::string folder = "C:\\Velmaro\\";
+  const std::string line(reinterpret_cast<const char*>(data), std::min<std::size_t>(size, 32767));
+  const auto options = velmaro::ReadCommandLine(line, folder);
+  const auto holds = [&](std::string_view text) { return velmaro::InStr(1, line, text, Compare::IgnoreCase) != 0; };
+  Expect(options.help == holds("/?"));
+  if (options.help) return 0;
+  Expect(options.quiet == holds("/q"));
+  Expect(options.windowStyle >= 0 && options.windowStyle <= 3);
+  Expect(options.hideWindow != options.hideTitle.empty());
+  Expect(options.hideTitle == "ePSXe" || IsCutFrom(line, options.hideTitle));
+  ExpectListPath(line, options.noKillListPath, folder);
+  ExpectListPath(line, options.killListPath, folder);
+  Expect(IsCutFrom(line, options.target));
+  Expect(velmaro::Trim(options.target) == options.target);
+  return 0;
+}

@@ -1,0 +1,103 @@
+#include "Fixture.h"
+#include "desktop/Credits.h"
+#include "desktop/formSplash.h"
+#include "editor/formEdit.h"
+#include "launcher/formLauncher.h"
+#include "memory/formFreeMem.h"
+
+namespace velmaro {
+namespace {
+
+using namespace simulated;
+
+class About : public OnDesktop {
+ protected:
+  // Opens the about box in some way, looks at it and acts in it; it must have gone at the end.
+  void Open(const std::function<void()>& open, const std::function<void(formSplash&)>& act) {
+    const auto forms = application.Forms().size();
+    bool opened = false;
+    desktop.Then([&] {
+      auto& box = application.Default<formSplash>();
+      opened = true;
+      EXPECT_EQ(&FrontForm(), &box);
+      EXPECT_TRUE(Shows(box.btnOK) && Shows(box.lblProgrammers));
+      EXPECT_TRUE(desktop.WindowOf(box.hWnd()).topmost);
+      desktop.Advance(60000);
+      EXPECT_TRUE(Shows(box)) << "it never goes by itself";
+      act(box);
+    });
+    open();
+    EXPECT_TRUE(opened);
+    EXPECT_EQ(application.Forms().size(), forms);
+  }
+};
+
+TEST_F(About, EveryCreditsLabelOpensIt) {
+  auto& main = Start();
+  const auto escape = [](formSplash& box) { TypeKey(box, Key::Escape); };
+  Open([&] { Click(main.lblCredits); }, [](formSplash& box) { Press(box.btnOK); });
+  Open([&] { Choose(main.mnuHelpAbout); }, escape);
+  Open([&] { TypeKey(main, Key::F1); }, escape);
+  Choose(main.mnuFileFreeMem);
+  auto& meter = application.Default<formFreeMem>();
+  Open([&] { Click(meter.lblCredits); }, escape);
+  desktop.Then([&] {
+    auto& form = application.Default<formLauncher>();
+    Open([&] { Click(form.lblCredits); }, escape);
+    EXPECT_EQ(&FrontForm(), &form) << "the dialog takes input again";
+    EXPECT_THROW(Press(main.btnRefresh), std::logic_error) << "what stands under it does not";
+    Press(form.btnCancel);
+  });
+  Choose(main.mnuFileRun);
+  desktop.Then([&] {
+    auto& form = application.Default<formEdit>();
+    Open([&] { Click(form.lblCredits); }, escape);
+    Press(form.btnCancel);
+  });
+  Choose(main.mnuEditKillListHere);
+  for (const auto* label : {&main.lblCredits, &meter.lblCredits}) EXPECT_EQ(label->ToolTipText(), credits::HomePage);
+}
+
+TEST_F(About, ItHoldsTheProgramUpAndOpensTheHomePage) {
+  auto& main = Start();
+  Open([&] { Choose(main.mnuHelpAbout); },
+       [&](formSplash& box) {
+         EXPECT_THROW(Press(main.btnRefresh), std::logic_error);
+         EXPECT_THROW(Choose(main.mnuFileExit), std::logic_error);
+         Click(box.lblHome);
+         EXPECT_TRUE(Shows(box));
+         ASSERT_EQ(desktop.starts.size(), 1U);
+         const auto& start = desktop.starts[0];
+         EXPECT_EQ(start.verb + ' ' + start.file + start.parameters + start.folder, "Open " + box.lblHome.Caption());
+         EXPECT_EQ(start.show, 1);
+         EXPECT_EQ(box.lblHome.ToolTipText(), box.lblHome.Caption());
+         Press(box.btnOK);
+       });
+  desktop.onStart = [](const auto&) { return 0; };
+  Open([&] { Choose(main.mnuHelpAbout); },
+       [&](formSplash& box) {
+         Click(box.lblHome);
+         Press("OK");
+       });
+  EXPECT_TRUE(desktop.boxes.empty());
+}
+
+TEST_F(About, AsASplashItGoesByItselfUnlessItIsTurnedIntoTheBox) {
+  Start();
+  auto& splash = application.New<formSplash>();
+  splash.Show();
+  EXPECT_FALSE(Shows(splash.btnOK) || Shows(splash.lblProgrammers));
+  TypeKey(splash, Key::Escape);
+  desktop.Advance(1199);
+  EXPECT_TRUE(Shows(splash));
+  desktop.Advance(1);
+  EXPECT_TRUE(splash.Unloaded());
+  auto& box = application.New<formSplash>();
+  box.Show();
+  box.Initialize();
+  desktop.Advance(60000);
+  EXPECT_TRUE(Shows(box.btnOK) && Shows(box.lblProgrammers));
+}
+
+}  // namespace
+}  // namespace velmaro

@@ -1,0 +1,98 @@
+#include "Fixture.h"
+#include "desktop/modFiles.h"
+#include "desktop/modRegistry.h"
+
+namespace velmaro {
+namespace {
+
+using namespace std::string_literals;
+
+class Files : public OnDesktop {};
+
+TEST_F(Files, NamesAreSplitAtTheirLastSeparator) {
+  const std::vector<std::tuple<std::string, std::string, std::string>> cases = {
+      {"", "", ""},
+      {"b.exe", "", ""},
+      {"C:b.exe", "", ""},
+      {"C:\\dir\\b.exe", "C:\\dir\\", "b.exe"},
+      {"C:/dir/b.exe", "C:/dir/", "b.exe"},
+      {"C:\\dir/b.exe", "C:\\dir/", "b.exe"},
+      {"C:/dir\\b.exe", "C:/dir\\", "b.exe"},
+      {"C:\\dir\\", "C:\\dir\\", ""},
+      {"\\", "\\", ""},
+      {"C:\\dir\\b.exe?x=1", "C:\\dir\\", "b.exe"},
+      {"C:\\dir\\b.exe?a/b", "C:\\dir\\", "b.exe"},
+      {"C:\\a?b\\c.exe", "C:\\", "a"},
+      {"?x", "", ""},
+  };
+  for (const auto& [name, path, file] : cases) {
+    EXPECT_EQ(ExtractFilePath(name), path) << name;
+    EXPECT_EQ(ExtractFileName(name), file) << name;
+  }
+}
+
+TEST_F(Files, ModesOfSavingPutTheTextWhereTheySay) {
+  const std::vector<std::tuple<int, std::string, std::string>> cases = {
+      {0, "new", "new"}, {1, "old\nnew", "new"}, {-1, "old\nnew", "new"}, {2, "new\r\nold\n", "new\r\n"},
+      {3, "old\n", ""},  {-2, "old\n", ""},
+  };
+  for (const auto& [mode, replaced, made] : cases) {
+    desktop.files["C:\\a"].bytes = "old\n";
+    SaveTextFile("C:\\a", "new", mode);
+    EXPECT_EQ(desktop.files["C:\\a"].bytes, replaced) << mode;
+    SaveTextFile("C:\\b", "new", mode);
+    EXPECT_EQ(desktop.files.contains("C:\\b"), !made.empty()) << mode;
+    EXPECT_EQ(desktop.files["C:\\b"].bytes, made) << mode;
+    desktop.files.clear();
+    for (const auto* bad : {"", "C:\\a|b", "C:\\locked"}) {
+      desktop.files["C:\\locked"] = {.bytes = "old", .locked = true};
+      SaveTextFile(bad, "new", mode);
+      EXPECT_EQ(desktop.files.size(), 1U) << bad << mode;
+      EXPECT_EQ(desktop.files["C:\\locked"].bytes, "old");
+    }
+    desktop.files.clear();
+  }
+  EXPECT_TRUE(desktop.boxes.empty());
+}
+
+TEST_F(Files, ReadingTakesTheWholeFileAndMakesAMissingOne) {
+  const auto bytes = "a\0b\r\n\xFF"s + std::string(100000, 'x');
+  desktop.files["C:\\a"].bytes = bytes;
+  for (const std::size_t most : {std::size_t{7}, simulated::Memory::Unlimited}) {
+    desktop.largestRead = most;
+    EXPECT_TRUE(ReadTextFile("C:\\a") == bytes) << most;
+  }
+  EXPECT_EQ(ReadTextFile("C:\\none"), "");
+  EXPECT_TRUE(desktop.files.contains("C:\\none"));
+  desktop.files["C:\\a"].unreadable = true;
+  EXPECT_EQ(ReadTextFile("C:\\a"), "");
+  desktop.files["C:\\dir"].folder = true;
+  EXPECT_EQ(ReadTextFile("C:\\dir"), "");
+  EXPECT_EQ(ReadTextFile(""), "");
+}
+
+TEST_F(Files, AnEmptyFileCountsAsAbsent) {
+  desktop.files = {
+      {"C:\\empty", {}}, {"C:\\one", {.bytes = "x", .locked = true}}, {"C:\\dir", {.bytes = "x", .folder = true}}};
+  EXPECT_TRUE(FileExists("C:\\ONE"));
+  for (const auto* name : {"C:\\empty", "C:\\dir", "C:\\none", ""}) EXPECT_FALSE(FileExists(name)) << name;
+}
+
+TEST_F(Files, TheOpenDialogTakesItsFilterInPairs) {
+  auto& form = Start();
+  const std::vector<std::pair<std::string, std::string>> filters = {
+      {"", "\0"s}, {"A|*.a", "A\0*.a\0"s}, {"A|*.a|", "A\0*.a\0"s}, {"|", "\0"s}};
+  for (const auto& [given, told] : filters) {
+    auto filter = given;
+    desktop.picks.push_back("C:\\my file.txt");
+    EXPECT_EQ(ShowOpenDialog(form, filter, "Title", "C:\\dir"), "C:\\my file.txt");
+    EXPECT_EQ(filter, told) << "the caller's own list is changed";
+    EXPECT_EQ(desktop.openDialogs.back().lpstrFilter, told);
+    EXPECT_EQ(desktop.openDialogs.back().lpstrInitialDir, "C:\\dir");
+    EXPECT_EQ(desktop.openDialogs.back().hwndOwner, form.hWnd());
+    EXPECT_EQ(ShowOpenDialog(form, filter, "Title", ""), "");
+  }
+}
+
+}  // namespace
+}  // namespace velmaro

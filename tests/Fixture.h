@@ -1,0 +1,105 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "platform/simulated/Desktop.h"
+#include "platform/simulated/User.h"
+#include "runtime/Application.h"
+#include "startup/formVelmaro.h"
+
+namespace velmaro {
+
+using Texts = std::vector<std::string>;
+
+// Where the lists lie that no switch names.
+inline const std::string KillList = "C:\\Velmaro\\killlist.txt";
+inline const std::string NoKillList = "C:\\Velmaro\\nokilllist.txt";
+
+// The flags of a box that tells something, and of one that asks and has No preselected.
+inline constexpr std::uint32_t Tells = 64;
+inline constexpr std::uint32_t AsksWithNo = 292;
+
+// A desktop with the program on it. When a test ends, nothing of the desktop may be left open or misused, and whatever
+// the user was to answer or choose must have come up.
+class OnDesktop : public testing::Test {
+ protected:
+  // Starts the program with a command line, as its entry does.
+  formVelmaro& Start(const std::string& line = "") {
+    desktop.commandLine = line;
+    auto& form = application.Default<formVelmaro>();
+    form.Show();
+    return form;
+  }
+
+  // The rows of the list, in their order.
+  static Texts Rows(const ListBox& list) {
+    Texts rows;
+    for (int row = 0; row < list.ListCount(); ++row) rows.push_back(list.List(row));
+    return rows;
+  }
+
+  // The captions of the options that are checked; exactly one should be.
+  static Texts Checked(const formVelmaro& form) {
+    Texts checked;
+    for (const auto& entry : form.mnuOptions)
+      if (entry.Checked()) checked.push_back(entry.Caption());
+    return checked;
+  }
+
+  // The names of the processes that the program ended, in the order of their ends.
+  Texts Ended() {
+    Texts names;
+    for (const auto id : desktop.terminated) names.push_back(desktop.ProcessById(id).name);
+    return names;
+  }
+
+  Texts BoxTexts() const {
+    Texts texts;
+    for (const auto& box : desktop.boxes) texts.push_back(box.text);
+    return texts;
+  }
+
+  // Looks at the box that was shown last.
+  void ExpectLastBox(const std::string& text, std::uint32_t flags, const std::string& title = "Velmaro") const {
+    ASSERT_FALSE(desktop.boxes.empty());
+    EXPECT_EQ(desktop.boxes.back().text, text);
+    EXPECT_EQ(desktop.boxes.back().flags, flags);
+    EXPECT_EQ(desktop.boxes.back().title, title);
+  }
+
+  void TearDown() override {
+    EXPECT_EQ(desktop.misuse, Texts{});
+    EXPECT_EQ(desktop.OpenHandles(), 0U);
+    EXPECT_TRUE(desktop.openKeys.empty());
+    EXPECT_TRUE(desktop.memory.live.empty());
+    EXPECT_TRUE(desktop.answers.empty() && desktop.choices.empty() && desktop.picks.empty() && desktop.script.empty())
+        << "the user was never asked";
+  }
+
+  simulated::Desktop desktop;
+  Application application;
+};
+
+// Texts made of given pieces, in an order that is the same on every run.
+class RandomTexts {
+ public:
+  RandomTexts(unsigned seed, Texts pieces) : random_(seed), pieces_(std::move(pieces)) {}
+
+  std::size_t Below(std::size_t end) { return random_() % end; }
+  std::string Next(std::size_t mostPieces) {
+    std::string text;
+    for (auto left = Below(mostPieces + 1); left > 0; --left) text += pieces_[Below(pieces_.size())];
+    return text;
+  }
+
+ private:
+  std::mt19937 random_;
+  Texts pieces_;
+};
+
+}  // namespace velmaro

@@ -1,0 +1,253 @@
+#include "../fuzz/NaiveMatch.h"
+#include "Fixture.h"
+#include "process/KillLists.h"
+
+namespace velmaro {
+namespace {
+
+using namespace simulated;
+
+class KillLists : public OnDesktop {
+ protected:
+  KillLists() { NoKillListPath = NoKillList; }
+
+  // A list of 2 entries and 3 processes, of which "mame.exe" is spared.
+  formVelmaro& StartWithLists(const std::string& line = "") {
+    for (const auto* name : {"game.exe", "mame.exe", "other.exe"}) desktop.AddProcess(name);
+    desktop.files[KillList].bytes = "mame.exe\r\nGAME.exe";
+    desktop.files[NoKillList].bytes = "mame.exe";
+    return Start(line);
+  }
+};
+
+TEST_F(KillLists, NoKillPatternsFitTheEndOfANameInAnyCase) {
+  const std::vector<std::tuple<std::string, std::string, bool>> cases = {
+      {"explorer.exe", "explorer.exe", true},
+      {"explorer.exe", "C:\\Windows\\EXPLORER.EXE", true},
+      {"explorer.exe", "myexplorer.exe", true},
+      {"EXPLORER.exe", "explorer.exe", true},
+      {"explorer", "explorer.exe", false},
+      {"explorer*", "explorer.exe", true},
+      {"*.exe", "a.exe", true},
+      {"*.exe", "a.dat", false},
+      {"?", "x", true},
+      {"?", "", false},
+      {"nemu##.exe", "nemu64.exe", true},
+      {"nemu#.exe", "nemux.exe", false},
+      {"[a-c].exe", "zb.exe", true},
+      {"[!a-c].exe", "zb.exe", false},
+      {"\xC3\x89.exe", "\xC3\xA9.EXE", true},
+      {"\xFF.exe", "a\xFF.exe", true},
+      {"  a.exe  ", "a.exe", true},
+      {"\ta.exe", "a.exe", false},
+      {";a.exe", "a.exe", false},
+      {"   ; a.exe", "a.exe", false},
+      {"a;b.exe", "a;b.exe", true},
+      {"     ", "a.exe", false},
+      {"x\r\na.exe", "a.exe", true},
+      {"x\ra.exe\ry", "a.exe", true},
+      {"x\na.exe", "a.exe", false},
+      {"x\n a.exe", "x\n a.exe", true},
+      {"x\r\n\r\na.exe\r\n", "a.exe", true},
+      {"\r\n\r\n", "a.exe", false},
+      // An invalid pattern protects everything, wherever it stands and whatever would fit before it fails.
+      {"[", "a.exe", true},
+      {"x\r\n zzz[ab", "a.exe", true},
+      {"[z-a]", "q", true},
+      {"q[b-a]", "a.exe", true},
+      {"; [", "a.exe", false},
+      {"x]", "a.exe", false},
+      {"a[].exe", "a.exe", true},
+  };
+  for (const auto& [bytes, name, isProtected] : cases) {
+    desktop.files[NoKillList].bytes = bytes;
+    EXPECT_EQ(CanKillProcess(name), !isProtected) << '"' << bytes << "\" and " << name;
+  }
+}
+
+TEST_F(KillLists, AListThatCantBeReadProtectsAndEndsNothing) {
+  auto& form = StartWithLists("/q");
+  auto& spared = desktop.files[NoKillList];
+  EXPECT_FALSE(CanKillProcess("mame.exe"));
+  spared.locked = true;
+  EXPECT_TRUE(CanKillProcess("mame.exe"));
+  spared = {.bytes = "mame.exe", .folder = true};
+  EXPECT_TRUE(CanKillProcess("mame.exe"));
+  spared = {};
+  EXPECT_TRUE(CanKillProcess("mame.exe"));
+  desktop.files.erase(NoKillList);
+  EXPECT_TRUE(CanKillProcess("mame.exe"));
+  // Without a kill list no check mark moves and the list keeps its selection.
+  const std::vector<File> unusable = {{.bytes = "game.exe", .locked = true}, {.bytes = "game.exe", .folder = true}, {}};
+  Select(form.List1, 0);
+  Choose(form.mnuOptions[0]);
+  for (const auto& file : unusable) {
+    desktop.files[KillList] = file;
+    Choose(form.mnuFileKillProcesses);
+    EXPECT_EQ(Checked(form), Texts{"Normal"});
+    EXPECT_EQ(form.List1.ListIndex(), 0);
+  }
+  EXPECT_EQ(Ended(), Texts{});
+}
+
+TEST_F(KillLists, AConfirmedRunEndsWhatIsListedAndNotSpared) {
+  auto& form = StartWithLists();
+  Select(form.List1, 0);
+  Choose(form.mnuOptions[1]);
+  desktop.boxes.clear();
+  Select(form.List1, 2);
+  TypeKey(form, 'K', ShiftKey::Ctrl);
+  ExpectLastBox("Do you want to kill all the processes listed\r\nin '" + KillList + "'?", AsksWithNo);
+  EXPECT_EQ(Ended(), Texts{});
+  EXPECT_EQ(Checked(form), Texts{"High"});
+  EXPECT_EQ(form.List1.ListIndex(), 2);
+  desktop.Answer(6);
+  Choose(form.mnuFileKillProcesses);
+  EXPECT_EQ(Ended(), Texts{"game.exe"});
+  EXPECT_EQ(Rows(form.List1), (Texts{"[Normal]\tmame.exe", "[Normal]\tother.exe"}));
+  EXPECT_EQ(Checked(form), Texts{"Real Time"});
+  EXPECT_EQ(form.PriorityChoice, 2);
+  EXPECT_EQ(form.List1.ListIndex(), -1);
+  EXPECT_EQ(desktop.boxes.size(), 2U) << "one question covers the run";
+  // The answer holds for one run alone, and the next termination asks again.
+  Select(form.List1, 1);
+  Choose(form.mnuOptions[4]);
+  ExpectLastBox("Do you want to terminate the process 'other.exe'?", AsksWithNo);
+}
+
+TEST_F(KillLists, AQuietProgramStaysQuiet) {
+  auto& form = StartWithLists("/q /k");
+  EXPECT_EQ(Ended(), Texts{"game.exe"});
+  desktop.AddProcess("game.exe");
+  Choose(form.mnuFileKillProcesses);
+  EXPECT_EQ(Ended(), (Texts{"game.exe", "game.exe"}));
+  EXPECT_TRUE(form.QuietMode);
+  EXPECT_TRUE(desktop.boxes.empty());
+}
+
+TEST_F(KillLists, EachLineEndsTheFirstMatchAtMost) {
+  for (const auto* name : {"a.exe", "a.exe", "A.exe", "my b.exe", "C:\\x\\b.exe", "c.exe", "d;.exe", "e.exe", "e.exe"})
+    desktop.AddProcess(name);
+  desktop.files[KillList].bytes =
+      "; a comment\r\n  ; a.exe\r\n\r\n   \r\n  a.exe  \r\"D:\\other\\B.EXE\"\r*.exe\r?.exe\r[c].exe\nc.exe\rd;.exe\r"
+      "none.exe\re.exe\ra.exe";
+  desktop.files[NoKillList].bytes = "my*";
+  Start("/q /k");
+  // The first to end in "b.exe" is spared, so the second is not tried; the lone LF makes one line of two.
+  EXPECT_EQ(Ended(), (Texts{"a.exe", "d;.exe", "e.exe", "a.exe"}));
+}
+
+TEST_F(KillLists, AListOfCommentsStillRunsThroughItsSteps) {
+  auto& form = StartWithLists("/q");
+  desktop.files[KillList].bytes = "; nothing\r\n";
+  Choose(form.mnuOptions[3]);
+  desktop.AddProcess("new.exe");
+  Choose(form.mnuFileKillProcesses);
+  EXPECT_EQ(Ended(), Texts{});
+  EXPECT_EQ(Checked(form), Texts{"Real Time"});
+  EXPECT_EQ(form.List1.ListCount(), 4);
+}
+
+TEST_F(KillLists, AnEditedListCountsFromTheNextRead) {
+  auto& form = StartWithLists();
+  const auto terminate = [&](const std::string& name, auto... answer) {
+    Select(form.List1, RowWith(form.List1, name));
+    (desktop.Answer(answer), ...);
+    Choose(form.mnuOptions[4]);
+  };
+  terminate("mame.exe");
+  EXPECT_EQ(Ended(), Texts{});
+  EXPECT_EQ(desktop.boxes.size(), 0U) << "what is spared is not asked about";
+  desktop.files[NoKillList].bytes = "game.exe";
+  terminate("mame.exe", 6);
+  EXPECT_EQ(Ended(), Texts{"mame.exe"});
+  terminate("game.exe");
+  desktop.files[KillList].bytes = "other.exe";
+  desktop.Answer(6);
+  Choose(form.mnuFileKillProcesses);
+  EXPECT_EQ(Ended(), (Texts{"mame.exe", "other.exe"}));
+}
+
+TEST_F(KillLists, FreeResourcesFreesMemoryAheadOfTheQuestion) {
+  auto& form = StartWithLists();
+  desktop.memory.available = desktop.memory.total - (8U << 20);
+  desktop.Answer(7, [&] { EXPECT_EQ(desktop.memory.peakBlocks, 5U); });
+  Press(form.btnFree);
+  EXPECT_EQ(Ended(), Texts{});
+  desktop.Answer(6);
+  Press(form.btnFree);
+  EXPECT_EQ(Ended(), Texts{"game.exe"});
+  const auto claims = desktop.memory.claims;
+  RightPress(form.btnFree);
+  RightPress(form.btnFree, MouseButton::Middle);
+  EXPECT_EQ(desktop.memory.claims, claims);
+  EXPECT_EQ(desktop.boxes.size(), 2U);
+  Choose(form.mnuFileEditKillList);
+  Choose(form.mnuFileEditNoKillList);
+  ASSERT_EQ(desktop.starts.size(), 3U);
+  for (std::size_t i = 0; i < 3; ++i) {
+    const auto& start = desktop.starts[i];
+    EXPECT_EQ(start.call + '|' + start.verb + '|' + start.file + '|' + start.parameters + '|' + start.folder,
+              "ShellExecuteA||" + (i < 2 ? KillList : NoKillList) + "||");
+    EXPECT_EQ(start.show, 1);
+  }
+}
+
+TEST_F(KillLists, LongListsAreReadToTheirEnd) {
+  std::string bytes;
+  for (int i = 0; i < 100000; ++i) bytes += "no such program " + std::to_string(i) + ".exe\r\n";
+  desktop.largestRead = 4099;
+  desktop.AddProcess("game.exe");
+  desktop.AddProcess("mame.exe");
+  desktop.files[NoKillList].bytes = bytes + "mame.exe";
+  desktop.files[KillList].bytes = bytes + "game.exe\r\nmame.exe";
+  Start("/q /k");
+  EXPECT_EQ(Ended(), Texts{"game.exe"});
+}
+
+// The answer of the guard, worked out again from the bytes of a list.
+bool IsCovered(const std::string& name, std::string list) {
+  for (std::size_t at = 0; (at = list.find("\r\n", at)) != std::string::npos; ++at) list.erase(at + 1, 1);
+  list += '\r';
+  for (std::size_t end = 0; (end = list.find('\r')) != std::string::npos; list.erase(0, end + 1)) {
+    auto line = platform::LowerCase(list.substr(0, end));
+    line.erase(0, line.find_first_not_of(' '));
+    line.erase(line.find_last_not_of(' ') + 1);
+    if (line.empty() || line[0] == ';') continue;
+    if (naive::Match(platform::LowerCase(name), "*" + line).value_or(true)) return true;
+  }
+  return false;
+}
+
+TEST_F(KillLists, WhateverTheListsHoldNoCoveredProcessEnds) {
+  const Texts names = {"a.exe", "ab.exe", "b1.exe", "[a].exe", "\xC3\x89.exe", "c-d.exe", ";.exe", "x", "a b.exe"};
+  RandomTexts spared(3, {"a", "B", "1", ".exe", ".EXE", "*",  "?",        "#",    "[", "]", "!",
+                         "-", ";", " ", "\r",   "\r\n", "\n", "\xC3\xA9", "\xC3", "c", "x", "\r"});
+  RandomTexts listed(
+      4, {"a.exe", "b.exe", "1.EXE", "\xC3\xA9.exe", "d.exe", "].exe", "e", "x", "\r", "\r", "\"", " ", ";"});
+  auto& form = Start("/q");
+  int ended = 0;
+  int covered = 0;
+  for (int round = 0; round < 3000; ++round) {
+    desktop.processes.clear();
+    desktop.terminated.clear();
+    for (const auto& name : names) desktop.AddProcess(name);
+    const auto bytes = desktop.files[NoKillList].bytes = spared.Next(8);
+    desktop.files[KillList].bytes = listed.Next(20);
+    desktop.largestRead = 1 + spared.Below(9);
+    Choose(form.mnuFileKillProcesses);
+    for (const auto& process : desktop.processes) {
+      const bool isCovered = IsCovered(process.name, bytes);
+      ASSERT_EQ(CanKillProcess(process.name), !isCovered) << process.name << " and\n" << bytes;
+      ASSERT_TRUE(process.alive || !isCovered) << process.name << " and\n" << bytes;
+      ended += !process.alive;
+      covered += isCovered;
+    }
+  }
+  // Both must happen often, or the rounds say nothing.
+  EXPECT_GT(ended, 1000);
+  EXPECT_GT(covered, 1000);
+}
+
+}  // namespace
+}  // namespace velmaro

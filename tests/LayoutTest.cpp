@@ -1,0 +1,174 @@
+#include <map>
+
+#include "Fixture.h"
+
+namespace velmaro {
+namespace {
+
+using namespace simulated;
+
+class Layout : public OnDesktop, public testing::WithParamInterface<float> {
+ protected:
+  Layout() { desktop.twipsPerPixel = GetParam(); }
+
+  static void ExpectLaidOut(const formVelmaro& form) {
+    const auto list = form.Height() - 840 - 1200;
+    const auto width = form.ScaleWidth();
+    const std::vector<std::pair<const Control*, Bounds>> places = {
+        {&form.List1, {30, 450, form.Width() - 180, list}},
+        {&form.lblCredits, {45, list + 600, 2145, 195}},
+        {&form.btnRefresh, {width - 870, 30, 810, 360}},
+        {&form.btnFree, {width - 1260, list + 480, 1260, 840}},
+        {&form.btnFreeMem, {width - 2310, list + 480, 1050, 840}},
+        {&form.btnLaunch, {width - 3420, list + 480, 1050, 840}},
+        {&form.btnVelmaro, {width - 4515, list + 480, 1095, 840}},
+    };
+    for (const auto& [control, place] : places) {
+      EXPECT_NEAR(control->Left(), place.Left, 0.01) << control->Caption();
+      EXPECT_NEAR(control->Top(), place.Top, 0.01) << control->Caption();
+      EXPECT_NEAR(control->Width(), place.Width, 0.01) << control->Caption();
+      EXPECT_NEAR(control->Height(), place.Height, 0.01) << control->Caption();
+    }
+    const std::vector<std::pair<float, float>> filters = {{45, 780},   {810, 765},  {1560, 795}, {2340, 885},
+                                                          {3210, 600}, {3795, 615}, {4485, 795}};
+    for (std::size_t i = 0; i < filters.size(); ++i)
+      EXPECT_EQ(form.Option1[i].At(), (Bounds{filters[i].first, 30, filters[i].second, 360}));
+  }
+};
+
+TEST_P(Layout, TheListGrowsWithTheWindow) {
+  auto& form = Start();
+  EXPECT_EQ(form.ScaleWidth(), 7170);
+  EXPECT_EQ(form.ScaleHeight(), 4110);
+  ExpectLaidOut(form);
+  for (const auto& [width, height] : std::vector<std::pair<float, float>>{{12000, 9000}, {7200, 3900}, {6600, 3000}}) {
+    ResizeWindow(form, width, height);
+    EXPECT_NEAR(form.Width(), width, GetParam());
+    ExpectLaidOut(form);
+  }
+  Maximize(form);
+  ExpectLaidOut(form);
+}
+
+TEST_P(Layout, AWindowBelowItsLimitsSpringsBack) {
+  auto& form = Start();
+  // The smallest whole pixels that reach the limits.
+  const auto least = GetParam() == 10 ? Bounds{0, 0, 6500, 3000} : Bounds{0, 0, 6510, 3000};
+  const std::vector<std::pair<Bounds, Bounds>> cases = {
+      {{0, 0, 5000, 6000}, {0, 0, least.Width, 6000}},
+      {{0, 0, 9000, 1500}, {0, 0, 9000, least.Height}},
+      {{0, 0, 1500, 1500}, least},
+      {{0, 0, least.Width - GetParam(), 6000}, {0, 0, least.Width, 6000}},
+      {least, least},
+  };
+  for (const auto& [asked, got] : cases) {
+    ResizeWindow(form, 7500, 4500);
+    ResizeWindow(form, asked.Width, asked.Height);
+    EXPECT_EQ(form.Width(), got.Width);
+    EXPECT_EQ(form.Height(), got.Height);
+    ExpectLaidOut(form);
+  }
+}
+
+TEST_P(Layout, AMinimizedWindowIsLeftAlone) {
+  auto& form = Start();
+  ResizeWindow(form, 9000, 6000);
+  const auto told = Told(form.List1, Change::Bounds) + Told(form.btnFree, Change::Bounds);
+  Minimize(form);
+  EXPECT_EQ(form.WindowState(), WindowState::Minimized);
+  EXPECT_EQ(Told(form.List1, Change::Bounds) + Told(form.btnFree, Change::Bounds), told);
+  Restore(form);
+  EXPECT_EQ(form.Width(), 9000);
+  ExpectLaidOut(form);
+}
+
+INSTANTIATE_TEST_SUITE_P(AtResolutions, Layout, testing::Values(15.0F, 10.0F),
+                         [](const auto& info) { return info.param == 15 ? "Dpi96" : "Dpi144"; });
+
+class MainWindow : public OnDesktop {};
+
+TEST_F(MainWindow, TabOrderAndButtons) {
+  auto& form = Start();
+  std::map<int, std::string> order;
+  for (const auto* control : form.Controls()) order[control->TabIndex()] = control->Caption();
+  Texts captions;
+  for (const auto& [index, caption] : order) captions.push_back(caption);
+  EXPECT_EQ(order.rbegin()->first, 13);
+  EXPECT_EQ(captions, (Texts{"", "Velmaro!", "&Launch...", "Free &Mem", "Free Resources", "&All", "&Normal", "Hi&gh",
+                             "Real &Time", "&Idle", "&Emu", "&Refresh", form.lblCredits.Caption(), "&Hidden"}));
+  EXPECT_EQ(form.DefaultButton(), &form.btnVelmaro);
+  EXPECT_EQ(form.CancelButton(), nullptr);
+  EXPECT_EQ(form.btnRefresh.BackColor(), Rgb(255, 255, 192));
+  EXPECT_EQ(form.Caption(), "Zeld's Velmaro Process");
+}
+
+// One line for each menu and entry: depth, caption, shortcut and mark.
+void Describe(const std::vector<Menu*>& menus, const std::string& indent, Texts& lines) {
+  for (const auto* menu : menus) {
+    auto line = indent + menu->Caption();
+    if (const auto shortcut = ShortcutText(menu->Shortcut()); !shortcut.empty()) line += " " + shortcut;
+    lines.push_back(line + (menu->Checked() ? " checked" : "") + (menu->Visible() ? "" : " hidden"));
+    Describe(menu->Entries(), indent + '.', lines);
+  }
+}
+
+TEST_F(MainWindow, MenuTree) {
+  Texts lines;
+  Describe(Start().MenuBar(), "", lines);
+  EXPECT_EQ(lines, (Texts{"&File",
+                          ".Run... Ctrl+R",
+                          ".Free &Memory...",
+                          ".-",
+                          ".&Kill Processes Ctrl+K",
+                          ".&Edit Kill List...",
+                          ".&Edit No Kill List...",
+                          ".-",
+                          ".&Refresh F5",
+                          ".&Auto Refresh checked",
+                          ".-",
+                          ".E&xit",
+                          "&Edit",
+                          ".&Find... Ctrl+F",
+                          ".&Find Next F3",
+                          ".-",
+                          ".Edit &Kill List Here...",
+                          ".Edit N&o Kill List Here...",
+                          "&Options",
+                          ".Normal Ctrl+N",
+                          ".High Ctrl+H",
+                          ".Real Time Ctrl+T checked",
+                          ".Idle Ctrl+I",
+                          ".Terminate Process Del",
+                          "&Options hidden",
+                          ".&Top Most F6",
+                          ".&Normal Position F8",
+                          ".-",
+                          ".&Show Window F2",
+                          ".&Hide Window F4",
+                          ".-",
+                          ".&List Hidden Windows",
+                          "&Help",
+                          ".&About F1"}));
+}
+
+TEST_F(MainWindow, ExitEndsTheProgramAndAnyOtherKeyOpensWhatItSays) {
+  auto& form = Start();
+  const auto opens = [&](int key, const std::string& caption) {
+    bool opened = false;
+    desktop.Then([&] {
+      opened = FrontForm().Caption() == caption;
+      TypeKey(FrontForm(), Key::Escape);
+    });
+    TypeKey(form, key, ShiftKey::Ctrl);
+    EXPECT_TRUE(opened) << caption;
+  };
+  opens('R', "Velmaro Launcher");
+  opens('F', form.Caption());
+  desktop.Then([&] { Choose(form.mnuFileExit); });
+  application.Run();
+  EXPECT_EQ(desktop.livePeers, 0);
+  EXPECT_TRUE(application.Forms().empty() && desktop.boxes.empty());
+}
+
+}  // namespace
+}  // namespace velmaro

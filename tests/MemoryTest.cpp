@@ -1,0 +1,271 @@
+#include "Fixture.h"
+#include "memory/formFreeMem.h"
+
+namespace velmaro {
+namespace {
+
+using namespace simulated;
+
+constexpr std::uint64_t MB = 1U << 20;
+
+class Memory : public OnDesktop {
+ protected:
+  // So many MB are in use, of 512.
+  void Use(std::uint64_t megabytes) { desktop.memory.available = desktop.memory.total - megabytes * MB; }
+  formFreeMem& Open() {
+    Choose(Start().mnuFileFreeMem);
+    return application.Default<formFreeMem>();
+  }
+};
+
+TEST_F(Memory, MeterShowsTheFiguresEverywhere) {
+  desktop.memory.available = 134217728;
+  auto& form = Open();
+  EXPECT_EQ(form.lblStatus.Caption(), "Free: 131072.0 KB - Usage: 75.0% of 512.0 MB");
+  EXPECT_EQ(form.Caption(), "131072KB Free Memory");
+  EXPECT_EQ(form.lblFreeMem.Caption(), "25.0%");
+  EXPECT_EQ(form.lblFreeMem.ToolTipText(), "131,072.0 KB");
+  EXPECT_EQ(form.HScroll1.Max(), 384);
+  EXPECT_EQ(form.btnFree.Caption(), "Free 384 MB");
+  EXPECT_EQ(form.Picture2.At(), (Bounds{0, 0, 1151.25F, 495}));
+  EXPECT_EQ(form.lblFreeMem.At(), (Bounds{0, 30, 1151.25F, 225}));
+}
+
+TEST_F(Memory, MeterAtItsLimits) {
+  struct Case {
+    std::uint64_t total, available;
+    std::string status, caption, percent, button;
+    Twips width;
+  };
+  const std::vector<Case> cases = {
+      {512 * MB, 512 * MB, "Free: 524288.0 KB - Usage: 0.0% of 512.0 MB", "524288KB", "100.0%", "Free", 4605},
+      {512 * MB, 0, "Free: 0.0 KB - Usage: 100.0% of 512.0 MB", "0KB", "0.0%", "Free 512 MB", 0},
+      {512 * MB, 1535, "Free: 1.5 KB - Usage: 100.0% of 512.0 MB", "1KB", "0.0%", "Free 511 MB", 0.013F},
+      {512 * MB, 512, "Free: 0.5 KB - Usage: 100.0% of 512.0 MB", "0KB", "0.0%", "Free 511 MB", 0.004F},
+      {2 * MB - 1, MB, "Free: 1024.0 KB - Usage: 50.0% of 2.0 MB", "1024KB", "50.0%", "Free", 2302.5F},
+      {3072 * MB, 1024 * MB, "Free: 1048576.0 KB - Usage: 66.7% of 3072.0 MB", "1048576KB", "33.3%", "Free 2047 MB",
+       1535},
+      {65536 * MB, 16384 * MB, "Free: 16777216.0 KB - Usage: 75.0% of 65536.0 MB", "16777216KB", "25.0%",
+       "Free 2047 MB", 1151.25F},
+      {0, 0, "", "0KB", "0%", "Free", 660},
+  };
+  auto& main = Start();
+  for (const auto& [total, available, status, caption, percent, button, width] : cases) {
+    desktop.memory.total = total;
+    desktop.memory.available = available;
+    Press(main.btnFreeMem);
+    auto& form = application.Default<formFreeMem>();
+    EXPECT_EQ(form.lblStatus.Caption(), status);
+    EXPECT_EQ(form.Caption(), caption + " Free Memory");
+    EXPECT_EQ(form.lblFreeMem.Caption(), percent);
+    EXPECT_EQ(form.btnFree.Caption(), button);
+    EXPECT_NEAR(form.Picture2.Width(), width, 0.01) << status;
+    CloseBox(form);
+  }
+}
+
+TEST_F(Memory, TicksAndClicksRefreshAndTheSliderOnlyFollowsDown) {
+  Use(100);
+  auto& form = Open();
+  EXPECT_EQ(form.HScroll1.Value(), 100);
+  Use(60);
+  desktop.Advance(2999);
+  EXPECT_EQ(form.HScroll1.Max(), 100);
+  desktop.Advance(1);
+  EXPECT_EQ(form.HScroll1.Max(), 60);
+  EXPECT_EQ(form.btnFree.Caption(), "Free 60 MB");
+  Slide(form.HScroll1, 20);
+  EXPECT_EQ(form.btnFree.Caption(), "Free 20 MB");
+  const std::vector<std::function<void()>> roads = {[&] { desktop.Advance(3000); }, [&] { Click(form.lblStatus); },
+                                                    [&] { Click(form.Picture1); }, [&] { Click(form.Picture2); }};
+  for (std::uint64_t used = 90; const auto& road : roads) {
+    Use(++used);
+    road();
+    EXPECT_EQ(form.HScroll1.Max(), static_cast<int>(used));
+    EXPECT_EQ(form.HScroll1.Value(), 20);
+    EXPECT_EQ(form.btnFree.Caption(), "Free 20 MB");
+  }
+  Use(5);
+  for (Control* quiet : std::vector<Control*>{&form.lblFreeMem, &form.Image1}) Click(*quiet);
+  EXPECT_EQ(form.HScroll1.Max(), 94);
+}
+
+TEST_F(Memory, TheMeterIsOneWindowThatIsMadeAnew) {
+  Use(100);
+  auto& main = Start();
+  Choose(main.mnuFileFreeMem);
+  Press(main.btnFreeMem);
+  EXPECT_EQ(application.Forms().size(), 2U);
+  Slide(application.Default<formFreeMem>().HScroll1, 7);
+  CloseBox(application.Default<formFreeMem>());
+  Press(main.btnFreeMem);
+  EXPECT_EQ(application.Default<formFreeMem>().HScroll1.Value(), 100);
+  // The main window's end does not end the meter.
+  desktop.Then([&] { CloseBox(main); });
+  desktop.Then([&] { EXPECT_TRUE(Shows(application.Default<formFreeMem>())); });
+  desktop.Then([&] { CloseBox(application.Default<formFreeMem>()); });
+  desktop.Then();
+  application.Run();
+  EXPECT_EQ(desktop.script.size(), 1U) << "the program goes on without a form";
+  desktop.script.clear();
+}
+
+TEST_F(Memory, ARunShowsItsProgressAndGivesEverythingBack) {
+  Use(100);
+  auto& form = Open();
+  Slide(form.HScroll1, 4);
+  std::vector<void*> blocks;
+  for (int step = 1; step <= 4; ++step)
+    desktop.Then([&, step] {
+      for (const auto& [block, bytes] : desktop.memory.live)
+        if (std::ranges::count(blocks, block) == 0) blocks.push_back(block);
+      EXPECT_EQ(form.btnFree.Caption(), "&Stop");
+      EXPECT_TRUE(form.btnFree.Cancel());
+      EXPECT_FALSE(form.HScroll1.Enabled() || form.Timer1.Enabled());
+      EXPECT_EQ(form.lblFreeMem.Caption(), "");
+      EXPECT_FLOAT_EQ(form.Picture2.Width(), 4605.0F * static_cast<float>(step) / 4);
+      EXPECT_EQ(desktop.memory.live.size(), static_cast<std::size_t>(step - 1));
+      EXPECT_EQ(form.Caption(), std::to_string((412 - 2 * (step - 1)) * 1024) + "KB Free Memory");
+      if (step == 2) Press(application.Default<formVelmaro>().btnRefresh);
+      desktop.Advance(10000);
+    });
+  Press(form.btnFree);
+  EXPECT_TRUE(std::equal(blocks.begin(), blocks.end(), desktop.memory.released.end() - 4))
+      << "first claimed, first gone";
+  EXPECT_EQ(desktop.memory.peakBlocks, 5U);
+  EXPECT_EQ(desktop.memory.peakBytes, 5U * 2097152U);
+  EXPECT_EQ(desktop.memory.claims, 8U);
+  EXPECT_EQ(desktop.memory.liveBytes, 0U);
+  EXPECT_EQ(form.btnFree.Caption(), "Free 4 MB");
+  EXPECT_FALSE(form.btnFree.Cancel());
+  EXPECT_TRUE(form.HScroll1.Enabled() && form.Timer1.Enabled());
+  EXPECT_EQ(form.lblFreeMem.Caption(), "80.5%");
+  EXPECT_NEAR(form.Picture2.Width(), 4605 * 412.0 / 512, 0.01);
+  TypeKey(form, Key::Escape);
+  EXPECT_EQ(desktop.memory.claims, 8U) << "Esc means nothing without a run";
+  Press(form.btnFree);
+  EXPECT_EQ(desktop.memory.claims, 16U) << "a new run begins afresh";
+  Slide(form.HScroll1, 0);
+  Press(form.btnFree);
+  EXPECT_EQ(desktop.memory.claims, 16U);
+  EXPECT_EQ(form.btnFree.Caption(), "Free 0 MB");
+}
+
+TEST_F(Memory, ARunIsStoppedByEachOfItsRoadsInAnyStep) {
+  Use(100);
+  auto& main = Start();
+  const std::vector<std::function<void(formFreeMem&)>> roads = {
+      [](formFreeMem& form) { Press(form.btnFree); },   [](formFreeMem& form) { TypeKey(form, Key::Escape); },
+      [](formFreeMem& form) { Click(form.Picture1); },  [](formFreeMem& form) { Click(form.Picture2); },
+      [](formFreeMem& form) { Click(form.lblStatus); }, [](formFreeMem& form) { CloseBox(form); },
+  };
+  for (std::size_t road = 0; road < roads.size(); ++road) {
+    for (const std::size_t step : {1, 2, 7}) {
+      Press(main.btnFreeMem);
+      auto& form = application.Default<formFreeMem>();
+      const auto claims = desktop.memory.claims;
+      for (std::size_t i = 1; i < step; ++i) desktop.Then();
+      desktop.Then([&] {
+        EXPECT_EQ(desktop.memory.live.size(), step - 1);
+        roads[road](form);
+        EXPECT_EQ(desktop.memory.live.size(), step - 1) << "the blocks go at the run's own end";
+        EXPECT_TRUE(Shows(form));
+      });
+      Press(form.btnFree);
+      EXPECT_EQ(desktop.memory.claims - claims, 2 * (step - 1)) << road;
+      EXPECT_TRUE(desktop.memory.live.empty());
+      EXPECT_EQ(form.btnFree.Caption(), "Free 100 MB");
+      EXPECT_EQ(form.Unloaded(), road == 5) << road;
+    }
+  }
+}
+
+TEST_F(Memory, AShortageCostsOnlyItsOwnBlocks) {
+  Use(100);
+  auto& form = Open();
+  Slide(form.HScroll1, 10);
+  struct Case {
+    std::size_t failEvery, claims, peakBlocks;
+  };
+  // A block whose first claim fails is asked for no second time; one whose copy fails is given back at once.
+  for (const auto& [failEvery, claims, peakBlocks] : std::vector<Case>{{3, 15, 6}, {4, 20, 6}, {1, 10, 0}}) {
+    desktop.memory.failEvery = failEvery;
+    desktop.memory.claims = desktop.memory.peakBlocks = 0;
+    Press(form.btnFree);
+    EXPECT_EQ(desktop.memory.claims, claims);
+    EXPECT_EQ(desktop.memory.peakBlocks, peakBlocks);
+    EXPECT_NEAR(form.Picture2.Width(), 4605 * 412.0 / 512, 0.01);
+  }
+  desktop.memory.failEvery = desktop.memory.peakBlocks = 0;
+  desktop.memory.blocksAllowed = 3;
+  int steps = 0;
+  for (int i = 0; i < 10; ++i) desktop.Then([&] { ++steps; });
+  Press(form.btnFree);
+  EXPECT_EQ(steps, 10);
+  EXPECT_EQ(desktop.memory.peakBlocks, 3U);
+  EXPECT_EQ(form.btnFree.Caption(), "Free 10 MB");
+  EXPECT_TRUE(desktop.boxes.empty());
+}
+
+TEST_F(Memory, MemoryThatFellBelowTheTargetPullsTheSliderDown) {
+  Use(10);
+  auto& form = Open();
+  desktop.Then();
+  desktop.Then([&] { Use(3); });
+  Press(form.btnFree);
+  EXPECT_EQ(desktop.memory.peakBlocks, 11U) << "the target is read once";
+  desktop.Advance(3000);
+  EXPECT_EQ(form.btnFree.Caption(), "Free " + std::to_string(form.HScroll1.Max()) + " MB");
+  EXPECT_EQ(form.HScroll1.Value(), form.HScroll1.Max());
+}
+
+TEST_F(Memory, UnattendedRunTakesHalfTheMegabytesInTwiceAsLargeBlocks) {
+  auto& main = Start("/q");
+  Choose(main.mnuFileFreeMem);
+  for (const auto& [used, blocks] :
+       std::vector<std::pair<std::uint64_t, std::size_t>>{{9, 5}, {1, 0}, {0, 0}, {2, 2}}) {
+    desktop.memory.peakBlocks = 0;
+    Use(used);
+    desktop.Then([&] { EXPECT_EQ(application.Forms().size(), 3U) << "the run has a window of its own"; });
+    if (blocks == 0) desktop.script.clear();
+    Press(main.btnFree);
+    EXPECT_EQ(desktop.memory.peakBlocks, blocks) << used;
+    EXPECT_EQ(application.Forms().size(), 2U);
+  }
+  // The user may stop it, or close its window, and the kill run goes on all the same.
+  desktop.AddProcess("game.exe");
+  desktop.files[KillList].bytes = "game.exe\rgame.exe";
+  for (const bool close : {false, true}) {
+    Use(50);
+    desktop.memory.peakBlocks = 0;
+    desktop.Then();
+    desktop.Then([&] { close ? CloseBox(FrontForm()) : Press("&Stop"); });
+    Press(main.btnFree);
+    EXPECT_EQ(desktop.memory.peakBlocks, 2U);
+    EXPECT_EQ(application.Forms().size(), 2U);
+  }
+  EXPECT_EQ(Ended(), Texts{"game.exe"});
+  // A main window that is closed meanwhile has nobody left to ask, and its list is left alone.
+  Use(50);
+  desktop.AddProcess("game.exe");
+  desktop.Then([&] { CloseBox(main); });
+  Press(main.btnFree);
+  EXPECT_EQ(Ended(), Texts{"game.exe"});
+}
+
+TEST_F(Memory, TheAboutBoxHoldsARunUp) {
+  Use(100);
+  auto& form = Open();
+  Slide(form.HScroll1, 3);
+  desktop.Then([&] { Click(form.lblCredits); });
+  desktop.Then([&] {
+    EXPECT_EQ(desktop.memory.claims, 0U);
+    EXPECT_THROW(Press(form.btnFree), std::logic_error);
+    Press("OK");
+  });
+  Press(form.btnFree);
+  EXPECT_EQ(desktop.memory.claims, 6U);
+}
+
+}  // namespace
+}  // namespace velmaro

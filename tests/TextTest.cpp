@@ -1,0 +1,182 @@
+#include <chrono>
+#include <limits>
+#include <map>
+
+#include "../fuzz/NaiveMatch.h"
+#include "Fixture.h"
+#include "runtime/Failures.h"
+#include "runtime/Files.h"
+#include "runtime/Numbers.h"
+#include "runtime/Text.h"
+
+namespace velmaro {
+namespace {
+
+// "yes", "no", or "fails" for a pattern that is invalid.
+std::string Outcome(std::string_view text, std::string_view pattern) {
+  try {
+    return WildcardMatch(text, pattern) ? "yes" : "no";
+  } catch (const RuntimeError&) {
+    return "fails";
+  }
+}
+
+TEST(Text, WildcardsTestTheWholeTextExactly) {
+  const std::vector<std::tuple<std::string, std::string, std::string>> cases = {
+      {"", "", "yes"},
+      {"", "*", "yes"},
+      {"", "?", "no"},
+      {"a", "", "no"},
+      {"abc", "a*c", "yes"},
+      {"abc", "A*c", "no"},
+      {"abc", "ab", "no"},
+      {"abc", "**c*", "yes"},
+      {"aXbXc", "a*Xc", "yes"},
+      {"7", "#", "yes"},
+      {"x", "#", "no"},
+      {"b", "[abc]", "yes"},
+      {"d", "[a-c]", "no"},
+      {"d", "[!a-c]", "yes"},
+      {"", "[!a]", "no"},
+      {"!", "[a!]", "yes"},
+      {"!", "[!]", "yes"},
+      {"-", "[-a]", "yes"},
+      {"-", "[a-]", "yes"},
+      {"b", "[-c]", "no"},
+      {"-", "[!-a]", "no"},
+      {"a", "[a-a]", "yes"},
+      {"[", "[[]", "yes"},
+      {"*", "[*]", "yes"},
+      {"x", "[*?#]", "no"},
+      {"]", "]", "yes"},
+      {"a]", "[a]]", "yes"},
+      {"ab", "a[]b", "yes"},
+      {"", "[]", "yes"},
+      {"a", "[]", "no"},
+      {"a", "*[]", "yes"},
+      {"e", "[a-cd-f]", "yes"},
+      {"a", "[", "fails"},
+      {"", "[", "fails"},
+      {"x", "a[b", "fails"},
+      {"zz", "[b-a]", "fails"},
+      {"", "[!b-a]", "fails"},
+      {"a", "a*[9-0]", "fails"},
+      {"a", "b[]]", "no"},
+      {"\xC3\xA9", "?", "yes"},
+      {"\xC3\xA9", "[\xC3\xA8-\xC3\xAA]", "yes"},
+      {"\xFF", "?", "yes"},
+      {"\xFF", "[\xFF]", "yes"},
+      {"\xC3", "\xC3\xA9", "no"},
+      {"e", "[\xC3\xA9]", "no"},
+      {"\xC3\xA9", "[\xC3\xA9-e]", "fails"},
+  };
+  for (const auto& [text, pattern, outcome] : cases)
+    EXPECT_EQ(Outcome(text, pattern), outcome) << text << ' ' << pattern;
+}
+
+TEST(Text, WildcardsAgreeWithASecondMatcher) {
+  RandomTexts texts(5, {"a", "b", "c", "1", "-", "[", "]", "!", "\xC3\xA9", "\xC3"});
+  RandomTexts patterns(6, {"a", "b", "c", "*", "*", "?", "#", "[", "[a", "]", "]", "-", "!", "[!", "\xC3\xA9"});
+  std::map<std::string, int> outcomes;
+  for (int round = 0; round < 60000; ++round) {
+    const auto text = texts.Next(7);
+    const auto pattern = patterns.Next(8);
+    const auto naive = naive::Match(text, pattern);
+    const auto outcome = Outcome(text, pattern);
+    ASSERT_EQ(outcome, !naive ? "fails" : *naive ? "yes" : "no") << text << " and " << pattern;
+    ++outcomes[outcome];
+  }
+  for (const auto* outcome : {"yes", "no", "fails"}) EXPECT_GT(outcomes[outcome], 1000) << outcome;
+}
+
+TEST(Text, ManyRunsInAPatternAreQuick) {
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_FALSE(WildcardMatch(std::string(100000, 'a'), "*a*a*a*a*a*b"));
+  EXPECT_TRUE(WildcardMatch(std::string(100000, 'a') + 'b', "*a*a*a*a*a*b"));
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+}
+
+TEST(Text, SearchCountsFromOneInSixteenBits) {
+  const std::string far(32767, '.');
+  const std::vector<std::tuple<std::size_t, std::string, std::string, Compare, int>> cases = {
+      {1, "abcabc", "abc", Compare::Exact, 1},
+      {2, "abcabc", "abc", Compare::Exact, 4},
+      {5, "abcabc", "abc", Compare::Exact, 0},
+      {7, "abcabc", "c", Compare::Exact, 0},
+      {0, "abc", "a", Compare::Exact, 0},
+      {1, "", "a", Compare::Exact, 0},
+      {1, "xABC", "abc", Compare::Exact, 0},
+      {1, "xABC", "abc", Compare::IgnoreCase, 2},
+      {1, "a\xC3\x89t\xC3\xA9", "\xC3\xA9T", Compare::IgnoreCase, 2},
+      {1, "\xE2\x84\xAA.exe", ".EXE", Compare::IgnoreCase, 4},
+      {1, "a\0/q", "/Q", Compare::IgnoreCase, 0},
+      {1, std::string("a\0/q", 4), "/Q", Compare::IgnoreCase, 3},
+      {1, far.substr(1) + "a", "a", Compare::Exact, 32767},
+      {1, far + "a", "a", Compare::Exact, 0},
+  };
+  for (const auto& [start, text, what, compare, position] : cases)
+    EXPECT_EQ(InStr(start, text, what, compare), position) << what << " from " << start;
+  EXPECT_EQ(FindInText(1, far + "a", "A", Compare::IgnoreCase), 32768U);
+  EXPECT_EQ(Trim("  \ta b\t "), "\ta b\t");
+  EXPECT_EQ(LCase("\xC3\x89\xD0\x96\xFF"
+                  "Z"),
+            "\xC3\xA9\xD0\xB6\xFF"
+            "z");
+}
+
+TEST(Text, NumbersAreWrittenByTheirPattern) {
+  const std::vector<std::tuple<double, std::string, std::string>> cases = {
+      {131072, "###0.0 KB", "131072.0 KB"},
+      {0.5, "###0.0 KB", "0.5 KB"},
+      {0.04, "###0.0 KB", "0.0 KB"},
+      {1.46, "#0.0", "1.5"},
+      {0.25, "#0.0", "0.3"},
+      {0.75, "#0.0%", "75.0%"},
+      {1, "#0.0%", "100.0%"},
+      {0, "#0.0%", "0.0%"},
+      {0.99996, "#0.0%", "100.0%"},
+      {-0.0004, "#0.0%", "0.0%"},
+      {-0.25, "#0.0%", "-25.0%"},
+      {131072, "#,##0.0 KB", "131,072.0 KB"},
+      {999.96, "#,##0.0 KB", "1,000.0 KB"},
+      {4194304, "#,##0.0 KB", "4,194,304.0 KB"},
+      {0, "#,##0.0 KB", "0.0 KB"},
+      {1234.5, "###0", "1235"},
+      {0.3, "#.0", ".3"},
+      {7, "000", "007"},
+  };
+  for (const auto& [value, pattern, text] : cases) EXPECT_EQ(Format(value, pattern), text) << value << ' ' << pattern;
+  EXPECT_THROW(Format(std::numeric_limits<double>::quiet_NaN(), "#0.0"), RuntimeError);
+}
+
+TEST(Text, LinesEndAtCrLfOrALoneCr) {
+  const std::vector<std::pair<std::string, Texts>> cases = {
+      {"", {}},
+      {"a", {"a"}},
+      {"a\r\n", {"a"}},
+      {"a\r\nb", {"a", "b"}},
+      {"a\rb\r", {"a", "b"}},
+      {"a\nb\r\n\nc", {"a\nb", "\nc"}},
+      {"\r\r\n\r", {"", "", ""}},
+      {"\n", {"\n"}},
+      {std::string("a\0b\r", 4), {std::string("a\0b", 3)}},
+      {std::string(70000, 'x') + "\r\ny", {std::string(70000, 'x'), "y"}},
+  };
+  simulated::Desktop desktop;
+  for (const auto& [bytes, lines] : cases) {
+    desktop.files["C:\\a"].bytes = bytes;
+    for (const std::size_t chunk : {1, 2, 3, 100000}) {
+      desktop.largestRead = chunk;
+      Texts read;
+      LineReader reader("C:\\a");
+      EXPECT_TRUE(reader.IsOpen());
+      for (std::string line; reader.ReadLine(line);) read.push_back(line);
+      EXPECT_EQ(read, lines) << bytes.substr(0, 10) << " by " << chunk;
+    }
+  }
+  std::string line;
+  EXPECT_FALSE(LineReader("C:\\none").ReadLine(line));
+}
+
+}  // namespace
+}  // namespace velmaro
