@@ -1,8 +1,8 @@
 # The front door: make run | test | windows | bench
 .PHONY: run test windows native native-asan bench setup
 
-# Text from the command line reaches the shell through the environment alone, so that no quote in it is lost.
-export ARGS
+# The command line reaches velmaro.exe through the environment alone, so that no quote or dollar sign in it is lost.
+export VELMARO_ARGS := $(value ARGS)
 
 run: windows
 	@tools/run.sh

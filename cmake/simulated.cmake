@@ -9,7 +9,7 @@ if(BUILD_TESTING AND test_sources)
   velmaro_program(velmaro_tests SOURCES ${test_sources} LIBRARIES velmaro GTest::gtest_main)
   target_include_directories(velmaro_tests PRIVATE tests)
   include(GoogleTest)
-  gtest_discover_tests(velmaro_tests DISCOVERY_MODE POST_BUILD PROPERTIES LABELS native TIMEOUT 120)
+  gtest_discover_tests(velmaro_tests DISCOVERY_MODE POST_BUILD DISCOVERY_TIMEOUT 60 PROPERTIES LABELS native TIMEOUT 120)
 endif()
 
 # Figures taken under sanitizers mean nothing.

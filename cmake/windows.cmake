@@ -29,6 +29,10 @@ if(TARGET velmaro AND EXISTS ${CMAKE_SOURCE_DIR}/src/startup/main.cpp)
     -Wl,--dynamicbase -Wl,--nxcompat -Wl,--enable-reloc-section)
 endif()
 
+add_executable(run_raw WIN32 tools/run_raw.cpp)
+target_link_libraries(run_raw PRIVATE velmaro_flags)
+target_link_options(run_raw PRIVATE -s)
+
 if(BUILD_TESTING)
   add_subdirectory(tests/windows)
 endif()

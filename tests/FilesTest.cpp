@@ -10,24 +10,22 @@ using namespace std::string_literals;
 class Files : public OnDesktop {};
 
 TEST_F(Files, NamesAreSplitAtTheirLastSeparator) {
-  const std::vector<std::tuple<std::string, std::string, std::string>> cases = {
-      {"", "", ""},
-      {"b.exe", "", ""},
-      {"C:b.exe", "", ""},
-      {"C:\\dir\\b.exe", "C:\\dir\\", "b.exe"},
-      {"C:/dir/b.exe", "C:/dir/", "b.exe"},
-      {"C:\\dir/b.exe", "C:\\dir/", "b.exe"},
-      {"C:/dir\\b.exe", "C:/dir\\", "b.exe"},
-      {"C:\\dir\\", "C:\\dir\\", ""},
-      {"\\", "\\", ""},
-      {"C:\\dir\\b.exe?x=1", "C:\\dir\\", "b.exe"},
-      {"C:\\dir\\b.exe?a/b", "C:\\dir\\", "b.exe"},
-      {"C:\\a?b\\c.exe", "C:\\", "a"},
-      {"?x", "", ""},
-  };
-  for (const auto& [name, path, file] : cases) {
-    EXPECT_EQ(ExtractFilePath(name), path) << name;
-    EXPECT_EQ(ExtractFileName(name), file) << name;
+  const Texts cases = {" => |",
+                       "b.exe => |",
+                       "C:b.exe => |",
+                       R"(C:\dir\b.exe => C:\dir\|b.exe)",
+                       "C:/dir/b.exe => C:/dir/|b.exe",
+                       R"(C:\dir/b.exe => C:\dir/|b.exe)",
+                       R"(C:/dir\b.exe => C:/dir\|b.exe)",
+                       R"(C:\dir\ => C:\dir\|)",
+                       R"(\ => \|)",
+                       R"(C:\dir\b.exe?x=1 => C:\dir\|b.exe)",
+                       R"(C:\dir\b.exe?a/b => C:\dir\|b.exe)",
+                       R"(C:\a?b\c.exe => C:\|a)",
+                       "?x => |"};
+  for (const auto& text : cases) {
+    const auto [name, parts] = Sides(text);
+    EXPECT_EQ(ExtractFilePath(name) + '|' + ExtractFileName(name), parts) << name;
   }
 }
 

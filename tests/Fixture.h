@@ -16,6 +16,12 @@ namespace velmaro {
 
 using Texts = std::vector<std::string>;
 
+// Both lists, one behind the other.
+inline Texts operator+(Texts first, const Texts& second) {
+  first.insert(first.end(), second.begin(), second.end());
+  return first;
+}
+
 // Where the lists lie that no switch names.
 inline const std::string KillList = "C:\\Velmaro\\killlist.txt";
 inline const std::string NoKillList = "C:\\Velmaro\\nokilllist.txt";
@@ -24,10 +30,14 @@ inline const std::string NoKillList = "C:\\Velmaro\\nokilllist.txt";
 inline constexpr std::uint32_t Tells = 64;
 inline constexpr std::uint32_t AsksWithNo = 292;
 
-// A desktop with the program on it. When a test ends, nothing of the desktop may be left open or misused, and whatever
-// the user was to answer or choose must have come up.
-class OnDesktop : public testing::Test {
- protected:
+// The two sides of a case that is written as "left => right".
+inline std::pair<std::string, std::string> Sides(const std::string& text) {
+  const auto arrow = text.find(" => ");
+  return {text.substr(0, arrow), text.substr(arrow + 4)};
+}
+
+// A desktop with the program on it.
+struct Program {
   // Starts the program with a command line, as its entry does.
   formVelmaro& Start(const std::string& line = "") {
     desktop.commandLine = line;
@@ -36,6 +46,14 @@ class OnDesktop : public testing::Test {
     return form;
   }
 
+  simulated::Desktop desktop;
+  Application application;
+};
+
+// When a test ends, nothing of its desktop may be left open or misused, and whatever the user was to answer or choose
+// must have come up.
+class OnDesktop : public testing::Test, protected Program {
+ protected:
   // The rows of the list, in their order.
   static Texts Rows(const ListBox& list) {
     Texts rows;
@@ -80,9 +98,6 @@ class OnDesktop : public testing::Test {
     EXPECT_TRUE(desktop.answers.empty() && desktop.choices.empty() && desktop.picks.empty() && desktop.script.empty())
         << "the user was never asked";
   }
-
-  simulated::Desktop desktop;
-  Application application;
 };
 
 // Texts made of given pieces, in an order that is the same on every run.

@@ -23,11 +23,6 @@ class Launcher : public OnDesktop {
       TypeKey(form, Key::Return);
     });
   }
-  static Texts Entries(const ComboBox& box) {
-    Texts entries;
-    for (int i = 0; i < box.ListCount(); ++i) entries.push_back(box.List(i));
-    return entries;
-  }
   static int Option(const formLauncher& form) {
     const auto at = std::ranges::find_if(form.optPriority, &OptionButton::Value);
     return static_cast<int>(at - form.optPriority.begin());
@@ -47,17 +42,20 @@ TEST_F(Launcher, OpensWithWhatTheStoreHolds) {
   Stored("LastRun") = "last";
   const auto opened = [&](auto look) {
     Run(main, [&](formLauncher& form) {
-      EXPECT_EQ(form.cmbRun.Text(), "last");
       look(form);
       CloseBox(form);
     });
   };
   opened([](formLauncher& form) {
+    EXPECT_EQ(form.cmbRun.Text(), "last");
     EXPECT_EQ(form.cmbRun.ListCount(), 10);
     EXPECT_EQ(form.cmbRun.List(9), "entry 10");
   });
   Stored("LastRun4").clear();
-  opened([](formLauncher& form) { EXPECT_EQ(Entries(form.cmbRun), (Texts{"entry 1", "entry 2", "entry 3"})); });
+  opened([](formLauncher& form) {
+    EXPECT_EQ(form.cmbRun.ListCount(), 3);
+    EXPECT_EQ(form.cmbRun.List(2), "entry 3");
+  });
   const std::vector<std::pair<std::string, int>> stored = {{"0", 0},    {"1", 1},  {"2", 2},          {"3", 3},
                                                            {"7", 2},    {"4", 2},  {"", 2},           {"-1", 2},
                                                            {"word", 2}, {"1x", 2}, {"99999999999", 2}};
@@ -186,34 +184,34 @@ TEST_F(Launcher, TheListIsNotRebuiltAndTheDialogHasGoneWhenTheProgramStarts) {
   EXPECT_EQ(desktop.ProcessNamed("game.exe").classSet, 256U);
   EXPECT_EQ(main.List1.ListIndex(), 0);
   desktop.onStart = [](const auto&) { return 31; };
-  Launch(main, "game -x");
+  desktop.settingsFail = true;
+  Launch(main, "game -y");
   EXPECT_EQ(desktop.starts.size(), 3U) << "any other result is final";
 }
 
 TEST_F(Launcher, ProcessNameIsCutFromTheCommand) {
   const Texts running = {"notepad.exe", "my app.exe",     "app.exe",  "my.exe",  "readme.txt.exe",
                          "program.exe", "tnkxfs.dat.exe", "tool.exe", "old.exe", "lead"};
-  const std::vector<std::pair<std::string, std::string>> cases = {
-      {"notepad", "notepad.exe"},
-      {"notepad c:\\a.txt", "notepad.exe"},
-      {"C:\\Tools\\My App.EXE", "my app.exe"},
-      {"C:\\Tools\\App.exe -x", "my app.exe"},
-      {"\"C:\\My Tools\\App.exe\" -x", "my app.exe"},
-      {"\"C:\\My Tools\\Tool\" -x", "tool.exe"},
-      {"\"C:\\My Tools\\Tool\"", "my.exe"},
-      {"\"notepad.exe\" -x", "notepad.exe"},
-      {"readme.txt", "readme.txt.exe"},
-      {"C:\\Program Files\\tool", "program.exe"},
-      {"C:/Program/tool", "tool.exe"},
-      {"tnkxfs.dat", "tnkxfs.dat.exe"},
-      {"C:\\old.exe.d\\tool.exe", "old.exe"},
-      {"C:\\Tools\\", "notepad.exe"},
-      {" lead", "lead"},
-      {"vgs.exe", ""},
-      {"-vgs.exe", ""},
-  };
+  const Texts cases = {"notepad => notepad.exe",
+                       "notepad c:\\a.txt => notepad.exe",
+                       R"(C:\Tools\My App.EXE => my app.exe)",
+                       R"(C:\Tools\App.exe -x => my app.exe)",
+                       R"("C:\My Tools\App.exe" -x => my app.exe)",
+                       R"("C:\My Tools\Tool" -x => tool.exe)",
+                       R"("C:\My Tools\Tool" => my.exe)",
+                       R"("notepad.exe" -x => notepad.exe)",
+                       "readme.txt => readme.txt.exe",
+                       R"(C:\Program Files\tool => program.exe)",
+                       "C:/Program/tool => tool.exe",
+                       "tnkxfs.dat => tnkxfs.dat.exe",
+                       R"(C:\old.exe.d\tool.exe => old.exe)",
+                       "C:\\Tools\\ => notepad.exe",
+                       " lead => lead",
+                       "vgs.exe => ",
+                       "-vgs.exe => "};
   auto& main = Start();
-  for (const auto& [command, name] : cases) {
+  for (const auto& text : cases) {
+    const auto [command, name] = Sides(text);
     desktop.processes.clear();
     for (const auto& process : running) desktop.AddProcess(process);
     Launch(main, command);
@@ -221,15 +219,6 @@ TEST_F(Launcher, ProcessNameIsCutFromTheCommand) {
       EXPECT_EQ(process.classSet, process.name == name ? 256U : 0U) << command << " and " << process.name;
   }
   EXPECT_TRUE(desktop.activations.empty()) << "no command takes another road";
-}
-
-TEST_F(Launcher, AStoreThatCantBeWrittenHoldsNothingUp) {
-  desktop.settingsFail = true;
-  auto& main = Start();
-  Launch(main, "game");
-  EXPECT_EQ(desktop.starts.size(), 1U);
-  EXPECT_TRUE(desktop.settings.empty() && desktop.boxes.empty());
-  EXPECT_EQ(application.Forms().size(), 1U);
 }
 
 }  // namespace

@@ -132,12 +132,11 @@ TEST(StartingLines, PriorityAndWindowStyleReachTheTarget) {
       {"/k", 256, 1}, {"/min", 256, 2}, {"/hide /max", 256, 0}, {"/normal", 256, 1}, {"/max /i", 64, 3},
   };
   for (const auto& [switches, priorityClass, show] : cases) {
-    Desktop desktop;
-    Application application;
+    Program program;
+    auto& desktop = program.desktop;
     desktop.AddProcess("game.exe");
     desktop.files[KillList].bytes = "; nothing";
-    desktop.commandLine = "/q " + switches + " game";
-    application.Default<formVelmaro>().Show();
+    program.Start("/q " + switches + " game");
     EXPECT_EQ(desktop.ProcessNamed("game.exe").classSet, priorityClass) << switches;
     ASSERT_EQ(desktop.starts.size(), 1U);
     EXPECT_EQ(desktop.starts[0].show, show) << switches;
@@ -148,46 +147,40 @@ TEST(StartingLines, PriorityAndWindowStyleReachTheTarget) {
 TEST(StartingLines, ProcessNameIsCutFromTheTarget) {
   const Texts running = {"C:\\Emu\\epsxe.exe", "psx.exe", "mame.exe",  "tnkxfs.dat",
                          "Program.exe",        "old.exe", "a.txt.exe", "readme.dat.exe"};
-  const std::vector<std::pair<std::string, std::string>> cases = {
-      {"C:\\Emu\\epsxe.exe -nogui", "C:\\Emu\\epsxe.exe"},
-      {"\"C:\\Emu\\ePSXe.EXE\" -nogui", "C:\\Emu\\epsxe.exe"},
-      {"\"C:\\Emu\\psx\" -nogui", "psx.exe"},
-      {"mame readme", "mame.exe"},
-      {"MAME", "mame.exe"},
-      {"mame a.dat", "mame.exe"},
-      {"TNKXFS.dat", "tnkxfs.dat"},
-      {"readme.dat", ""},
-      {"C:\\Program Files\\app", "Program.exe"},
-      {"\"C:\\Program Files\\app\"", "Program.exe"},
-      {"C:\\old.exe.d\\mame.exe", "old.exe"},
-      {"a.txt", "a.txt.exe"},
-      {"\"\" mame", "C:\\Emu\\epsxe.exe"},
-  };
-  for (const auto& [target, name] : cases) {
-    Desktop desktop;
-    Application application;
+  const Texts cases = {R"(C:\Emu\epsxe.exe -nogui => C:\Emu\epsxe.exe)",
+                       R"("C:\Emu\ePSXe.EXE" -nogui => C:\Emu\epsxe.exe)",
+                       R"("C:\Emu\psx" -nogui => psx.exe)",
+                       "mame readme => mame.exe",
+                       "MAME => mame.exe",
+                       "mame a.dat => mame.exe",
+                       "TNKXFS.dat => tnkxfs.dat",
+                       "readme.dat => ",
+                       R"(C:\Program Files\app => Program.exe)",
+                       R"("C:\Program Files\app" => Program.exe)",
+                       R"(C:\old.exe.d\mame.exe => old.exe)",
+                       "a.txt => a.txt.exe",
+                       R"("" mame => C:\Emu\epsxe.exe)"};
+  for (const auto& text : cases) {
+    const auto [target, name] = Sides(text);
+    Program program;
+    auto& desktop = program.desktop;
     for (const auto& process : running) desktop.AddProcess(process);
-    desktop.commandLine = "/q " + target;
-    application.Default<formVelmaro>().Show();
+    program.Start("/q " + target);
     for (const auto& process : desktop.processes)
       EXPECT_EQ(process.classSet != 0, process.name == name) << target << " and " << process.name;
   }
 }
 
-TEST_F(Starting, OnlyNotFoundIsTriedASecondTime) {
+TEST_F(Starting, OnlyNotFoundIsTriedASecondTimeAndTheWholeTitleIsHidden) {
+  const auto longer = desktop.AddWindow("ePSXe 2");
+  const auto window = desktop.AddWindow("ePSXe");
   desktop.onStart = [](const auto&) { return 5; };
   Start("/q /x game");
   EXPECT_EQ(Started(), Texts{"ShellExecuteA:game:1"});
   EXPECT_EQ(desktop.sleeps.size(), 1U) << "a target that failed changes nothing else";
   EXPECT_TRUE(desktop.boxes.empty());
-}
-
-TEST_F(Starting, TheHiddenWindowBearsTheWholeTitle) {
-  const auto longer = desktop.AddWindow("ePSXe 2");
-  const auto late = desktop.AddWindow("ePSXe");
-  Start("/q /x game.exe");
   EXPECT_TRUE(desktop.WindowOf(longer).visible);
-  EXPECT_FALSE(desktop.WindowOf(late).visible);
+  EXPECT_FALSE(desktop.WindowOf(window).visible);
 }
 
 const std::string Station = "Connectix Virtual Game Station";
@@ -208,16 +201,6 @@ TEST_F(Starting, ARunningStationGetsEnterInPlaceOfAStart) {
   EXPECT_TRUE(desktop.sleeps.empty());
 }
 
-TEST_F(Starting, AStationThatIsNotRunningIsStartedFromWhereItIs) {
-  desktop.onStart = [&](const auto&) { return desktop.AddProcess("tnkxfs.dat"), 42; };
-  desktop.files["C:\\Emu\\cvgs.exe"].bytes = "x";
-  Start("/q /min \"C:\\Emu\\CVGS.EXE\"");
-  EXPECT_EQ(Started(), Texts{"Shell:C:\\Emu\\CVGS.EXE:1"});
-  EXPECT_EQ(desktop.ProcessNamed("tnkxfs.dat").classSet, 256U);
-  EXPECT_TRUE(desktop.sentKeys.empty());
-  EXPECT_EQ(desktop.peersMade, 0);
-}
-
 TEST(StartingLines, StationIsLookedForInThreePlaces) {
   struct Case {
     std::string target;
@@ -232,20 +215,22 @@ TEST(StartingLines, StationIsLookedForInThreePlaces) {
       {"vgs.exe", false, false, false, ""},
   };
   for (const auto& [target, file, local, installed, command] : cases) {
-    Desktop desktop;
-    Application application;
+    Program program;
+    auto& desktop = program.desktop;
     if (file) desktop.files["C:\\Emu\\vgs.exe"].bytes = "x";
     if (local) desktop.files["C:\\Velmaro\\MyVGS.exe"].bytes = "x";
     if (installed)
-      desktop.registry[0x80000002][StationKey]["Location"] = {.bytes =
-                                                                  std::string("C:\\Station\\run it.exe -a") + '\0'};
-    desktop.commandLine = "/q " + target;
-    application.Default<formVelmaro>().Show();
-    Texts started;
-    for (const auto& start : desktop.starts) started.push_back(start.file);
-    EXPECT_EQ(started, command.empty() ? Texts{} : Texts{command}) << target;
+      desktop.registry[0x80000002][StationKey]["Location"].bytes = std::string("C:\\Station\\run it.exe -a") + '\0';
+    desktop.onStart = [&](const auto&) { return desktop.AddProcess("tnkxfs.dat"), 42; };
+    program.Start("/q /min " + target);
+    ASSERT_EQ(desktop.starts.size(), command.empty() ? 0U : 1U) << target;
     EXPECT_EQ(desktop.activations.size(), 2U);
-    EXPECT_TRUE(application.Ended() && desktop.boxes.empty());
+    EXPECT_TRUE(desktop.sentKeys.empty());
+    EXPECT_TRUE(program.application.Ended() && desktop.boxes.empty());
+    if (command.empty()) continue;
+    EXPECT_EQ(desktop.starts[0].call + ':' + desktop.starts[0].file, "Shell:" + command);
+    EXPECT_EQ(desktop.starts[0].show, 1);
+    EXPECT_EQ(desktop.ProcessNamed("tnkxfs.dat").classSet, 256U);
   }
 }
 

@@ -25,25 +25,18 @@ class Walk : public OnDesktop {
 };
 
 TEST_F(Walk, RowsBearTagAndWholeNameInSnapshotOrder) {
-  const std::vector<std::tuple<std::string, int, std::string, int>> cases = {
-      {"Smss.EXE", 4, "[Idle]\tsmss.exe", 3},
-      {"C:\\Emu\\ePSXe.exe", 8, "[Normal]\tc:\\emu\\epsxe.exe", 0},
-      {"\xC3\x89mu.exe", 9, "[Normal]\t\xC3\xA9mu.exe", 0},
-      {"a]b.exe", 11, "[Normal]\ta]b.exe", 0},
-      {"b.exe", 13, "[HIGH]\tb.exe", 1},
-      {"b.exe", 24, "[REAL]\tb.exe", 2},
-      {"c.exe", 10, "[10]\tc.exe", 0},
-      {"d.exe", 0, "[0]\td.exe", 0},
-      {"e.exe", -7, "[-7]\te.exe", 0},
-      {"", 8, "[Normal]\t", 0},
-  };
-  for (const auto& [name, base, row, data] : cases) desktop.AddProcess(name, base);
+  const std::vector<std::pair<std::string, int>> running = {{"Smss.EXE", 4},       {"C:\\Emu\\ePSXe.exe", 8},
+                                                            {"\xC3\x89mu.exe", 9}, {"a]b.exe", 11},
+                                                            {"b.exe", 13},         {"b.exe", 24},
+                                                            {"c.exe", 10},         {"d.exe", 0},
+                                                            {"e.exe", -7},         {"", 8}};
+  for (const auto& [name, base] : running) desktop.AddProcess(name, base);
   list.AddItem("old");
-  ASSERT_EQ(Listed(0).size(), cases.size());
-  for (int i = 0; i < list.ListCount(); ++i) {
-    EXPECT_EQ(list.List(i), std::get<2>(cases[i]));
-    EXPECT_EQ(list.ItemData(i), std::get<3>(cases[i])) << list.List(i);
-  }
+  EXPECT_EQ(Listed(0),
+            (Texts{"[Idle]\tsmss.exe", "[Normal]\tc:\\emu\\epsxe.exe", "[Normal]\t\xC3\xA9mu.exe", "[Normal]\ta]b.exe",
+                   "[HIGH]\tb.exe", "[REAL]\tb.exe", "[10]\tc.exe", "[0]\td.exe", "[-7]\te.exe", "[Normal]\t"}));
+  const std::vector<int> data = {3, 0, 0, 0, 1, 2, 0, 0, 0, 0};
+  for (int i = 0; i < list.ListCount(); ++i) EXPECT_EQ(list.ItemData(i), data[i]) << list.List(i);
 }
 
 TEST_F(Walk, FiltersTakeTheExactBasePriority) {
@@ -58,109 +51,74 @@ TEST_F(Walk, FiltersTakeTheExactBasePriority) {
 }
 
 TEST_F(Walk, EmulatorsAreKnownByAnyPartOfTheTable) {
-  const Texts known = {"EPSXE.exe",  "C:\\Games\\Mame.exe",    "gs.exe",       "e.exe",        "tnkxfs.dat",
-                       "no$gmb.exe", "psinex pc emulator.exe", "c:\\folder\\", "vivanonno.exe"};
-  Texts lower;
+  const Texts known = {"EPSXE.exe",  "C:\\Games\\Mame.exe",    "gs.exe",       "e.exe",         "tnkxfs.dat",
+                       "no$gmb.exe", "psinex pc emulator.exe", "c:\\folder\\", "vivanonno.exe", "epsxe"};
+  Texts kept;
   for (const auto& name : known) {
     desktop.AddProcess(name, 24);
-    desktop.AddProcess("notepad.exe");
-    desktop.AddProcess("C:/games/mame.exe");
-    desktop.AddProcess("epsxe");
-    desktop.AddProcess("epsxe2.exe");
-    lower.push_back(platform::LowerCase(name));
+    kept.push_back(platform::LowerCase(name));
   }
-  lower.insert(lower.end(), known.size(), "epsxe");
-  auto kept = Kept(5);
-  EXPECT_TRUE(std::ranges::is_permutation(kept, lower)) << testing::PrintToString(kept);
+  for (const auto* unknown : {"notepad.exe", "C:/games/mame.exe", "epsxe2.exe", "mame.exe "})
+    desktop.AddProcess(unknown);
+  EXPECT_EQ(Kept(5), kept);
 }
 
 TEST_F(Walk, FirstNameWithThatEndIsFound) {
   const Texts running = {"mynotepad.exe", "notepad.exe",     "C:\\Emu\\Mame.exe", "mame.exe", "\xC3\x89psxe.exe",
                          "a*b.exe",       "quoted name.exe", " blank.exe ",       "c.exe?x"};
-  const std::vector<std::pair<std::string, std::string>> cases = {
-      {"notepad.exe", "mynotepad.exe"},
-      {"PAD.EXE", "mynotepad.exe"},
-      {"  notepad.exe  ", "mynotepad.exe"},
-      {"d:\\other\\mame.exe", "C:\\Emu\\Mame.exe"},
-      {"C:\\Emu\\Mame.exe", "C:\\Emu\\Mame.exe"},
-      {"mame.exe", "C:\\Emu\\Mame.exe"},
-      {" \"C:\\x\\mame.exe\"  ", "C:\\Emu\\Mame.exe"},
-      {"\"C:\\x\\mame.exe", "C:\\Emu\\Mame.exe"},
-      {"\"mame.exe\"", "C:\\Emu\\Mame.exe"},
-      {"C:\\x/mame.exe", "C:\\Emu\\Mame.exe"},
-      {"C:\\x\\mame.exe?y=1", "C:\\Emu\\Mame.exe"},
-      {"\xC3\xA9PSXE.exe", "\xC3\x89psxe.exe"},
-      {"*b.exe", "a*b.exe"},
-      {"quoted name.exe", "quoted name.exe"},
-      {"\" blank.exe \"", " blank.exe "},
-      {"\" mame.exe\"", ""},
-      {"C:/x/mame.exe", ""},
-      {"mame.exe?y=1", ""},
-      {"*.exe", ""},
-      {"?ame.exe", ""},
-      {"verylongmynotepad.exe", ""},
-      {"\tmame.exe", ""},
-      {"C:\\Emu\\", ""},
-      {"\"", ""},
-      {"\"\"", ""},
-      {"   ", ""},
-      {"", ""},
-  };
-  for (const auto& [sought, found] : cases) {
+  const Texts finds = {"notepad.exe => mynotepad.exe",         "PAD.EXE => mynotepad.exe",
+                       "  notepad.exe   => mynotepad.exe",     R"(d:\other\mame.exe => C:\Emu\Mame.exe)",
+                       "mame.exe => C:\\Emu\\Mame.exe",        R"( "C:\x\mame.exe"   => C:\Emu\Mame.exe)",
+                       R"("C:\x\mame.exe => C:\Emu\Mame.exe)", R"("mame.exe" => C:\Emu\Mame.exe)",
+                       R"(C:\x/mame.exe => C:\Emu\Mame.exe)",  R"(C:\x\mame.exe?y=1 => C:\Emu\Mame.exe)",
+                       "\xC3\xA9PSXE.exe => \xC3\x89psxe.exe", "*b.exe => a*b.exe",
+                       "quoted name.exe => quoted name.exe",   R"(" blank.exe " =>  blank.exe )"};
+  const Texts findsNone = {"\" mame.exe\" => ", "C:/x/mame.exe => ", "mame.exe?y=1 => ",
+                           "*.exe => ",         "?ame.exe => ",      "verylongmynotepad.exe => ",
+                           "\tmame.exe => ",    "C:\\Emu\\ => ",     "\" => ",
+                           "\"\" => ",          "    => ",           " => "};
+  for (const auto& text : finds + findsNone) {
+    const auto [sought, found] = Sides(text);
     desktop.processes.clear();
     for (const auto& name : running) desktop.AddProcess(name);
     EXPECT_EQ(WalkProcesses(sought, 3, true, nullptr), !found.empty()) << sought;
     for (const auto& process : desktop.processes)
-      EXPECT_EQ(process.classSet, process.name == found ? 64U : 0U) << sought << " and " << process.name;
+      EXPECT_EQ(process.classSet, process.name == found ? 64U : 0U) << text << " and " << process.name;
   }
 }
 
-TEST_F(Walk, OnlyTheFirstOfManyIsActedOn) {
-  for (int i = 0; i < 3; ++i) desktop.AddProcess("mame.exe");
-  EXPECT_TRUE(WalkProcesses("mame.exe", 4, true, nullptr));
-  EXPECT_EQ(desktop.terminated, std::vector{desktop.processes[0].id});
-}
-
-TEST_F(Walk, ModesSetTheClassAndReportIt) {
-  const std::vector<std::tuple<int, std::uint32_t, std::string>> cases = {
-      {0, 32, "NORMAL"},
-      {1, 128, "HIGH"},
-      {2, 256, "REAL TIME"},
-      {3, 64, "IDLE"},
-      {32, 32, "NORMAL"},
-      {128, 128, "HIGH"},
-      {256, 256, "REAL TIME"},
-      {64, 64, "IDLE"},
-      {5, 0, ""},
-      {6, 0, ""},
-      {-1, 0, ""},
-      {33, 0, ""},
-  };
+TEST_F(Walk, ModesSetTheClassAndReportItUnlessQuiet) {
   auto& process = desktop.ProcessById(desktop.AddProcess("Mame.EXE", 10));
-  for (const auto& [mode, priorityClass, word] : cases) {
-    process.classSet = 0;
-    desktop.boxes.clear();
-    EXPECT_TRUE(WalkProcesses("MAME.exe", mode, false, nullptr)) << mode;
-    EXPECT_EQ(process.classSet, priorityClass) << mode;
-    ASSERT_EQ(desktop.boxes.size(), word.empty() ? 0U : 1U) << mode;
-    if (!word.empty()) ExpectLastBox("mame.exe process has been set to " + word + ".", Tells);
-    EXPECT_TRUE(WalkProcesses("mame.exe", mode, true, nullptr));
+  desktop.AddProcess("mame.exe");
+  const std::vector<std::tuple<int, int, std::string>> classes = {
+      {0, 32, "NORMAL"}, {1, 128, "HIGH"}, {2, 256, "REAL TIME"}, {3, 64, "IDLE"}};
+  for (const auto& [mode, priorityClass, word] : classes) {
+    for (const int alias : {mode, priorityClass}) {
+      process.classSet = 0;
+      EXPECT_TRUE(WalkProcesses("MAME.exe", alias, false, nullptr)) << alias;
+      EXPECT_EQ(process.classSet, static_cast<std::uint32_t>(priorityClass));
+      ExpectLastBox("mame.exe process has been set to " + word + ".", Tells);
+      EXPECT_TRUE(WalkProcesses("mame.exe", alias, true, nullptr));
+    }
   }
-  EXPECT_TRUE(process.alive);
-  EXPECT_LE(desktop.boxes.size(), 1U) << "a quiet walk shows no box";
+  process.classSet = 0;
+  for (const int mode : {5, 6, -1, 33}) EXPECT_TRUE(WalkProcesses("mame.exe", mode, false, nullptr)) << mode;
+  EXPECT_EQ(desktop.boxes.size(), 8U);
+  EXPECT_TRUE(WalkProcesses("mame.exe", 4, true, nullptr));
+  EXPECT_EQ(Ended(), Texts{"Mame.EXE"}) << "only the first of two is acted on";
+  EXPECT_EQ(process.classSet + desktop.processes[1].classSet, 0U);
 }
 
 TEST_F(Walk, WhatCantBeSetIsReportedAsIfItHadBeen) {
-  auto& denied = desktop.ProcessById(desktop.AddProcess("denied.exe"));
-  denied.denied = true;
-  auto& gone = desktop.ProcessById(desktop.AddProcess("stubborn.exe"));
-  gone.stubborn = true;
+  desktop.AddProcess("denied.exe");
+  desktop.ProcessNamed("denied.exe").denied = true;
+  desktop.AddProcess("stubborn.exe");
+  desktop.ProcessNamed("stubborn.exe").stubborn = true;
   for (const std::string name : {"denied.exe", "stubborn.exe"}) {
     EXPECT_TRUE(WalkProcesses(name, 1, false, nullptr));
     ExpectLastBox(name + " process has been set to HIGH.", Tells);
     EXPECT_TRUE(WalkProcesses(name, 4, true, nullptr));
   }
-  EXPECT_EQ(Ended(), Texts{});
   // A process can be gone by the time the user has answered.
   auto& late = desktop.ProcessById(desktop.AddProcess("late.exe"));
   desktop.Answer(6, [&] { late.alive = false; });
@@ -178,7 +136,6 @@ TEST_F(Walk, TerminationAsksUnlessQuietAndSparesTheNoKillList) {
     EXPECT_TRUE(WalkProcesses("game.exe", 4, false, nullptr));
     ExpectLastBox("Do you want to terminate the process 'game.exe'?", AsksWithNo);
   }
-  EXPECT_EQ(Ended(), Texts{"Game.exe"});
   EXPECT_TRUE(WalkProcesses("saved.exe", 4, false, nullptr));
   EXPECT_TRUE(WalkProcesses("saved.exe", 4, true, nullptr));
   EXPECT_FALSE(WalkProcesses("game.exe", 4, false, nullptr)) << "it has ended";

@@ -3,6 +3,7 @@
 #   wine.sh --up     makes the prefix, and keeps Wine and a virtual display running for the programs that follow
 #   wine.sh --down   ends both
 # VELMARO_DPI=144 uses a second prefix with that resolution. Where Wine is missing the exit code is 77.
+#   wine.sh --display-file   names the file that holds the number of the virtual display
 #   wine.sh --bits   prints 32, or 64 on a machine that runs no 32-bit programs, or nothing where Wine can't be had
 # VELMARO_DPI=144 uses a second prefix with that resolution. Where Wine is missing the exit code is 77.
 # VELMARO_BITS=64 runs 64-bit programs; each kind has a prefix of its own.
@@ -88,6 +89,9 @@ need_prefix() {
 }
 
 case ${1:-} in
+  --display-file)
+    echo "$state"
+    ;;
   --up)
     use_display
     need_prefix

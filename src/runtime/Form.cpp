@@ -54,7 +54,8 @@ void Form::Realize() {
 
 void Form::Appear(Form* owner) {
   Realize();
-  if (!peer_ || unloaded_ || visible_) return;
+  if (!peer_ || unloaded_) return;
+  // A form that shows already comes to the front.
   visible_ = true;
   peer_->Show(owner);
 }

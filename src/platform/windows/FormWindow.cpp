@@ -71,8 +71,11 @@ void FormWindow::Apply(velmaro::Change what) {
 void FormWindow::Show(velmaro::Form* owner) {
   const auto above = owner ? platform::ToNative<HWND>(owner->hWnd()) : nullptr;
   if (above) ::SetWindowLongPtrW(window_.get(), GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(above));
-  if (!placed_) PlaceFirst(above);
-  ::ShowWindow(window_.get(), ::IsIconic(window_.get()) ? SW_RESTORE : SW_SHOWNORMAL);
+  const bool first = !placed_;
+  if (first) PlaceFirst(above);
+  // The first show takes on the window state that the program was started with.
+  const int command = first ? SW_SHOWNORMAL : SW_SHOW;
+  ::ShowWindow(window_.get(), ::IsIconic(window_.get()) ? SW_RESTORE : command);
   ::SetForegroundWindow(window_.get());
   ::RedrawWindow(window_.get(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
 }
