@@ -20,7 +20,7 @@ if(TARGET velmaro AND EXISTS ${CMAKE_SOURCE_DIR}/src/startup/main.cpp)
     "${CMAKE_SOURCE_DIR}/packaging/velmaro.manifest" "${CMAKE_SOURCE_DIR}/packaging/resources.h")
   target_include_directories(velmaro_exe PRIVATE packaging ${icons})
   target_include_directories(velmaro PUBLIC packaging)
-  target_link_libraries(velmaro_exe PRIVATE velmaro gdi32 comctl32 comdlg32 shell32 advapi32 user32)
+  target_link_libraries(velmaro_exe PRIVATE velmaro gdi32 shell32 advapi32 user32)
   # The address space can be laid out anew only while the relocations are in the file.
   if(CMAKE_SYSTEM_PROCESSOR STREQUAL i686)
     target_link_options(velmaro_exe PRIVATE -Wl,--large-address-aware)
@@ -38,4 +38,5 @@ if(BUILD_TESTING)
 endif()
 
 file(GLOB bench_sources CONFIGURE_DEPENDS bench/windows/*.cpp)
-velmaro_program(velmaro_bench_windows SOURCES ${bench_sources} LIBRARIES comctl32 gdi32 user32 psapi)
+velmaro_program(velmaro_bench_windows SOURCES ${bench_sources}
+  LIBRARIES velmaro gdi32 shell32 advapi32 user32)

@@ -4,7 +4,7 @@ set -u
 export DEBIAN_FRONTEND=noninteractive LC_ALL=C
 
 tools=(make cmake ninja-build g++ g++-mingw-w64-i686-posix python3 libgtest-dev googletest libbenchmark-dev)
-wine=(wine wine32:i386 xvfb xauth x11-utils imagemagick fonts-liberation)
+wine=(wine wine32:i386 xvfb xauth x11-utils imagemagick fonts-liberation fonts-wine)
 
 # Some kernels run no 32-bit programs. There the tests drive a 64-bit build of the same sources: the smallest 32-bit
 # program that there is, one that only exits, tells.

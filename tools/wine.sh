@@ -60,7 +60,12 @@ use_display() {
   export DISPLAY=:$number
 }
 
+# On the virtual display there is no window manager, and Wine would wait two seconds for its answer each time that a
+# window shows or goes.
+with_manager() { "$wine" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d "$1" /f >/dev/null 2>&1; }
+
 down() {
+  if display_is_up; then DISPLAY=:$number with_manager Y; fi
   timeout 20 "$server" -k 2>/dev/null
   timeout 20 "$server" -w 2>/dev/null
   if display_is_up; then kill "$process"; fi
@@ -95,8 +100,8 @@ case ${1:-} in
   --up)
     use_display
     need_prefix
-    "$server" -p
-    "$wine" cmd /c exit
+    "$server" -p >/dev/null 2>&1 </dev/null
+    with_manager N
     ;;
   --down)
     down
@@ -108,6 +113,7 @@ case ${1:-} in
       use_display
     fi
     need_prefix
+    [ -z "$own" ] || with_manager N
     "$wine" "$@"
     code=$?
     [ -z "$own" ] || down

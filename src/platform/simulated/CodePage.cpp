@@ -50,9 +50,15 @@ void AppendLower(std::string& to, wchar_t letter) {
 }  // namespace
 
 std::string LowerCase(std::string_view text) {
-  const InUtf8 encoding;
   std::string lower;
+  lower.reserve(text.size());
   while (!text.empty()) {
+    if (static_cast<unsigned char>(text[0]) < 128) {
+      lower += text[0] >= 'A' && text[0] <= 'Z' ? static_cast<char>(text[0] + 32) : text[0];
+      text.remove_prefix(1);
+      continue;
+    }
+    const InUtf8 encoding;
     wchar_t letter = 0;
     const auto bytes = Decode(text, letter);
     if (bytes != 0)

@@ -12,9 +12,7 @@ constexpr int Edge = 3;
 
 OwnedImages ImagesOf(velmaro::Picture picture, int pixels) {
   const auto icon = LoadPicture(picture, pixels);
-  OwnedImages images(::ImageList_Create(pixels, pixels, ILC_COLOR32 | ILC_MASK, 1, 1));
-  if (images) ::ImageList_ReplaceIcon(images.get(), -1, icon.get());
-  return images;
+  return OwnedImages(ImagesOfIcon(icon.get(), pixels));
 }
 
 }  // namespace

@@ -14,8 +14,7 @@ namespace {
 constexpr UINT RedrawMenuBar = WM_APP;
 
 ATOM RegisterFormClass(const wchar_t* name, WNDPROC procedure) {
-  INITCOMMONCONTROLSEX classes{sizeof classes, ICC_STANDARD_CLASSES};
-  ::InitCommonControlsEx(&classes);
+  UseControlClasses(ICC_STANDARD_CLASSES);
   WNDCLASSEXW form{};
   form.cbSize = sizeof form;
   form.lpfnWndProc = procedure;

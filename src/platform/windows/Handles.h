@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/windows/CommonControls.h"
 #include "platform/windows/System.h"
 
 namespace windows {
@@ -12,7 +13,6 @@ inline void DropBitmap(HBITMAP bitmap) { ::DeleteObject(bitmap); }
 inline void DropContext(HDC context) { ::DeleteDC(context); }
 inline void DropIcon(HICON icon) { ::DestroyIcon(icon); }
 inline void DropMenu(HMENU menu) { ::DestroyMenu(menu); }
-inline void DropImages(HIMAGELIST images) { ::ImageList_Destroy(images); }
 
 // Native handles that close themselves.
 using OwnedWindow = platform::Owned<HWND, &DropWindow>;

@@ -5,14 +5,14 @@ namespace platform {
 namespace {
 
 // Starts a command line and gives 0, or the system's error. It does not wait until the program is ready for input.
-DWORD Start(const std::string& commandLine, int showCommand) {
+DWORD Start(const std::string& commandLine, int showCommand, const wchar_t* folder = nullptr) {
   STARTUPINFOW startup{};
   startup.cb = sizeof startup;
   startup.dwFlags = STARTF_USESHOWWINDOW;
   startup.wShowWindow = static_cast<WORD>(showCommand);
   PROCESS_INFORMATION started{};
   auto line = Widen(commandLine);
-  if (!::CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &started))
+  if (!::CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, folder, &startup, &started))
     return ::GetLastError();
   const OwnedHandle process(ToNumber(started.hProcess));
   const OwnedHandle thread(ToNumber(started.hThread));
@@ -24,7 +24,10 @@ const wchar_t* OrNull(const std::wstring& text) { return text.empty() ? nullptr 
 }  // namespace
 
 std::uint32_t WinExec(const std::string& commandLine, int showCommand) {
-  const auto error = Start(commandLine, showCommand);
+  // What is started with arguments finds itself in the same folder as what is started without.
+  constexpr auto folder = L"C:\\";
+  const bool present = ::GetFileAttributesW(folder) != INVALID_FILE_ATTRIBUTES;
+  const auto error = Start(commandLine, showCommand, present ? folder : nullptr);
   if (error == 0) return 33;
   const bool known = error <= ERROR_PATH_NOT_FOUND || error == ERROR_BAD_FORMAT;
   return known ? error : 0;

@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "platform/windows/Codepage.h"
+#include "platform/windows/SystemLibrary.h"
 #include "platform/windows/System.h"
 
 namespace platform {
@@ -37,7 +38,9 @@ bool GetOpenFileNameA(OPENFILENAME& dialog) {
   native.lpstrTitle = OrNull(title);
   // Without this flag Windows shows the dialog of its oldest versions.
   native.Flags = dialog.Flags | OFN_EXPLORER;
-  if (!::GetOpenFileNameW(&native)) return false;
+  // The dialogs' library is loaded by the first dialog: most runs show none.
+  const auto open = SystemFunction<decltype(&::GetOpenFileNameW)>(L"comdlg32.dll", "GetOpenFileNameW");
+  if (!open || !open(&native)) return false;
   const auto path = Narrow(file.c_str());
   // The room is counted in bytes, and UTF-16 takes fewer units than that.
   if (path.size() >= dialog.nMaxFile) return false;

@@ -9,8 +9,7 @@ namespace windows {
 void Tips::Offer(HWND form, HWND control, const std::string& text) {
   if (std::ranges::count(offered_, control) != 0) return;
   if (!window_) {
-    INITCOMMONCONTROLSEX classes{sizeof classes, ICC_BAR_CLASSES};
-    ::InitCommonControlsEx(&classes);
+    UseControlClasses(ICC_BAR_CLASSES);
     window_ = Create({.windowClass = TOOLTIPS_CLASSW,
                       .style = WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX,
                       .extendedStyle = WS_EX_TOPMOST,

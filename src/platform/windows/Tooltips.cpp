@@ -1,5 +1,6 @@
 #include "platform/windows/Codepage.h"
 #include "platform/windows/System.h"
+#include "platform/windows/CommonControls.h"
 #include "platform/windows/SystemLibrary.h"
 
 namespace platform {
@@ -35,8 +36,7 @@ UINT WideMessage(std::uint32_t message) {
 
 WindowHandle CreateWindowExA(std::uint32_t extendedStyle, const std::string& windowClass, std::uint32_t style, int x,
                              int y, int width, int height, WindowHandle owner, std::uint32_t instance) {
-  INITCOMMONCONTROLSEX classes{sizeof classes, ICC_BAR_CLASSES};
-  ::InitCommonControlsEx(&classes);
+  windows::UseControlClasses(ICC_BAR_CLASSES);
   return ToNumber(::CreateWindowExW(extendedStyle, Widen(windowClass).c_str(), nullptr, style, x, y, width, height,
                                     ToNative<HWND>(owner), nullptr, ToNative<HINSTANCE>(instance), nullptr));
 }

@@ -1,0 +1,48 @@
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <vector>
+
+#include "Compare.h"
+
+namespace {
+
+double MillisecondsOf(const std::function<void()>& work) {
+  const auto start = std::chrono::steady_clock::now();
+  work();
+  return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
+}
+
+double Median(std::vector<double> times) {
+  const auto middle = times.begin() + static_cast<std::ptrdiff_t>(times.size() / 2);
+  std::nth_element(times.begin(), middle, times.end());
+  return *middle;
+}
+
+void Often(const std::function<void()>& work) {
+  for (int i = 0; i < 20; ++i) work();
+}
+
+}  // namespace
+
+void Compare(const std::string& what, int rounds, const std::function<void()>& program,
+             const std::function<void()>& bare, const std::function<void()>& tidy) {
+  std::vector<double> programTimes;
+  std::vector<double> bareTimes;
+  for (int i = 0; i < rounds; ++i) {
+    programTimes.push_back(MillisecondsOf(program));
+    tidy();
+    bareTimes.push_back(MillisecondsOf(bare));
+    tidy();
+  }
+  const auto programTime = Median(programTimes);
+  const auto bareTime = Median(bareTimes);
+  std::printf("%-52s %8.2f ms, bare %8.2f ms: %5.2f times the bare work\n", what.c_str(), programTime, bareTime,
+              programTime / bareTime);
+}
+
+int main() {
+  Compare(
+      "20 list walks, against Toolhelp alone", 31, [] { Often(WalkIntoList); }, [] { Often(BareWalk); }, [] {});
+  return CompareStarts() ? 0 : 1;
+}

@@ -1,0 +1,245 @@
+#include "Drive.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iterator>
+#include <sstream>
+#include <stdexcept>
+
+namespace drive {
+namespace {
+
+std::wstring NewFolder() {
+  static int made = 0;
+  std::wstring temporary(1000, L'\0');
+  temporary.resize(::GetTempPathW(static_cast<DWORD>(temporary.size()), temporary.data()));
+  return temporary + L"velmaro-" + std::to_wstring(::GetCurrentProcessId()) + L"-" + std::to_wstring(++made);
+}
+
+BOOL CALLBACK CollectWindow(HWND window, LPARAM windows) {
+  reinterpret_cast<std::vector<HWND>*>(windows)->push_back(window);
+  return TRUE;
+}
+
+// Place and button go together: a move that is told late must not take the press elsewhere.
+void SendMouse(POINT at, DWORD button) {
+  INPUT input{};
+  input.type = INPUT_MOUSE;
+  input.mi.dx = (at.x * 65536 + 32768) / ::GetSystemMetrics(SM_CXSCREEN);
+  input.mi.dy = (at.y * 65536 + 32768) / ::GetSystemMetrics(SM_CYSCREEN);
+  input.mi.dwFlags = MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE | button;
+  ::SendInput(1, &input, sizeof input);
+}
+
+void SendKey(int key, DWORD flags) {
+  INPUT input{};
+  input.type = INPUT_KEYBOARD;
+  input.ki.wVk = static_cast<WORD>(key);
+  input.ki.wScan = static_cast<WORD>(::MapVirtualKeyW(static_cast<UINT>(key), MAPVK_VK_TO_VSC));
+  const bool extended = key == VK_DELETE || key == VK_DOWN || key == VK_UP || key == VK_HOME || key == VK_END;
+  input.ki.dwFlags = flags | (extended ? KEYEVENTF_EXTENDEDKEY : 0U);
+  ::SendInput(1, &input, sizeof input);
+}
+
+}  // namespace
+
+bool Until(const std::function<bool()>& holds, int milliseconds) {
+  const auto end = ::GetTickCount64() + static_cast<ULONGLONG>(milliseconds);
+  while (!holds()) {
+    if (::GetTickCount64() > end) return false;
+    ::Sleep(10);
+  }
+  return true;
+}
+
+std::wstring Beside(const std::wstring& name) {
+  std::wstring path(1000, L'\0');
+  path.resize(::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
+  return path.substr(0, path.find_last_of(L"\\/") + 1) + name;
+}
+
+Folder::Folder() : path_(NewFolder()) {
+  std::filesystem::create_directories(path_);
+  std::filesystem::copy_file(Beside(L"velmaro.exe"), path_ / L"velmaro.exe");
+}
+
+Folder::~Folder() {
+  for (const auto& process : Processes()) {
+    const OwnedHandle opened(::OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, process.id));
+    std::wstring image(1000, L'\0');
+    auto length = static_cast<DWORD>(image.size());
+    if (opened && ::QueryFullProcessImageNameW(opened.get(), 0, image.data(), &length) &&
+        image.starts_with(path_.wstring()))
+      End(process.id);
+  }
+  Until([&] {
+    std::error_code failure;
+    std::filesystem::remove_all(path_, failure);
+    return !failure;
+  });
+}
+
+std::wstring Folder::Probe(const std::wstring& name) const {
+  std::filesystem::copy_file(Beside(L"probe.exe"), path_ / name);
+  return Path(name);
+}
+
+void Folder::Write(const std::wstring& name, const std::string& bytes) const {
+  std::ofstream(path_ / name, std::ios::binary) << bytes;
+}
+
+std::string Folder::Read(const std::wstring& name) const {
+  std::ifstream file(path_ / name, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+Program::Program(const std::wstring& path, const std::wstring& line) {
+  // Otherwise the system would tell us, and take from us, figures of another resolution.
+  ::SetProcessDPIAware();
+  auto command = L'"' + path + L'"' + (line.empty() ? L"" : L" " + line);
+  STARTUPINFOW start{};
+  start.cb = sizeof start;
+  PROCESS_INFORMATION made{};
+  if (!::CreateProcessW(path.c_str(), command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &made))
+    throw std::runtime_error("a program did not start");
+  handle_.reset(made.hProcess);
+  thread_.reset(made.hThread);
+  id_ = made.dwProcessId;
+}
+
+Program::~Program() {
+  if (!handle_) return;
+  ::TerminateProcess(handle_.get(), 1);
+  ::WaitForSingleObject(handle_.get(), 5000);
+}
+
+int Program::ExitCode(int milliseconds) const {
+  DWORD code = 0;
+  if (::WaitForSingleObject(handle_.get(), static_cast<DWORD>(milliseconds)) != WAIT_OBJECT_0) return -1;
+  return ::GetExitCodeProcess(handle_.get(), &code) ? static_cast<int>(code) : -1;
+}
+
+std::vector<HWND> Program::Windows(bool visible) const {
+  std::vector<HWND> windows;
+  ::EnumWindows(&CollectWindow, reinterpret_cast<LPARAM>(&windows));
+  std::erase_if(windows, [&](HWND window) {
+    DWORD process = 0;
+    ::GetWindowThreadProcessId(window, &process);
+    return process != id_ || (visible && !::IsWindowVisible(window));
+  });
+  return windows;
+}
+
+HWND Program::Window(const std::wstring& title, const std::wstring& windowClass, int milliseconds) const {
+  HWND found = nullptr;
+  Until(
+      [&] {
+        for (const auto window : Windows())
+          if (windowClass.empty() ? Text(window) == title : ClassOf(window) == windowClass) found = window;
+        return found != nullptr;
+      },
+      milliseconds);
+  return found;
+}
+
+Report ReportOf(const std::wstring& probe) {
+  Report report;
+  // A file that just got its name can be shut for a moment yet.
+  Until([&] {
+    std::ifstream file(std::filesystem::path(probe + L".txt"), std::ios::binary);
+    const std::string bytes{std::istreambuf_iterator<char>(file), {}};
+    std::wstring text(bytes.size() / sizeof(wchar_t), L'\0');
+    bytes.copy(reinterpret_cast<char*>(text.data()), text.size() * sizeof(wchar_t));
+    std::wistringstream lines(text);
+    lines >> report.id >> report.show >> std::ws;
+    std::getline(lines, report.folder);
+    std::getline(lines, report.line);
+    return report.id != 0;
+  });
+  return report;
+}
+
+Program StartProbe(const std::wstring& probe, const std::wstring& line) {
+  std::filesystem::remove(probe + L".txt");
+  Program started(probe, line);
+  EXPECT_EQ(ReportOf(probe).id, started.Id());
+  return started;
+}
+
+std::wstring Text(HWND window) {
+  std::wstring text(static_cast<std::size_t>(::SendMessageW(window, WM_GETTEXTLENGTH, 0, 0)) + 1, L'\0');
+  text.resize(
+      static_cast<std::size_t>(::SendMessageW(window, WM_GETTEXT, text.size(), reinterpret_cast<LPARAM>(text.data()))));
+  return text;
+}
+
+std::wstring ClassOf(HWND window) {
+  std::wstring name(100, L'\0');
+  name.resize(static_cast<std::size_t>(::GetClassNameW(window, name.data(), static_cast<int>(name.size()))));
+  return name;
+}
+
+HWND Child(HWND parent, const std::wstring& windowClass, const std::wstring& text) {
+  std::vector<HWND> children;
+  ::EnumChildWindows(parent, &CollectWindow, reinterpret_cast<LPARAM>(&children));
+  for (const auto child : children)
+    if (::lstrcmpiW(ClassOf(child).c_str(), windowClass.c_str()) == 0 && (text.empty() || Text(child) == text))
+      return child;
+  return nullptr;
+}
+
+HWND Focus(HWND window) {
+  GUITHREADINFO info{};
+  info.cbSize = sizeof info;
+  ::GetGUIThreadInfo(::GetWindowThreadProcessId(window, nullptr), &info);
+  return info.hwndFocus;
+}
+
+bool Gone(HWND window) {
+  return Until([&] { return !::IsWindowVisible(window); });
+}
+
+void Press(HWND button) {
+  ASSERT_TRUE(button) << "there is no such button";
+  ::PostMessageW(button, BM_CLICK, 0, 0);
+}
+
+void Front(HWND window) {
+  EXPECT_TRUE(Until([&] {
+    if (::GetForegroundWindow() != window) ::SetForegroundWindow(window);
+    return ::GetForegroundWindow() == window && Focus(window);
+  }));
+  // Nothing tells when the keyboard has followed; keys that come too early are lost.
+  ::Sleep(50);
+}
+
+void Keys(std::initializer_list<int> keys, int with) {
+  if (with) SendKey(with, 0);
+  for (const int key : keys) {
+    SendKey(key, 0);
+    SendKey(key, KEYEVENTF_KEYUP);
+  }
+  if (with) SendKey(with, KEYEVENTF_KEYUP);
+}
+
+void Click(HWND window, DWORD down, int times, const POINT* at) {
+  RECT client;
+  ::GetClientRect(window, &client);
+  POINT point = at ? *at : POINT{client.right / 2, client.bottom / 2};
+  ::ClientToScreen(window, &point);
+  SendMouse(point, 0);
+  for (int i = 0; i < times; ++i) {
+    SendMouse(point, down);
+    SendMouse(point, down << 1);
+  }
+}
+
+void ClickRow(HWND list, int row, DWORD down, int times) {
+  RECT place{};
+  ::SendMessageW(list, LB_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&place));
+  const POINT point{place.left + 20, (place.top + place.bottom) / 2};
+  Click(list, down, times, &point);
+}
+
+}  // namespace drive

@@ -1,0 +1,187 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "Inside.h"
+
+// Drives the real velmaro.exe as a user does, from outside, and reads what shows.
+namespace drive {
+
+// Waits until something holds, and tells whether it came to hold in time.
+bool Until(const std::function<bool()>& holds, int milliseconds = 10000);
+
+struct CloseNativeHandle {
+  void operator()(HANDLE handle) const { ::CloseHandle(handle); }
+};
+using OwnedHandle = std::unique_ptr<void, CloseNativeHandle>;
+
+// The path of a file beside this program.
+std::wstring Beside(const std::wstring& name);
+
+// A folder of a test's own, with velmaro.exe in it. When it ends, every program that runs from it ends with it.
+class Folder {
+ public:
+  Folder();
+  Folder(const Folder&) = delete;
+  Folder& operator=(const Folder&) = delete;
+  ~Folder();
+  std::wstring Path(const std::wstring& name) const { return (path_ / name).wstring(); }
+  // Puts a copy of the probe in, under a name of its own, and gives its path.
+  std::wstring Probe(const std::wstring& name) const;
+  void Write(const std::wstring& name, const std::string& bytes) const;
+  std::string Read(const std::wstring& name) const;
+
+ private:
+  std::filesystem::path path_;
+};
+
+// One running process as the system tells it: nothing here comes from the program under test.
+struct Process {
+  DWORD id = 0;
+  std::wstring name;
+};
+std::vector<Process> Processes();
+// The processes whose executable has this name.
+std::vector<DWORD> Instances(const std::wstring& name);
+// The priority class of a process, 0 for one that is gone.
+DWORD ClassOf(DWORD process);
+bool SetClass(DWORD process, DWORD priorityClass);
+void End(DWORD process);
+// Memory that belongs to a process alone, in bytes, and the handles that it holds.
+std::size_t PrivateBytes(DWORD process);
+DWORD Handles(DWORD process);
+
+// A program that was started with exactly this command line behind its name. It ends with the object.
+class Program {
+ public:
+  explicit Program(const std::wstring& path, const std::wstring& line = {});
+  Program(Program&&) = default;
+  Program(const Program&) = delete;
+  Program& operator=(const Program&) = delete;
+  ~Program();
+  DWORD Id() const { return id_; }
+  bool Lives() const { return ::WaitForSingleObject(handle_.get(), 0) == WAIT_TIMEOUT; }
+  // Waits for the end and gives the exit code, -1 when it does not come.
+  int ExitCode(int milliseconds = 20000) const;
+  // Every top-level window of the program, the upper ones first.
+  std::vector<HWND> Windows(bool visible = true) const;
+  // Waits for a visible window by its title, or by its class where that is given; null when none comes.
+  HWND Window(const std::wstring& title, const std::wstring& windowClass = {}, int milliseconds = 10000) const;
+
+ private:
+  OwnedHandle handle_;
+  OwnedHandle thread_;
+  DWORD id_ = 0;
+};
+
+// What a probe wrote about its start.
+struct Report {
+  DWORD id = 0;
+  int show = -1;
+  std::wstring folder;
+  std::wstring line;
+};
+// Waits for the report of a probe that was started from this path.
+Report ReportOf(const std::wstring& probe);
+// Starts a probe and waits until it runs.
+Program StartProbe(const std::wstring& probe, const std::wstring& line = {});
+
+// A message box that stands open.
+struct Box {
+  HWND window = nullptr;
+  std::wstring title;
+  std::wstring text;
+  std::wstring icon;
+  // The button that has the keyboard: what Enter presses.
+  int defaultButton = 0;
+  // Presses a button (IDOK, IDYES ...) and waits until the box is gone.
+  void Answer(int button) const;
+};
+
+struct Entry {
+  int depth = 0;
+  bool checked = false;
+  UINT id = 0;
+  std::wstring text;
+};
+
+// velmaro.exe of a folder, started attended or not.
+class Velmaro : public Program {
+ public:
+  explicit Velmaro(const Folder& folder, const std::wstring& line = {});
+  // The main window, once it shows.
+  HWND Main() const;
+  // The uppermost other form, once one shows.
+  HWND Form() const;
+  HWND List() const;
+  std::vector<std::wstring> Rows() const;
+  // The first row that ends with a text, empty where there is none.
+  std::wstring Row(const std::wstring& ending) const;
+  int Selected() const;
+  // Selects the first row that ends with a text; false where there is none.
+  bool Select(const std::wstring& ending) const;
+  // Presses a button of the main window by its caption.
+  void Press(const std::wstring& caption) const;
+  // Refreshes the list and waits until it is filled anew.
+  void Refresh() const;
+
+  // The entries of the menu bar, or of the popup that is open.
+  std::vector<Entry> Menu(HWND window = nullptr) const;
+  // The checked entries of the menu bar, joined by "|".
+  std::wstring Checks() const;
+  // Chooses an entry of the menu bar by its text without its shortcut. Does not wait for what it does.
+  void Choose(const std::wstring& text) const;
+  // Waits for a popup menu.
+  HWND Popup() const;
+  // Waits for a message box.
+  Box Await(int milliseconds = 10000) const;
+  bool HasBox() const { return BoxWindow() != nullptr; }
+  // Asks the library inside the program.
+  std::wstring Asked(Ask ask, HWND window) const;
+
+ private:
+  HWND BoxWindow() const;
+
+  mutable HWND main_ = nullptr;
+};
+
+// Windows and controls.
+std::wstring Text(HWND window);
+std::wstring ClassOf(HWND window);
+// A child by its class and, where it is given, its text.
+HWND Child(HWND parent, const std::wstring& windowClass, const std::wstring& text = {});
+// The control that has the keyboard in a window's program.
+HWND Focus(HWND window);
+// Waits until a window is gone, and tells whether it went.
+bool Gone(HWND window);
+void Press(HWND button);
+// Brings a window to the front and waits until the keyboard is its own.
+void Front(HWND window);
+// Types real keys into the window in front, one after the other; `with` is held meanwhile.
+void Keys(std::initializer_list<int> keys, int with = 0);
+// Presses and releases a real mouse button on a point of a window: at its middle where none is given.
+void Click(HWND window, DWORD down = MOUSEEVENTF_LEFTDOWN, int times = 1, const POINT* at = nullptr);
+// Presses a real mouse button on the selected row of a list.
+void ClickRow(HWND list, int row, DWORD down = MOUSEEVENTF_LEFTDOWN, int times = 1);
+
+// The settings of the program. What stood there before is put back when the object ends.
+class Settings {
+ public:
+  Settings();
+  Settings(const Settings&) = delete;
+  Settings& operator=(const Settings&) = delete;
+  ~Settings();
+  std::wstring Read(const std::wstring& key) const;
+  void Write(const std::wstring& key, const std::wstring& value) const;
+  std::size_t Count() const;
+
+ private:
+  std::map<std::wstring, std::wstring> before_;
+};
+
+}  // namespace drive

@@ -1,0 +1,143 @@
+#include <gtest/gtest.h>
+
+#include <cstdio>
+
+#include "Drive.h"
+
+namespace drive {
+namespace {
+
+constexpr double Megabyte = 1024.0 * 1024.0;
+constexpr std::size_t Block = 2 * 1024 * 1024;
+
+MEMORYSTATUSEX Memory() {
+  MEMORYSTATUSEX memory{};
+  memory.dwLength = sizeof memory;
+  ::GlobalMemoryStatusEx(&memory);
+  return memory;
+}
+
+class MemoryTest : public testing::Test {
+ protected:
+  MemoryTest() : velmaro(folder) {
+    velmaro.Press(L"Free &Mem");
+    meter = velmaro.Form();
+    bar = Child(meter, L"SCROLLBAR");
+    for (HWND child = nullptr; (child = ::FindWindowExW(meter, child, L"Static", nullptr));)
+      if (Text(child).starts_with(L"Free: ")) status = child;
+    for (HWND child = nullptr; (child = ::FindWindowExW(meter, child, L"Button", nullptr));) button = child;
+    idle = PrivateBytes(velmaro.Id());
+  }
+  bool Running() const { return Text(button) == L"&Stop"; }
+  int Target() const {
+    SCROLLINFO info{};
+    info.cbSize = sizeof info;
+    info.fMask = SIF_ALL;
+    ::GetScrollInfo(bar, SB_CTL, &info);
+    return info.nPos;
+  }
+  void SetTarget(int target) const {
+    ::SendMessageW(meter, WM_HSCROLL, MAKEWPARAM(SB_THUMBPOSITION, target), reinterpret_cast<LPARAM>(bar));
+  }
+  void Start() const {
+    Press(button);
+    ASSERT_TRUE(Until([&] { return Running(); }));
+  }
+  // Presses a label with the mouse; the program need not be in front for it.
+  static void PressLabel(HWND label) {
+    ::PostMessageW(label, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(2, 2));
+    ::PostMessageW(label, WM_LBUTTONUP, 0, MAKELPARAM(2, 2));
+  }
+  void ExpectAllGivenBack() const {
+    EXPECT_TRUE(Until([&] { return PrivateBytes(velmaro.Id()) < idle + 4 * Block; }))
+        << PrivateBytes(velmaro.Id()) << " of " << idle;
+  }
+
+  Folder folder;
+  Velmaro velmaro;
+  HWND meter = nullptr;
+  HWND bar = nullptr;
+  HWND status = nullptr;
+  HWND button = nullptr;
+  std::size_t idle = 0;
+};
+
+TEST_F(MemoryTest, TextsAreTheFiguresOfTheSystem) {
+  const auto before = Memory();
+  PressLabel(status);
+  ::SendMessageW(status, WM_NULL, 0, 0);
+  double free = 0;
+  double usage = 0;
+  double total = 0;
+  ASSERT_TRUE(Until([&] {
+    const auto text = Text(status);
+    return std::swscanf(text.c_str(), L"Free: %lf KB - Usage: %lf%% of %lf MB", &free, &usage, &total) == 3;
+  }));
+  // Other programs take and give memory meanwhile.
+  const auto physical = static_cast<double>(before.ullTotalPhys);
+  EXPECT_NEAR(free / 1024, static_cast<double>(before.ullAvailPhys) / Megabyte, 512);
+  EXPECT_NEAR(total, physical / Megabyte, 0.06);
+  EXPECT_NEAR(usage, 100 - 100 * free * 1024 / physical, 3);
+  EXPECT_TRUE(Text(meter).ends_with(L"KB Free Memory"));
+  EXPECT_NEAR(std::stod(Text(meter)), free, 512 * 1024);
+  EXPECT_NEAR(Target(), std::min(2047.0, (physical - free * 1024) / Megabyte), 512);
+  EXPECT_EQ(Text(button), L"Free " + std::to_wstring(Target()) + L" MB");
+}
+
+TEST_F(MemoryTest, RunHoldsTwoMebibytesAStepAndGivesAllBack) {
+  SetTarget(200);
+  const int target = Target();
+  ASSERT_EQ(Text(button), L"Free " + std::to_wstring(target) + L" MB");
+  // The about box holds the run where it is.
+  HWND credits = nullptr;
+  for (HWND child = nullptr; (child = ::FindWindowExW(meter, child, L"Static", nullptr));)
+    if (child != status && !Text(child).empty()) credits = child;
+  Start();
+  PressLabel(credits);
+  ASSERT_TRUE(Until([&] { return velmaro.Form() != meter; }));
+  const auto about = velmaro.Form();
+  EXPECT_FALSE(::IsWindowEnabled(bar));
+  const auto frame = Child(meter, L"Velmaro.Panel");
+  RECT gauge{};
+  RECT done{};
+  ::GetClientRect(frame, &gauge);
+  ::GetClientRect(::GetWindow(frame, GW_CHILD), &done);
+  const double step = static_cast<double>(target) * done.right / gauge.right;
+  const double held = static_cast<double>(PrivateBytes(velmaro.Id()) - idle) / Block;
+  EXPECT_GT(held, 0);
+  EXPECT_NEAR(held, step - 1, 4);
+  ::PostMessageW(about, WM_CLOSE, 0, 0);
+  EXPECT_TRUE(Until([&] { return !Running(); }, 60000));
+  EXPECT_TRUE(::IsWindowEnabled(bar));
+  ExpectAllGivenBack();
+}
+
+TEST_F(MemoryTest, EveryStopEndsTheRun) {
+  const auto frame = Child(meter, L"Velmaro.Panel");
+  const std::vector<std::function<void()>> stops{
+      [&] { Press(button); },
+      [&] {
+        Front(meter);
+        Keys({VK_ESCAPE});
+      },
+      [&] { PressLabel(frame); },
+      [&] { PressLabel(status); },
+      [&] { ::PostMessageW(meter, WM_CLOSE, 0, 0); },
+  };
+  for (std::size_t i = 0; i < stops.size(); ++i) {
+    SCOPED_TRACE(i);
+    SetTarget(1000);
+    const int target = Target();
+    Start();
+    stops[i]();
+    const auto at = ::GetTickCount64();
+    ASSERT_TRUE(Until([&] { return !::IsWindowVisible(meter) || !Running(); }));
+    EXPECT_LT(::GetTickCount64() - at, 1000U) << "a whole run of " << target << " steps takes longer";
+    ExpectAllGivenBack();
+  }
+  EXPECT_FALSE(::IsWindowVisible(meter));
+  EXPECT_TRUE(velmaro.Lives());
+}
+
+}  // namespace
+}  // namespace drive

@@ -1,0 +1,184 @@
+#include <gtest/gtest.h>
+
+#include "Drive.h"
+
+namespace drive {
+namespace {
+
+// The row that a running process must have, from the class that the system itself tells.
+std::wstring RowOf(const Process& process) {
+  static const std::map<DWORD, std::wstring> tags{
+      {IDLE_PRIORITY_CLASS, L"[Idle]"},     {BELOW_NORMAL_PRIORITY_CLASS, L"[6]"},
+      {NORMAL_PRIORITY_CLASS, L"[Normal]"}, {ABOVE_NORMAL_PRIORITY_CLASS, L"[10]"},
+      {HIGH_PRIORITY_CLASS, L"[HIGH]"},     {REALTIME_PRIORITY_CLASS, L"[REAL]"}};
+  auto name = process.name;
+  ::CharLowerW(name.data());
+  const auto tag = tags.find(ClassOf(process.id));
+  return (tag == tags.end() ? L"[?]" : tag->second) + L'\t' + name;
+}
+
+std::vector<std::wstring> RowsOfSystem(const std::wstring& tag = {}) {
+  std::vector<std::wstring> rows;
+  for (const auto& process : Processes())
+    if (const auto row = RowOf(process); row.starts_with(tag)) rows.push_back(row);
+  return rows;
+}
+
+class ProcessTest : public testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    folder.emplace();
+    victim.emplace(StartProbe(folder->Probe(L"Viktor.exe")));
+    velmaro.emplace(*folder);
+    velmaro->Main();
+  }
+  static void TearDownTestSuite() {
+    velmaro.reset();
+    victim.reset();
+    folder.reset();
+  }
+  void SetUp() override {
+    SetClass(victim->Id(), NORMAL_PRIORITY_CLASS);
+    velmaro->Press(L"&All");
+    velmaro->Refresh();
+  }
+  static void ExpectSet(DWORD priorityClass, const std::wstring& status, const std::wstring& row) {
+    const auto box = velmaro->Await();
+    ASSERT_TRUE(box.window);
+    EXPECT_EQ(box.title, L"Velmaro");
+    EXPECT_EQ(box.text, L"viktor.exe process has been set to " + status);
+    EXPECT_EQ(box.icon, L"information");
+    box.Answer(IDOK);
+    EXPECT_EQ(ClassOf(victim->Id()), priorityClass);
+    // The box is gone a moment before the list behind it is filled anew.
+    EXPECT_TRUE(Until([&] { return velmaro->Row(L"\tviktor.exe") == row && velmaro->Selected() == -1; }));
+  }
+
+  static inline std::optional<Folder> folder;
+  static inline std::optional<Program> victim;
+  static inline std::optional<Velmaro> velmaro;
+};
+
+TEST_F(ProcessTest, RowsAreTheProcessesThatRun) {
+  const auto unusual = StartProbe(folder->Probe(L"\u017b\u00f3\u0142w \u6e38\u620f.v2.EXE"));
+  const auto emulator = StartProbe(folder->Probe(L"MAME.exe"));
+  const std::map<std::wstring, DWORD> classes{{L"Hi&gh", HIGH_PRIORITY_CLASS},
+                                              {L"Real &Time", REALTIME_PRIORITY_CLASS},
+                                              {L"&Idle", IDLE_PRIORITY_CLASS},
+                                              {L"&Normal", NORMAL_PRIORITY_CLASS}};
+  for (const auto& [caption, priorityClass] : classes) {
+    SetClass(unusual.Id(), priorityClass);
+    const auto own = RowOf({unusual.Id(), L"\u017b\u00f3\u0142w \u6e38\u620f.v2.EXE"});
+    velmaro->Press(caption);
+    EXPECT_TRUE(Until([&] { return velmaro->Rows() == RowsOfSystem(own.substr(0, own.find(L'\t'))); }));
+    EXPECT_EQ(velmaro->Row(L"\t\u017c\u00f3\u0142w \u6e38\u620f.v2.exe"), own);
+  }
+  velmaro->Press(L"&All");
+  EXPECT_TRUE(Until([] { return velmaro->Rows() == RowsOfSystem(); }));
+  velmaro->Press(L"&Emu");
+  EXPECT_TRUE(Until([] { return velmaro->Rows() == std::vector<std::wstring>{L"[Normal]\tmame.exe"}; }));
+}
+
+TEST_F(ProcessTest, EveryRoadSetsTheClass) {
+  struct Case {
+    std::function<void()> act;
+    DWORD priorityClass;
+    std::wstring status;
+    std::wstring tag;
+    std::wstring option;
+  };
+  const auto choose = [](const std::wstring& entry) { return [entry] { velmaro->Choose(entry); }; };
+  const std::vector<Case> cases{
+      {choose(L"High"), HIGH_PRIORITY_CLASS, L"HIGH.", L"[HIGH]", L"High"},
+      {choose(L"Real Time"), REALTIME_PRIORITY_CLASS, L"REAL TIME.", L"[REAL]", L"Real Time"},
+      {choose(L"Idle"), IDLE_PRIORITY_CLASS, L"IDLE.", L"[Idle]", L"Idle"},
+      {choose(L"Normal"), NORMAL_PRIORITY_CLASS, L"NORMAL.", L"[Normal]", L"Normal"},
+      {[] { Keys({'H'}, VK_CONTROL); }, HIGH_PRIORITY_CLASS, L"HIGH.", L"[HIGH]", L"High"},
+      {[] { ClickRow(velmaro->List(), velmaro->Selected(), MOUSEEVENTF_LEFTDOWN, 2); }, REALTIME_PRIORITY_CLASS,
+       L"REAL TIME.", L"[REAL]", L"Real Time"},
+  };
+  for (const auto& one : cases) {
+    Front(velmaro->Main());
+    ASSERT_TRUE(velmaro->Select(L"\tviktor.exe"));
+    one.act();
+    ExpectSet(one.priorityClass, one.status, one.tag + L"\tviktor.exe");
+    EXPECT_EQ(velmaro->Checks(), L"Auto Refresh|" + one.option);
+  }
+}
+
+TEST_F(ProcessTest, ButtonAppliesTheCheckedOptionByMouseAlone) {
+  velmaro->Choose(L"Idle");
+  ASSERT_TRUE(Until([] { return velmaro->Checks() == L"Auto Refresh|Idle"; }));
+  ASSERT_TRUE(velmaro->Select(L"\tviktor.exe"));
+  Front(velmaro->Main());
+  ClickRow(velmaro->List(), velmaro->Selected());
+  Keys({VK_RETURN});
+  Click(Child(velmaro->Main(), L"BUTTON", L"Velmaro!"));
+  ExpectSet(IDLE_PRIORITY_CLASS, L"IDLE.", L"[Idle]\tviktor.exe");
+  // The process stands where the option would put it: no box, no refresh, and the row stays selected.
+  ASSERT_TRUE(velmaro->Select(L"\tviktor.exe"));
+  velmaro->Press(L"Velmaro!");
+  velmaro->Choose(L"Auto Refresh");
+  EXPECT_TRUE(Until([] { return velmaro->Checks() == L"Idle"; }));
+  EXPECT_FALSE(velmaro->HasBox());
+  EXPECT_NE(velmaro->Selected(), -1);
+  velmaro->Choose(L"Auto Refresh");
+}
+
+TEST_F(ProcessTest, PopupOpensAtTheClassOfTheRowAndSetsAnother) {
+  SetClass(victim->Id(), HIGH_PRIORITY_CLASS);
+  velmaro->Refresh();
+  ASSERT_TRUE(velmaro->Select(L"\tviktor.exe"));
+  Front(velmaro->Main());
+  ClickRow(velmaro->List(), 0, MOUSEEVENTF_RIGHTDOWN);
+  const auto popup = velmaro->Popup();
+  ASSERT_TRUE(popup);
+  const auto entries = velmaro->Menu(popup);
+  ASSERT_EQ(entries.size(), 5U);
+  EXPECT_TRUE(entries[1].checked);
+  EXPECT_EQ(entries[4].text, L"Terminate Process\tDel");
+  Keys({VK_DOWN, VK_DOWN, VK_DOWN, VK_DOWN, VK_RETURN});
+  ExpectSet(IDLE_PRIORITY_CLASS, L"IDLE.", L"[Idle]\tviktor.exe");
+}
+
+TEST_F(ProcessTest, TerminateAsksAndHeedsTheAnswerAndTheNoKillList) {
+  const auto doomed = StartProbe(folder->Probe(L"Doomed.exe"));
+  velmaro->Refresh();
+  for (const int answer : {IDNO, IDYES}) {
+    ASSERT_TRUE(velmaro->Select(L"\tdoomed.exe"));
+    folder->Write(L"nokilllist.txt", answer == IDNO ? "" : "Viktor*\r\n");
+    velmaro->Choose(L"Terminate Process");
+    const auto box = velmaro->Await();
+    EXPECT_EQ(box.text, L"Do you want to terminate the process 'doomed.exe'?");
+    EXPECT_EQ(box.icon, L"question");
+    EXPECT_EQ(box.defaultButton, IDNO);
+    EXPECT_TRUE(doomed.Lives());
+    box.Answer(answer);
+    EXPECT_TRUE(Until([&] { return velmaro->Selected() == -1; }));
+    EXPECT_EQ(doomed.Lives(), answer == IDNO);
+  }
+  EXPECT_EQ(doomed.ExitCode(), 0);
+  EXPECT_EQ(velmaro->Row(L"\tdoomed.exe"), L"");
+  ASSERT_TRUE(velmaro->Select(L"\tviktor.exe"));
+  velmaro->Choose(L"Terminate Process");
+  EXPECT_TRUE(Until([] { return velmaro->Selected() == -1; }));
+  EXPECT_FALSE(velmaro->HasBox());
+  EXPECT_TRUE(victim->Lives());
+}
+
+TEST_F(ProcessTest, ListIsRefreshedByKeyAndByTimerOnlyInTheBackground) {
+  Front(velmaro->Main());
+  const auto late = StartProbe(folder->Probe(L"Late.exe"));
+  EXPECT_EQ(velmaro->Row(L"\tlate.exe"), L"");
+  EXPECT_TRUE(Until([] {
+    Keys({VK_F5});
+    return !velmaro->Row(L"\tlate.exe").empty();
+  }));
+  End(late.Id());
+  const auto window = StartProbe(folder->Probe(L"Front.exe"), L"--title Front");
+  Front(window.Window(L"Front"));
+  EXPECT_TRUE(Until([] { return velmaro->Row(L"\tlate.exe").empty(); })) << "the timer does not refresh";
+}
+
+}  // namespace
+}  // namespace drive

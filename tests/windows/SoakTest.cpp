@@ -1,0 +1,79 @@
+#include <gtest/gtest.h>
+
+#include "Drive.h"
+
+namespace drive {
+namespace {
+
+struct Held {
+  std::size_t windows;
+  DWORD handles;
+  std::size_t bytes;
+};
+
+BOOL CALLBACK Collect(HWND child, LPARAM all) {
+  reinterpret_cast<std::vector<HWND>*>(all)->push_back(child);
+  return TRUE;
+}
+
+class SoakTest : public testing::Test {
+ protected:
+  SoakTest() : velmaro(folder) { velmaro.Checks(); }
+  Held Holds() const {
+    std::vector<HWND> windows;
+    for (const auto window : velmaro.Windows(false)) {
+      windows.push_back(window);
+      ::EnumChildWindows(window, &Collect, reinterpret_cast<LPARAM>(&windows));
+    }
+    return {windows.size(), Handles(velmaro.Id()), PrivateBytes(velmaro.Id())};
+  }
+  // What is held after many rounds must be what was held after the first ten.
+  void Repeat(int rounds, const std::function<void()>& round) const {
+    if (::GetEnvironmentVariableW(L"VELMARO_SOAK", nullptr, 0) > 0) rounds *= 7;
+    for (int i = 0; i < 10; ++i) round();
+    const auto before = Holds();
+    for (int i = 10; i < rounds; ++i) round();
+    const auto after = Holds();
+    EXPECT_EQ(after.windows, before.windows);
+    EXPECT_LE(after.handles, before.handles + 2);
+    EXPECT_LE(after.bytes, before.bytes + before.bytes / 20 + 256U * 1024) << "from " << before.bytes;
+  }
+
+  Folder folder;
+  Velmaro velmaro;
+};
+
+TEST_F(SoakTest, Refreshes) {
+  const auto button = Child(velmaro.Main(), L"BUTTON", L"&Refresh");
+  for (const auto view : {L"&All", L"&Hidden"}) {
+    velmaro.Press(view);
+    Repeat(150, [&] { ::SendMessageW(button, BM_CLICK, 0, 0); });
+  }
+}
+
+TEST_F(SoakTest, Forms) {
+  const Settings settings;
+  for (const auto entry : {L"Free Memory...", L"Run...", L"About", L"Edit Kill List Here...", L"Find..."})
+    Repeat(30, [&] {
+      velmaro.Choose(entry);
+      const auto form = velmaro.Form();
+      ASSERT_TRUE(form) << entry;
+      ::PostMessageW(form, WM_CLOSE, 0, 0);
+      ASSERT_TRUE(Until([&] { return !::IsWindow(form); })) << entry;
+    });
+}
+
+TEST_F(SoakTest, Popups) {
+  velmaro.Main();
+  Repeat(30, [this] {
+    ::PostMessageW(velmaro.List(), WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(5, 5));
+    ::PostMessageW(velmaro.List(), WM_RBUTTONUP, 0, MAKELPARAM(5, 5));
+    const auto popup = velmaro.Popup();
+    ASSERT_TRUE(popup);
+    ::PostMessageW(velmaro.Main(), WM_CANCELMODE, 0, 0);
+    ASSERT_TRUE(Until([&] { return !::IsWindow(popup); }));
+  });
+}
+
+}  // namespace
+}  // namespace drive

@@ -1,0 +1,146 @@
+#include <gtest/gtest.h>
+
+#include "Drive.h"
+
+namespace drive {
+namespace {
+
+// Every top-level window, seen or not, that a program ever has while it lives.
+std::vector<std::wstring> WindowsInLifeOf(const Program& program) {
+  std::vector<std::wstring> seen;
+  while (program.Lives())
+    for (HWND window = nullptr; (window = ::FindWindowExW(nullptr, window, nullptr, nullptr));) {
+      DWORD process = 0;
+      ::GetWindowThreadProcessId(window, &process);
+      if (process == program.Id()) seen.push_back(ClassOf(window));
+    }
+  return seen;
+}
+
+TEST(StartTest, UnattendedRunSetsTheClassAndIsGoneWithoutAnyWindow) {
+  const Folder folder;
+  const auto probe = folder.Probe(L"Target.exe");
+  const Velmaro velmaro(folder, L"/q /h " + probe);
+  EXPECT_EQ(WindowsInLifeOf(velmaro), std::vector<std::wstring>());
+  EXPECT_EQ(velmaro.ExitCode(), 0);
+  const auto report = ReportOf(probe);
+  EXPECT_EQ(ClassOf(report.id), static_cast<DWORD>(HIGH_PRIORITY_CLASS));
+  EXPECT_EQ(report.folder, L"C:\\");
+}
+
+TEST(StartTest, SwitchesReachTheTarget) {
+  struct Case {
+    std::wstring switches;
+    int show;
+    DWORD priorityClass;
+    std::wstring arguments;
+  };
+  // The last one shows that switches are found in any case, that the last one tested wins, and that what is none stays.
+  const std::vector<Case> cases{
+      {L"/q", SW_SHOWNORMAL, REALTIME_PRIORITY_CLASS, L""},
+      {L"/q /max /i", SW_SHOWMAXIMIZED, IDLE_PRIORITY_CLASS, L" -a"},
+      {L"/q /min /h", SW_SHOWMINIMIZED, HIGH_PRIORITY_CLASS, L""},
+      {L"/q /hide", SW_HIDE, REALTIME_PRIORITY_CLASS, L" -b \"two words\""},
+      {L"/Q /MAX /Normal /h /i", SW_SHOWNORMAL, IDLE_PRIORITY_CLASS, L" /z"},
+  };
+  for (const auto& one : cases) {
+    SCOPED_TRACE(testing::Message() << one.switches);
+    const Folder folder;
+    const auto probe = folder.Probe(L"Target.exe");
+    const Velmaro velmaro(folder, one.switches + L' ' + probe + one.arguments);
+    EXPECT_EQ(velmaro.ExitCode(), 0);
+    const auto report = ReportOf(probe);
+    EXPECT_EQ(report.show, one.show);
+    EXPECT_EQ(ClassOf(report.id), one.priorityClass);
+    EXPECT_TRUE(report.line.ends_with(one.arguments)) << report.line;
+  }
+}
+
+TEST(StartTest, WindowIsHiddenByItsTitle) {
+  const Folder folder;
+  const auto other = StartProbe(folder.Probe(L"Other.exe"), L"--title \"Hide me not\"");
+  const auto window = StartProbe(folder.Probe(L"Window.exe"), L"--title \"Hide me\"");
+  const auto hidden = window.Window(L"Hide me");
+  const Velmaro velmaro(folder, L"/q /x \"Hide me\" " + folder.Probe(L"Target.exe"));
+  EXPECT_EQ(velmaro.ExitCode(), 0);
+  EXPECT_FALSE(::IsWindowVisible(hidden));
+  EXPECT_TRUE(other.Window(L"Hide me not"));
+}
+
+TEST(StartTest, ListsAndMemoryComeBeforeTheTarget) {
+  const Folder folder;
+  folder.Write(L"my list.txt", "Doomed.exe\r\nSpared.exe");
+  folder.Write(L"spare.txt", "spared*");
+  const auto doomed = StartProbe(folder.Probe(L"Doomed.exe"));
+  const auto spared = StartProbe(folder.Probe(L"Spared.exe"));
+  const auto probe = folder.Probe(L"Target.exe");
+  const Velmaro velmaro(folder, L"/q /y spare.txt /k \"my list.txt\" /m /h " + probe);
+  const auto meter = velmaro.Window({}, L"Velmaro.Form");
+  ASSERT_TRUE(meter) << "the memory run shows its window";
+  EXPECT_FALSE(doomed.Lives());
+  EXPECT_TRUE(spared.Lives());
+  EXPECT_EQ(Instances(L"Target.exe").size(), 0U);
+  Press(Child(meter, L"BUTTON", L"&Stop"));
+  EXPECT_EQ(velmaro.ExitCode(), 0);
+  EXPECT_EQ(ClassOf(ReportOf(probe).id), static_cast<DWORD>(HIGH_PRIORITY_CLASS));
+}
+
+TEST(StartTest, LoudRunAsksAndTellsAndWaitsForTheUser) {
+  const Folder folder;
+  folder.Write(L"killlist.txt", "Doomed.exe");
+  const auto doomed = StartProbe(folder.Probe(L"Doomed.exe"));
+  const auto probe = folder.Probe(L"Target.exe");
+  const Velmaro velmaro(folder, L"/k /i \"" + probe + L'"');
+  const auto question = velmaro.Await();
+  EXPECT_TRUE(question.text.starts_with(L"Do you want to kill all the processes listed\r\nin '")) << question.text;
+  EXPECT_EQ(question.icon, L"question");
+  EXPECT_EQ(question.defaultButton, IDNO);
+  EXPECT_EQ(Instances(L"Target.exe").size(), 0U);
+  question.Answer(IDNO);
+  const auto status = velmaro.Await();
+  EXPECT_EQ(status.text, L"target.exe process has been set to IDLE.");
+  EXPECT_EQ(velmaro.Windows().size(), 1U);
+  status.Answer(IDOK);
+  EXPECT_EQ(velmaro.ExitCode(), 0);
+  EXPECT_TRUE(doomed.Lives());
+  EXPECT_EQ(ClassOf(ReportOf(probe).id), static_cast<DWORD>(IDLE_PRIORITY_CLASS));
+}
+
+TEST(StartTest, AttendedStartShowsAFilledList) {
+  const Folder folder;
+  const Velmaro velmaro(folder, L"  ");
+  const auto main = velmaro.Main();
+  // What is asked from outside is answered before anything that the program put off until after its first picture.
+  EXPECT_NE(velmaro.Row(L"\tvelmaro.exe"), L"");
+  EXPECT_EQ(velmaro.Checks(), L"Auto Refresh|Real Time");
+  ::PostMessageW(main, WM_CLOSE, 0, 0);
+  EXPECT_EQ(velmaro.ExitCode(), 0);
+}
+
+TEST(StartTest, HelpBoxNamesTheSwitches) {
+  const Folder folder;
+  const auto probe = folder.Probe(L"Target.exe");
+  const Velmaro velmaro(folder, L"/q " + probe + L" /?");
+  const auto box = velmaro.Await();
+  EXPECT_EQ(box.title, L"Velmaro");
+  EXPECT_EQ(box.icon, L"information");
+  EXPECT_EQ(std::count(box.text.begin(), box.text.end(), L'\n'), 12);
+  EXPECT_TRUE(box.text.starts_with(L"Command line switches:\r\n/? = This window.\r\n")) << box.text;
+  EXPECT_TRUE(box.text.ends_with(L"\r\n/x [window title] = Hide window by title")) << box.text;
+  box.Answer(IDOK);
+  EXPECT_EQ(velmaro.ExitCode(), 0);
+  EXPECT_EQ(Instances(L"Target.exe").size(), 0U);
+}
+
+TEST(StartTest, UselessTargetsEndQuietly) {
+  const Folder folder;
+  for (const auto& target :
+       {std::wstring(L"\"unclosed"), std::wstring(32000, L'x'), L"/x \"open " + std::wstring(300, L'"')}) {
+    const Velmaro velmaro(folder, L"/q " + target);
+    EXPECT_EQ(WindowsInLifeOf(velmaro), std::vector<std::wstring>());
+    EXPECT_EQ(velmaro.ExitCode(), 0);
+  }
+}
+
+}  // namespace
+}  // namespace drive

@@ -1,0 +1,144 @@
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "Drive.h"
+
+namespace drive {
+namespace {
+
+constexpr auto Title = L"Zeld's Velmaro Process";
+
+std::wstring WithoutMarks(std::wstring text) {
+  std::erase(text, L'&');
+  return text.substr(0, text.find(L'\t'));
+}
+
+}  // namespace
+
+void Box::Answer(int button) const {
+  auto control = ::GetDlgItem(window, button);
+  // A box with nothing but OK gives it another id on some systems.
+  if (!control && button == IDOK) control = ::GetDlgItem(window, IDCANCEL);
+  Press(control);
+  EXPECT_TRUE(Gone(window)) << "the box stays open";
+}
+
+Velmaro::Velmaro(const Folder& folder, const std::wstring& line) : Program(folder.Path(L"velmaro.exe"), line) {}
+
+HWND Velmaro::Main() const {
+  if (!main_) main_ = Window(Title);
+  return main_;
+}
+
+HWND Velmaro::Form() const {
+  HWND form = nullptr;
+  Until([&] {
+    for (const auto window : Windows())
+      if (!form && window != Main() && drive::ClassOf(window) == L"Velmaro.Form") form = window;
+    return form != nullptr;
+  });
+  return form;
+}
+
+HWND Velmaro::List() const { return Child(Main(), L"LISTBOX"); }
+
+std::vector<std::wstring> Velmaro::Rows() const {
+  const auto list = List();
+  std::vector<std::wstring> rows;
+  const auto count = ::SendMessageW(list, LB_GETCOUNT, 0, 0);
+  for (WPARAM i = 0; static_cast<LRESULT>(i) < count; ++i) {
+    // The program may fill the list anew meanwhile.
+    std::wstring text(static_cast<std::size_t>(::SendMessageW(list, LB_GETTEXTLEN, i, 0) + 1000), L'\0');
+    const auto length = ::SendMessageW(list, LB_GETTEXT, i, reinterpret_cast<LPARAM>(text.data()));
+    rows.push_back(text.substr(0, static_cast<std::size_t>(std::max<LRESULT>(0, length))));
+  }
+  return rows;
+}
+
+std::wstring Velmaro::Row(const std::wstring& ending) const {
+  for (const auto& row : Rows())
+    if (row.ends_with(ending)) return row;
+  return {};
+}
+
+int Velmaro::Selected() const { return static_cast<int>(::SendMessageW(List(), LB_GETCURSEL, 0, 0)); }
+
+bool Velmaro::Select(const std::wstring& ending) const {
+  const auto rows = Rows();
+  for (std::size_t i = 0; i < rows.size(); ++i)
+    if (rows[i].ends_with(ending)) {
+      ::SendMessageW(List(), LB_SETCURSEL, i, 0);
+      return Selected() == static_cast<int>(i);
+    }
+  return false;
+}
+
+void Velmaro::Press(const std::wstring& caption) const { drive::Press(Child(Main(), L"BUTTON", caption)); }
+
+void Velmaro::Refresh() const { ::SendMessageW(Child(Main(), L"BUTTON", L"&Refresh"), BM_CLICK, 0, 0); }
+
+std::vector<Entry> Velmaro::Menu(HWND window) const {
+  std::vector<Entry> entries;
+  std::wistringstream lines(Asked(Ask::Menu, window ? window : Main()));
+  for (std::wstring line; std::getline(lines, line);) {
+    std::size_t read = 0;
+    const auto id = static_cast<UINT>(std::stoul(line.substr(2), &read));
+    entries.push_back({line[0] - L'0', line[1] == L'x', id, line.substr(2 + read + 1)});
+  }
+  return entries;
+}
+
+std::wstring Velmaro::Checks() const {
+  std::wstring checks;
+  for (const auto& entry : Menu())
+    if (entry.checked) checks += (checks.empty() ? L"" : L"|") + WithoutMarks(entry.text);
+  return checks;
+}
+
+void Velmaro::Choose(const std::wstring& text) const {
+  for (const auto& entry : Menu())
+    if (WithoutMarks(entry.text) == text) {
+      ::PostMessageW(Main(), WM_COMMAND, entry.id, 0);
+      return;
+    }
+  FAIL() << "there is no such entry";
+}
+
+HWND Velmaro::Popup() const { return Window({}, L"#32768"); }
+
+HWND Velmaro::BoxWindow() const {
+  for (const auto window : Windows())
+    if (drive::ClassOf(window) == L"#32770") return window;
+  return nullptr;
+}
+
+Box Velmaro::Await(int milliseconds) const {
+  Box box;
+  Until([&] { return (box.window = BoxWindow()) != nullptr; }, milliseconds);
+  if (!box.window) return box;
+  box.title = Text(box.window);
+  for (HWND child = nullptr; (child = ::FindWindowExW(box.window, child, L"Static", nullptr));)
+    if (const auto text = Text(child); !text.empty()) box.text = text;
+  box.icon = Asked(Ask::Icon, box.window);
+  Until([&] { return (box.defaultButton = ::GetDlgCtrlID(Focus(box.window))) != 0; });
+  return box;
+}
+
+std::wstring Velmaro::Asked(Ask ask, HWND window) const {
+  const OwnedHandle memory(
+      ::CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, sizeof(Question), QuestionName));
+  auto* const question = static_cast<Question*>(::MapViewOfFile(memory.get(), FILE_MAP_WRITE, 0, 0, 0));
+  *question = {ask, L""};
+  // The system loads the library into the program when it first runs the hook there.
+  static const auto library = ::LoadLibraryW(L"inside.dll");
+  const auto answer = reinterpret_cast<HOOKPROC>(reinterpret_cast<void*>(::GetProcAddress(library, "Answer")));
+  const auto hook = ::SetWindowsHookExW(WH_CALLWNDPROC, answer, library, ::GetWindowThreadProcessId(window, nullptr));
+  ::SendMessageW(window, ::RegisterWindowMessageW(QuestionName), 0, 0);
+  ::UnhookWindowsHookEx(hook);
+  std::wstring text = question->answer;
+  ::UnmapViewOfFile(question);
+  return text;
+}
+
+}  // namespace drive

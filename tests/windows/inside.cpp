@@ -1,0 +1,97 @@
+// A library that a test loads into velmaro.exe, to read there what no other program can.
+#include "Inside.h"
+
+#include <array>
+#include <string>
+
+namespace {
+
+// One line for each entry: depth, "x" where it is checked, "." where it can't be chosen, its id and its text.
+void AddMenu(HMENU menu, int depth, std::wstring& lines) {
+  for (int i = 0; i < ::GetMenuItemCount(menu); ++i) {
+    std::array<wchar_t, 200> text{};
+    MENUITEMINFOW item{};
+    item.cbSize = sizeof item;
+    item.fMask = MIIM_FTYPE | MIIM_STATE | MIIM_ID | MIIM_SUBMENU | MIIM_STRING;
+    item.dwTypeData = text.data();
+    item.cch = static_cast<UINT>(text.size());
+    ::GetMenuItemInfoW(menu, static_cast<UINT>(i), TRUE, &item);
+    const bool separator = item.fType & MFT_SEPARATOR;
+    lines += std::to_wstring(depth) +
+             (item.fState & MFS_CHECKED    ? L'x'
+              : item.fState & MFS_DISABLED ? L'.'
+                                           : L' ') +
+             std::to_wstring(item.hSubMenu ? 0 : item.wID) + L' ' + (separator ? L"-" : text.data()) + L'\n';
+    if (item.hSubMenu) AddMenu(item.hSubMenu, depth + 1, lines);
+  }
+}
+
+// The menu of a form's bar, or of an open popup.
+std::wstring Menu(HWND window) {
+  constexpr UINT getMenu = 0x01E1;
+  std::array<wchar_t, 20> name{};
+  ::GetClassNameW(window, name.data(), static_cast<int>(name.size()));
+  const bool popup = std::wstring(name.data()) == L"#32768";
+  std::wstring lines;
+  AddMenu(popup ? reinterpret_cast<HMENU>(::SendMessageW(window, getMenu, 0, 0)) : ::GetMenu(window), 0, lines);
+  return lines;
+}
+
+std::wstring Icon(HWND box) {
+  struct Known {
+    LPWSTR id;
+    const wchar_t* name;
+  };
+  static const std::array<Known, 3> known{{{reinterpret_cast<LPWSTR>(IDI_INFORMATION), L"information"},
+                                           {reinterpret_cast<LPWSTR>(IDI_WARNING), L"warning"},
+                                           {reinterpret_cast<LPWSTR>(IDI_QUESTION), L"question"}}};
+  for (HWND child = nullptr; (child = ::FindWindowExW(box, child, L"Static", nullptr));) {
+    const auto shown = ::SendMessageW(child, STM_GETICON, 0, 0);
+    for (const auto& icon : known)
+      if (shown && reinterpret_cast<HICON>(shown) == ::LoadIconW(nullptr, icon.id)) return icon.name;
+  }
+  return L"none";
+}
+
+// The texts of a tooltip window, one for each tool.
+std::wstring Tips(HWND tooltip) {
+  std::wstring texts;
+  std::array<wchar_t, 1000> text{};
+  TTTOOLINFOW tool{};
+  tool.cbSize = TTTOOLINFOW_V2_SIZE;
+  for (WPARAM i = 0;
+       tool.lpszText = text.data(), ::SendMessageW(tooltip, TTM_ENUMTOOLSW, i, reinterpret_cast<LPARAM>(&tool)); ++i) {
+    tool.lpszText = text.data();
+    ::SendMessageW(tooltip, TTM_GETTEXTW, text.size(), reinterpret_cast<LPARAM>(&tool));
+    texts += text.data() + std::wstring(L"\v");
+  }
+  return texts;
+}
+
+std::wstring AnswerTo(drive::Ask ask, HWND window) {
+  switch (ask) {
+    case drive::Ask::Menu:
+      return Menu(window);
+    case drive::Ask::Icon:
+      return Icon(window);
+    default:
+      return Tips(window);
+  }
+}
+
+}  // namespace
+
+// A hook on the thread of the window that is asked about: there, no handler is half through its work.
+extern "C" __declspec(dllexport) LRESULT CALLBACK Answer(int code, WPARAM wParam, LPARAM lParam) {
+  const auto& message = *reinterpret_cast<const CWPSTRUCT*>(lParam);
+  if (code == HC_ACTION && message.message == ::RegisterWindowMessageW(drive::QuestionName)) {
+    const auto memory = ::OpenFileMappingW(FILE_MAP_WRITE, FALSE, drive::QuestionName);
+    if (auto* question = static_cast<drive::Question*>(::MapViewOfFile(memory, FILE_MAP_WRITE, 0, 0, 0))) {
+      const auto answer = AnswerTo(question->ask, message.hwnd);
+      ::lstrcpynW(question->answer, answer.c_str(), static_cast<int>(std::size(question->answer)));
+      ::UnmapViewOfFile(question);
+    }
+    ::CloseHandle(memory);
+  }
+  return ::CallNextHookEx(nullptr, code, wParam, lParam);
+}
