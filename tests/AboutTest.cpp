@@ -77,22 +77,5 @@ TEST_F(About, ItHoldsTheProgramUpAndOpensTheHomePage) {
   EXPECT_TRUE(desktop.boxes.empty());
 }
 
-TEST_F(About, AsASplashItGoesByItselfUnlessItIsTurnedIntoTheBox) {
-  Start();
-  auto& splash = application.New<formSplash>();
-  splash.Show();
-  EXPECT_FALSE(Shows(splash.btnOK) || Shows(splash.lblProgrammers));
-  TypeKey(splash, Key::Escape);
-  desktop.Advance(1199);
-  EXPECT_TRUE(Shows(splash));
-  desktop.Advance(1);
-  EXPECT_TRUE(splash.Unloaded());
-  auto& box = application.New<formSplash>();
-  box.Show();
-  box.Initialize();
-  desktop.Advance(60000);
-  EXPECT_TRUE(Shows(box.btnOK) && Shows(box.lblProgrammers));
-}
-
 }  // namespace
 }  // namespace velmaro

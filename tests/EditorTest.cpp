@@ -51,31 +51,6 @@ TEST_F(Editor, LoadingAndSavingWithoutAChangeGivesTheSameBytes) {
   EXPECT_EQ(desktop.files.size(), 1U) << "a save leaves no other file";
 }
 
-TEST_F(Editor, AListThatIsNotThereIsAnEmptyTextUntilItIsSaved) {
-  auto& main = application.Default<formVelmaro>();
-  Edit([](formEdit& form) {
-    EXPECT_EQ(form.txtData.Text(), "");
-    Press(form.btnCancel);
-  });
-  EXPECT_TRUE(desktop.files.empty()) << "looking makes no file";
-  desktop.Then([&] {
-    auto& form = application.Default<formEdit>();
-    TypeText(form.txtData, "saved.exe\r\n");
-    TypeKey(form, Key::Return);
-    Press(form.btnOK);
-  });
-  Choose(main.mnuEditNoKillListHere);
-  EXPECT_EQ(desktop.files[NoKillList].bytes, "saved.exe\r\n");
-  desktop.files[KillList] = {};
-  Edit([](formEdit& form) { TypeKey(form, Key::Escape); });
-  desktop.files[KillList] = {.bytes = "kept", .locked = true};
-  Edit([](formEdit& form) {
-    EXPECT_EQ(form.txtData.Text(), "");
-    CloseBox(form);
-  });
-  EXPECT_TRUE(desktop.boxes.empty()) << "nothing of this is told or asked";
-}
-
 TEST_F(Editor, AChangedTextAsksBeforeItGoes) {
   const std::vector<std::function<void(formEdit&)>> roads = {[](formEdit& form) { Press(form.btnCancel); },
                                                              [](formEdit& form) { TypeKey(form, Key::Escape); },

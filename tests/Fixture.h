@@ -69,6 +69,14 @@ class OnDesktop : public testing::Test, protected Program {
     return checked;
   }
 
+  // The checked option, its number, and the selected row: "High 1, row 0 of 5".
+  static std::string State(const formVelmaro& form) {
+    std::string text;
+    for (const auto& caption : Checked(form)) text += caption + ' ';
+    return text + std::to_string(form.PriorityChoice) + ", row " + std::to_string(form.List1.ListIndex()) + " of " +
+           std::to_string(form.List1.ListCount());
+  }
+
   // The names of the processes that the program ended, in the order of their ends.
   Texts Ended() {
     Texts names;

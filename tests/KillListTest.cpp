@@ -108,22 +108,6 @@ TEST_F(KillLists, AConfirmedRunEndsWhatIsListedAndNotSpared) {
   ExpectLastBox("Do you want to terminate the process 'other.exe'?", AsksWithNo);
 }
 
-TEST_F(KillLists, AQuietProgramStaysQuietAndRunsThroughAListOfComments) {
-  auto& form = StartWithLists("/q /k");
-  EXPECT_EQ(Ended(), Texts{"game.exe"});
-  desktop.AddProcess("game.exe");
-  Choose(form.mnuFileKillProcesses);
-  EXPECT_EQ(Ended(), (Texts{"game.exe", "game.exe"}));
-  EXPECT_TRUE(form.QuietMode);
-  desktop.files[KillList].bytes = "; nothing\r\n";
-  Choose(form.mnuOptions[3]);
-  desktop.AddProcess("new.exe");
-  Choose(form.mnuFileKillProcesses);
-  EXPECT_EQ(Checked(form), Texts{"Real Time"});
-  EXPECT_EQ(form.List1.ListCount(), 3);
-  EXPECT_TRUE(desktop.boxes.empty());
-}
-
 TEST_F(KillLists, EachLineEndsTheFirstMatchAtMost) {
   for (const auto* name : {"a.exe", "a.exe", "A.exe", "my b.exe", "C:\\x\\b.exe", "c.exe", "d;.exe", "e.exe", "e.exe"})
     desktop.AddProcess(name);
@@ -154,31 +138,6 @@ TEST_F(KillLists, AnEditedListCountsFromTheNextRead) {
   desktop.Answer(6);
   Choose(form.mnuFileKillProcesses);
   EXPECT_EQ(Ended(), (Texts{"mame.exe", "other.exe"}));
-}
-
-TEST_F(KillLists, FreeResourcesFreesMemoryAheadOfTheQuestion) {
-  auto& form = StartWithLists();
-  desktop.memory.available = desktop.memory.total - (8U << 20);
-  desktop.Answer(7, [&] { EXPECT_EQ(desktop.memory.peakBlocks, 5U); });
-  Press(form.btnFree);
-  EXPECT_EQ(Ended(), Texts{});
-  desktop.Answer(6);
-  Press(form.btnFree);
-  EXPECT_EQ(Ended(), Texts{"game.exe"});
-  const auto claims = desktop.memory.claims;
-  RightPress(form.btnFree);
-  RightPress(form.btnFree, MouseButton::Middle);
-  EXPECT_EQ(desktop.memory.claims, claims);
-  EXPECT_EQ(desktop.boxes.size(), 2U);
-  Choose(form.mnuFileEditKillList);
-  Choose(form.mnuFileEditNoKillList);
-  ASSERT_EQ(desktop.starts.size(), 3U);
-  for (std::size_t i = 0; i < 3; ++i) {
-    const auto& start = desktop.starts[i];
-    EXPECT_EQ(start.call + '|' + start.verb + '|' + start.file + '|' + start.parameters + '|' + start.folder,
-              "ShellExecuteA||" + (i < 2 ? KillList : NoKillList) + "||");
-    EXPECT_EQ(start.show, 1);
-  }
 }
 
 TEST_F(KillLists, LongListsAreReadToTheirEnd) {

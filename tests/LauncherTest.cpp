@@ -166,29 +166,6 @@ TEST_F(Launcher, TheOptionChoosesMarkAndClass) {
   EXPECT_EQ(game.classSet, 64U);
 }
 
-TEST_F(Launcher, TheListIsNotRebuiltAndTheDialogHasGoneWhenTheProgramStarts) {
-  desktop.AddProcess("old.exe");
-  auto& main = Start();
-  Select(main.List1, 0);
-  desktop.onStart = [&](const auto& start) {
-    EXPECT_FALSE(Shows(application.Default<formLauncher>()));
-    EXPECT_EQ(Stored("LastRun"), "game -x") << "a command is filed before it starts";
-    if (start.call == "ShellExecuteA") return 2;
-    desktop.AddProcess("game.exe");
-    return 42;
-  };
-  Launch(main, "game -x");
-  ASSERT_EQ(desktop.starts.size(), 2U);
-  EXPECT_EQ(desktop.starts[1].call + desktop.starts[1].file + std::to_string(desktop.starts[1].show),
-            "WinExecgame -x1");
-  EXPECT_EQ(desktop.ProcessNamed("game.exe").classSet, 256U);
-  EXPECT_EQ(main.List1.ListIndex(), 0);
-  desktop.onStart = [](const auto&) { return 31; };
-  desktop.settingsFail = true;
-  Launch(main, "game -y");
-  EXPECT_EQ(desktop.starts.size(), 3U) << "any other result is final";
-}
-
 TEST_F(Launcher, ProcessNameIsCutFromTheCommand) {
   const Texts running = {"notepad.exe", "my app.exe",     "app.exe",  "my.exe",  "readme.txt.exe",
                          "program.exe", "tnkxfs.dat.exe", "tool.exe", "old.exe", "lead"};

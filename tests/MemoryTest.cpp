@@ -90,24 +90,6 @@ TEST_F(Memory, TicksAndClicksRefreshAndTheSliderOnlyFollowsDown) {
   EXPECT_EQ(form.HScroll1.Max(), 94);
 }
 
-TEST_F(Memory, TheMeterIsOneWindowThatIsMadeAnew) {
-  Use(100);
-  auto& main = Start();
-  Choose(main.mnuFileFreeMem);
-  Press(main.btnFreeMem);
-  EXPECT_EQ(application.Forms().size(), 2U);
-  Slide(application.Default<formFreeMem>().HScroll1, 7);
-  CloseBox(application.Default<formFreeMem>());
-  Press(main.btnFreeMem);
-  EXPECT_EQ(application.Default<formFreeMem>().HScroll1.Value(), 100);
-  // The main window's end does not end the meter.
-  desktop.Then([&] { CloseBox(main); });
-  desktop.Then([&] { EXPECT_TRUE(Shows(application.Default<formFreeMem>())); });
-  desktop.Then([&] { CloseBox(application.Default<formFreeMem>()); });
-  application.Run();
-  EXPECT_TRUE(application.Forms().empty());
-}
-
 TEST_F(Memory, ARunShowsItsProgressAndGivesEverythingBack) {
   Use(100);
   auto& form = Open();
@@ -236,20 +218,6 @@ TEST_F(Memory, UnattendedRunTakesHalfTheMegabytesInTwiceAsLargeBlocks) {
   desktop.Then([&] { CloseBox(main); });
   Press(main.btnFree);
   EXPECT_EQ(Ended(), Texts{"game.exe"});
-}
-
-TEST_F(Memory, TheAboutBoxHoldsARunUp) {
-  Use(100);
-  auto& form = Open();
-  Slide(form.HScroll1, 3);
-  desktop.Then([&] { Click(form.lblCredits); });
-  desktop.Then([&] {
-    EXPECT_EQ(desktop.memory.claims, 0U);
-    EXPECT_THROW(Press(form.btnFree), std::logic_error);
-    Press("OK");
-  });
-  Press(form.btnFree);
-  EXPECT_EQ(desktop.memory.claims, 6U);
 }
 
 }  // namespace

@@ -42,12 +42,6 @@ TEST_F(Starting, AnEmptyLineBringsUpTheWindow) {
   EXPECT_FALSE(application.Ended());
 }
 
-TEST_F(Starting, AFolderThatIsARootGetsNoSecondSeparator) {
-  desktop.appFolder = "C:\\";
-  EXPECT_EQ(Start("/y a.txt").KillListPath, "C:\\killlist.txt");
-  EXPECT_EQ(NoKillListPath, "C:\\a.txt");
-}
-
 TEST_F(Starting, HelpIsShownAndNothingElse) {
   desktop.AddProcess("a.exe");
   desktop.files[KillList].bytes = "a.exe";
@@ -88,42 +82,9 @@ TEST_F(Starting, AQuietLineDoesItsWorkInOrderWithoutAnyWindow) {
   EXPECT_EQ(desktop.starts[0].folder, "C:\\");
   EXPECT_EQ(desktop.starts[0].verb + desktop.starts[0].parameters, "");
   EXPECT_EQ(desktop.ProcessNamed("GAME.exe").classSet, 128U);
+  EXPECT_EQ(desktop.snapshotsTaken, 3) << "nobody sees the list, so it is never filled";
   EXPECT_EQ(desktop.sleeps, std::vector<std::uint32_t>{750});
   EXPECT_FALSE(desktop.WindowOf(window).visible);
-}
-
-TEST_F(Starting, WithoutQuietTheBoxesComeBeforeAnyWindow) {
-  desktop.AddProcess("chat.exe");
-  desktop.AddProcess("game.exe");
-  desktop.files[KillList].bytes = "chat.exe";
-  desktop.memory.available = desktop.memory.total - (4U << 20);
-  const auto early = [&] {
-    EXPECT_EQ(desktop.peersMade, 0);
-    EXPECT_EQ(desktop.memory.claims, 0U) << "the kill run comes ahead of the memory run";
-  };
-  desktop.Answer(7, early);
-  const auto& form = Start("/m /k /i game.exe");
-  ExpectUnattended(form);
-  EXPECT_EQ(BoxTexts(), (Texts{"Do you want to kill all the processes listed\r\nin '" + KillList + "'?",
-                               "game.exe process has been set to IDLE."}));
-  EXPECT_EQ(Ended(), Texts{});
-  EXPECT_EQ(desktop.memory.peakBlocks, 3U);
-}
-
-TEST_F(Starting, SwitchesWithoutATargetActAndLeaveTheWindow) {
-  desktop.AddProcess("chat.exe");
-  desktop.files["C:\\Velmaro\\a.txt"].bytes = "chat.exe";
-  desktop.memory.available = desktop.memory.total - (4U << 20);
-  desktop.Answer(6, [&] { EXPECT_EQ(desktop.peersMade, 0); });
-  auto& form = Start("/h /m /x Game /max /k a.txt");
-  EXPECT_EQ(Ended(), Texts{"chat.exe"});
-  EXPECT_EQ(desktop.memory.peakBlocks, 3U);
-  EXPECT_TRUE(Shows(form));
-  EXPECT_EQ(application.Forms().size(), 1U);
-  EXPECT_EQ(Checked(form), Texts{"Real Time"});
-  EXPECT_FALSE(form.QuietMode);
-  EXPECT_EQ(form.KillListPath, "C:\\Velmaro\\a.txt");
-  EXPECT_TRUE(desktop.starts.empty() && desktop.sleeps.empty());
 }
 
 TEST(StartingLines, PriorityAndWindowStyleReachTheTarget) {
