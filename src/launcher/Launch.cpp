@@ -5,6 +5,7 @@
 #include "launcher/Settings.h"
 #include "launcher/formLauncher.h"
 #include "platform/kernel32.h"
+#include "platform/machine.h"
 #include "platform/shell32.h"
 #include "platform/user32.h"
 #include "process/ProcessName.h"
@@ -27,7 +28,7 @@ void Start(const std::string& command) {
 }
 
 std::string ProcessWithoutFolder(const std::string& command) {
-  const auto name = ProcessOfCommand(command).value_or(command + ".exe");
+  const auto name = ProcessOfCommand(command).value_or(command + platform::ProgramEnding());
   return name.substr(ExtractFilePath(name).size());
 }
 

@@ -14,6 +14,10 @@ std::string CommandLine();
 std::string AppFolder();
 // The character that stands between folders in the paths of this platform.
 char PathSeparator();
+// What the names of programs end with on this platform, in lower case; empty where they end with nothing of the kind.
+std::string ProgramEnding();
+// True where a lone LF ends a line of a text file, as CR LF and a lone CR do everywhere.
+bool LineFeedEndsLine();
 // The program's instance handle, for the records that ask for it.
 std::uint32_t AppInstance();
 

@@ -1,5 +1,6 @@
 #include "process/ProcessName.h"
 
+#include "platform/machine.h"
 #include "runtime/Text.h"
 
 namespace velmaro {
@@ -11,11 +12,11 @@ std::optional<std::string> ProcessOfCommand(const std::string& command) {
     return text(1, static_cast<std::size_t>(at) + ending.size() - 1);
   if (WildcardMatch(command, "\"*\" *")) {
     const auto quote = static_cast<std::size_t>(InStr(2, command, "\"", Compare::Exact));
-    return text(2, quote < 2 ? 0 : quote - 2) + ".exe";
+    return text(2, quote < 2 ? 0 : quote - 2) + platform::ProgramEnding();
   }
   if (WildcardMatch(command, "* *")) {
     const auto space = static_cast<std::size_t>(InStr(2, command, " ", Compare::Exact));
-    return space == 0 ? command : text(1, space - 1) + ".exe";
+    return space == 0 ? command : text(1, space - 1) + platform::ProgramEnding();
   }
   return std::nullopt;
 }

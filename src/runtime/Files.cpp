@@ -1,5 +1,6 @@
 #include "runtime/Files.h"
 
+#include "platform/machine.h"
 #include "runtime/Failures.h"
 
 namespace velmaro {
@@ -31,11 +32,13 @@ bool LineReader::Refill() {
 bool LineReader::ReadLine(std::string& line) {
   line.clear();
   if (at_ == buffer_.size() && !Refill()) return false;
+  const auto* const ends = platform::LineFeedEndsLine() ? "\r\n" : "\r";
   for (;;) {
-    const auto end = buffer_.find('\r', at_);
+    const auto end = buffer_.find_first_of(ends, at_);
     if (end != std::string::npos) {
       line.append(buffer_, at_, end - at_);
       at_ = end + 1;
+      if (buffer_[end] == '\n') return true;
       // The LF of CR LF may be the first byte of what is still to be read.
       if ((at_ < buffer_.size() || Refill()) && buffer_[at_] == '\n') ++at_;
       return true;

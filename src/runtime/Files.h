@@ -8,7 +8,8 @@
 
 namespace velmaro {
 
-// Reads a text file line by line. A line ends at CR LF or at a lone CR; a lone LF is an ordinary character.
+// Reads a text file line by line. A line ends at CR LF or at a lone CR; a lone LF is an ordinary character,
+// unless it ends lines on this platform.
 class LineReader {
  public:
   // Opens the file. One that can't be opened reads as empty.

@@ -13,11 +13,28 @@ void Cut(std::string& line, std::size_t from, std::size_t resume) {
   line = std::string(Mid(line, 1, from - 1)) + std::string(Mid(line, resume));
 }
 
+bool IsBlank(std::string_view text) { return text.empty() || text == " " || text == "\""; }
+
+// The position of the first occurrence of a switch, 0 for none. Where folders are divided by the character that
+// switches begin with, any path may hold what reads like a switch: there a switch is a word of its own.
+std::size_t FindSwitch(const std::string& line, std::string_view name) {
+  const auto from = [&](std::size_t start) {
+    return static_cast<std::size_t>(InStr(start, line, name, Compare::IgnoreCase));
+  };
+  auto at = from(1);
+  if (platform::PathSeparator() != '/') return at;
+  const auto standsAlone = [&] {
+    return (at == 1 || IsBlank(Mid(line, at - 1, 1))) && IsBlank(Mid(line, at + name.size(), 1));
+  };
+  while (at != 0 && !standsAlone()) at = from(at + 1);
+  return at;
+}
+
 // Cuts the first occurrence of a switch and tells whether there was one.
 bool TakeSwitch(std::string& line, std::string_view name) {
-  const auto at = InStr(1, line, name, Compare::IgnoreCase);
+  const auto at = FindSwitch(line, name);
   if (at == 0) return false;
-  Cut(line, static_cast<std::size_t>(at), static_cast<std::size_t>(at) + name.size());
+  Cut(line, at, at + name.size());
   return true;
 }
 
@@ -29,7 +46,7 @@ std::string_view WithoutQuotes(std::string_view text) {
 
 // Takes the window title of "/x", which stands in quotes or is one word with a space behind it.
 bool TakeTitle(std::string& line, std::string& title) {
-  const std::size_t at = static_cast<std::size_t>(InStr(1, line, "/x", Compare::IgnoreCase));
+  const std::size_t at = FindSwitch(line, "/x");
   if (at == 0) return false;
   const bool quoted = Mid(line, at + 3, 1) == "\"";
   const auto end = static_cast<std::size_t>(quoted ? InStr(at + 4, line, "\"", Compare::Exact)
@@ -49,7 +66,7 @@ bool TakeTitle(std::string& line, std::string& title) {
 // is none.
 bool TakeListFile(std::string& line, std::string_view name, const std::string& appPath, std::string& path) {
   constexpr std::string_view ending = ".txt";
-  const std::size_t at = static_cast<std::size_t>(InStr(1, line, name, Compare::IgnoreCase));
+  const std::size_t at = FindSwitch(line, name);
   if (at == 0) return false;
   const auto end = static_cast<std::size_t>(InStr(at, line, ending, Compare::IgnoreCase));
   if (end == 0) {
@@ -80,7 +97,7 @@ std::int16_t TakeWindowStyle(std::string& line) {
 
 StartOptions ReadCommandLine(std::string line, const std::string& appPath) {
   StartOptions options;
-  options.help = InStr(1, line, "/?", Compare::Exact) != 0;
+  options.help = FindSwitch(line, "/?") != 0;
   if (options.help) return options;
   options.quiet = TakeSwitch(line, "/q");
   options.hideWindow = TakeTitle(line, options.hideTitle);

@@ -23,7 +23,8 @@ struct StartOptions {
 
 // Reads a command line, the text behind the program's own name. It is one string and never split into arguments: each
 // switch is looked for in the whole of what is left, in any case, in a fixed order, its first occurrence is cut, and
-// neither words nor quotes matter. List files without a folder get `appPath` in front.
+// neither words nor quotes matter, except where "/" divides folders: there a switch is a word of its own. List files
+// without a folder get `appPath` in front.
 StartOptions ReadCommandLine(std::string line, const std::string& appPath);
 
 // The lines of the help box, with CR LF between them.

@@ -19,7 +19,7 @@ constexpr std::uint32_t HideDelay = 750;
 
 std::string TargetProcess(const std::string& target) {
   if (const auto name = ProcessOfCommand(target)) return *name;
-  return WildcardMatch(LCase(target), "*.dat") ? target : target + ".exe";
+  return WildcardMatch(LCase(target), "*.dat") ? target : target + platform::ProgramEnding();
 }
 
 std::string WithoutQuotes(std::string_view target) {

@@ -15,6 +15,10 @@ std::string AppFolder() { return TheDesktop().appFolder; }
 
 char PathSeparator() { return '\\'; }
 
+std::string ProgramEnding() { return ".exe"; }
+
+bool LineFeedEndsLine() { return false; }
+
 std::uint32_t AppInstance() { return 0x400000; }
 
 std::optional<std::string> ReadSetting(const std::string& application, const std::string& section,

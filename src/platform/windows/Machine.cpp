@@ -40,6 +40,10 @@ std::string AppFolder() {
 
 char PathSeparator() { return '\\'; }
 
+std::string ProgramEnding() { return ".exe"; }
+
+bool LineFeedEndsLine() { return false; }
+
 std::uint32_t AppInstance() { return ToNumber(::GetModuleHandleW(nullptr)); }
 
 }  // namespace platform
