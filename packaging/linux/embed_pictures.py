@@ -26,7 +26,7 @@ def main():
                 arrays.append(f'constexpr unsigned char {array}[] = {{{",".join(map(str, data))}}};')
                 rows.append(f'    {{{number}, {array}}},')
     pathlib.Path(output).write_text('\n'.join([
-        '#include "platform/linux/PictureData.h"', '', 'namespace onlinux {', 'namespace {', '', *arrays, '',
+        '#include "platform/linux/qt/PictureData.h"', '', 'namespace onlinux {', 'namespace {', '', *arrays, '',
         'constexpr Drawing drawings[] = {', *rows, '};', '', '}  // namespace', '',
         'std::span<const Drawing> DrawnPictures() { return drawings; }', '', '}  // namespace onlinux', '']))
 

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace onlinux {
+
+// What the program wants to know of a process, all of it from its one status line.
+struct ProcessStatus {
+  char state = '?';
+  std::uint32_t parent = 0;
+  std::uint64_t flags = 0;
+  int nice = 0;
+  std::uint32_t threads = 0;
+  std::uint64_t startTime = 0;  // in clock ticks since the machine's start; tells two processes of one number apart
+  int policy = 0;
+  std::string shortName;  // the name that the kernel keeps, at most 15 bytes of any kind
+
+  // True for a process that has ended and only waits to be forgotten.
+  bool Ended() const { return state == 'Z' || state == 'X' || state == 'x'; }
+};
+
+struct ProcessRecord {
+  std::uint32_t id = 0;
+  ProcessStatus status;
+  std::string name;  // the executable's whole path where it can be read, else its base name
+};
+
+// Takes a status line apart. Nothing for a line that is no status line. The name in it may hold blanks, brackets and
+// line ends.
+std::optional<ProcessStatus> ParseStatus(std::string_view line);
+// Reads the status of a process; nothing when it is gone.
+std::optional<ProcessStatus> ReadStatus(std::uint32_t processId);
+// All running processes in the order of their numbers. Nothing when they can't be had; a process that goes away
+// meanwhile is left out.
+std::optional<std::vector<ProcessRecord>> ReadProcesses();
+// The numbers of the threads of a process, empty when it is gone.
+std::vector<std::uint32_t> ReadThreads(std::uint32_t processId);
+
+}  // namespace onlinux

@@ -1,0 +1,103 @@
+#include <poll.h>
+#include <signal.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <cstring>
+#include <utility>
+
+#include "platform/kernel32.h"
+#include "platform/linux/Handles.h"
+#include "platform/linux/PriorityClass.h"
+#include "platform/linux/ProcFolder.h"
+#include "platform/linux/Utf8.h"
+
+namespace platform {
+namespace {
+
+using onlinux::Descriptor;
+using onlinux::OpenedProcess;
+using onlinux::ProcessRecord;
+using onlinux::Snapshot;
+
+// How long an ended process may take to be gone, so that the list that follows does not show it any more.
+constexpr int GoneWithin = 250;
+
+void Fill(PROCESSENTRY32& entry, const ProcessRecord& process) {
+  entry.cntUsage = 0;
+  entry.th32ProcessID = process.id;
+  entry.th32DefaultHeapID = 0;
+  entry.th32ModuleID = 0;
+  entry.cntThreads = process.status.threads;
+  entry.th32ParentProcessID = process.status.parent;
+  entry.pcPriClassBase = onlinux::BasePriority(process.status.policy, process.status.nice);
+  entry.dwFlags = 0;
+  const auto name = onlinux::CutAtCharacter(process.name, sizeof entry.szExeFile - 1);
+  std::memcpy(entry.szExeFile, name.data(), name.size());
+  entry.szExeFile[name.size()] = '\0';
+}
+
+bool Deliver(Snapshot* snapshot, PROCESSENTRY32& entry) {
+  if (!snapshot || entry.dwSize != sizeof entry || snapshot->next >= snapshot->processes.size()) return false;
+  Fill(entry, snapshot->processes[snapshot->next++]);
+  return true;
+}
+
+// A descriptor of a process can be read from once the process has ended.
+bool HasEnded(const Descriptor& process, int withinMilliseconds) {
+  pollfd wait{.fd = process.get(), .events = POLLIN, .revents = 0};
+  return ::poll(&wait, 1, withinMilliseconds) > 0;
+}
+
+// True where the descriptor is that of the process that the program listed. The number may have gone to another
+// process between listing and opening; read while the descriptor's process still lives, the status is its own.
+bool IsTheListedOne(std::uint32_t processId, const Descriptor& process) {
+  const auto* listed = onlinux::FindListed(processId);
+  if (!listed) return true;
+  const auto status = onlinux::ReadStatus(processId);
+  return status && status->startTime == listed->status.startTime && !HasEnded(process, 0);
+}
+
+}  // namespace
+
+Handle CreateToolhelp32Snapshot(std::uint32_t flags) {
+  if (!(flags & TH32CS_SNAPPROCESS)) return InvalidHandle;
+  auto processes = onlinux::ReadProcesses();
+  return processes ? onlinux::Keep(Snapshot{.processes = std::move(*processes)}) : InvalidHandle;
+}
+
+bool Process32First(Handle handle, PROCESSENTRY32& entry) {
+  auto* snapshot = onlinux::FindAs<Snapshot>(handle);
+  if (snapshot) snapshot->next = 0;
+  return Deliver(snapshot, entry);
+}
+
+bool Process32Next(Handle handle, PROCESSENTRY32& entry) { return Deliver(onlinux::FindAs<Snapshot>(handle), entry); }
+
+Handle OpenProcess(std::uint32_t, bool, std::uint32_t processId) {
+  Descriptor process(static_cast<int>(::syscall(SYS_pidfd_open, static_cast<pid_t>(processId), 0)));
+  if (!process || !IsTheListedOne(processId, process)) return 0;
+  return onlinux::Keep(OpenedProcess{.id = processId, .descriptor = std::move(process)});
+}
+
+bool SetPriorityClass(Handle handle, std::uint32_t priorityClass) {
+  const auto* process = onlinux::FindAs<OpenedProcess>(handle);
+  if (!process) return false;
+  const auto threads = onlinux::ReadThreads(process->id);
+  bool all = !threads.empty();
+  for (const auto thread : threads) {
+    // Threads are named by numbers alone, and those are free for others once the process is gone.
+    if (HasEnded(process->descriptor, 0)) return false;
+    all = onlinux::SetThreadClass(thread, priorityClass) && all;
+  }
+  return all;
+}
+
+bool TerminateProcess(Handle handle, std::uint32_t) {
+  const auto* process = onlinux::FindAs<OpenedProcess>(handle);
+  if (!process || ::syscall(SYS_pidfd_send_signal, process->descriptor.get(), SIGKILL, nullptr, 0) != 0) return false;
+  HasEnded(process->descriptor, GoneWithin);
+  return true;
+}
+
+}  // namespace platform

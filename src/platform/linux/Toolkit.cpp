@@ -1,0 +1,62 @@
+#include "platform/linux/Toolkit.h"
+
+#include <dlfcn.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <string>
+
+#include "platform/linux/Display.h"
+#include "platform/machine.h"
+
+namespace onlinux {
+namespace {
+
+struct Place {
+  Toolkit* toolkit = nullptr;
+  bool tried = false;
+};
+
+Place& ThePlace() {
+  static Place place;
+  return place;
+}
+
+Toolkit* Missing(const char* why) {
+  std::fprintf(stderr, "velmaro: no window can be shown: %s\n", why);
+  return nullptr;
+}
+
+// Beside the program, as it was built, or where it is installed.
+std::string LibraryPath() {
+  const auto folder = platform::AppFolder();
+  for (const auto* place : {"/velmaro-toolkit.so", "/../lib/velmaro/velmaro-toolkit.so"})
+    if (::access((folder + place).c_str(), R_OK) == 0) return folder + place;
+  return {};
+}
+
+Toolkit* Load() {
+  if (!IsDisplayThere()) return Missing("there is no display (neither DISPLAY nor WAYLAND_DISPLAY leads to one)");
+  const auto path = LibraryPath();
+  if (path.empty()) return Missing("velmaro-toolkit.so is missing");
+  // The library stays for good: its objects live to the program's end.
+  void* library = ::dlopen(path.c_str(), RTLD_NOW | RTLD_NODELETE);
+  if (!library) return Missing(::dlerror());
+  const auto entry = reinterpret_cast<Toolkit* (*)()>(::dlsym(library, ToolkitEntry));
+  return entry ? entry() : Missing(::dlerror());
+}
+
+}  // namespace
+
+Toolkit* TheToolkit() {
+  auto& place = ThePlace();
+  if (!place.tried) {
+    place.tried = true;
+    place.toolkit = Load();
+  }
+  return place.toolkit;
+}
+
+Toolkit* LoadedToolkit() { return ThePlace().toolkit; }
+
+}  // namespace onlinux

@@ -1,0 +1,100 @@
+#include "platform/linux/TopLevels.h"
+
+#include <algorithm>
+#include <map>
+
+#include "platform/linux/Utf8.h"
+
+namespace onlinux {
+namespace {
+
+using Tree = Reply<xcb_query_tree_reply_t>;
+using Facts = Reply<xcb_get_window_attributes_reply_t>;
+
+Tree ReadTree(XServer& server, xcb_window_t window) {
+  return Tree(::xcb_query_tree_reply(server.Line(), ::xcb_query_tree(server.Line(), window), nullptr));
+}
+
+Facts ReadFacts(XServer& server, xcb_window_t window) {
+  const auto request = ::xcb_get_window_attributes(server.Line(), window);
+  return Facts(::xcb_get_window_attributes_reply(server.Line(), request, nullptr));
+}
+
+// The child of the root that holds a window, or is it.
+xcb_window_t Outermost(XServer& server, xcb_window_t window) {
+  constexpr int deepest = 8;
+  for (int depth = 0; depth < deepest; ++depth) {
+    const auto tree = ReadTree(server, window);
+    if (!tree || tree->parent == XCB_NONE) return XCB_NONE;
+    if (tree->parent == server.Root()) return window;
+    window = tree->parent;
+  }
+  return XCB_NONE;
+}
+
+// The windows that the window manager looks after, by the frames that it put around them.
+std::map<xcb_window_t, xcb_window_t> ManagedByFrame(XServer& server) {
+  std::map<xcb_window_t, xcb_window_t> byFrame;
+  for (const auto window : server.ReadNumbers(server.Root(), "_NET_CLIENT_LIST_STACKING"))
+    if (const auto frame = Outermost(server, window); frame != XCB_NONE) byFrame[frame] = window;
+  return byFrame;
+}
+
+// Some windows only take input or stand for a program: they have no picture, or are hidden where no manager sees them.
+bool CanShow(const xcb_get_window_attributes_reply_t& facts) {
+  const bool hidden = facts.map_state == XCB_MAP_STATE_UNMAPPED;
+  return facts._class == XCB_WINDOW_CLASS_INPUT_OUTPUT && !(hidden && facts.override_redirect);
+}
+
+// Of the outermost windows, the ones that can show something. All are asked about before the first answer is awaited.
+std::vector<xcb_window_t> Drawable(XServer& server, const std::vector<xcb_window_t>& windows) {
+  std::vector<xcb_get_window_attributes_cookie_t> requests;
+  for (const auto window : windows) requests.push_back(::xcb_get_window_attributes(server.Line(), window));
+  std::vector<xcb_window_t> drawable;
+  for (std::size_t i = 0; i < windows.size(); ++i) {
+    const Facts facts(::xcb_get_window_attributes_reply(server.Line(), requests[i], nullptr));
+    if (facts && CanShow(*facts)) drawable.push_back(windows[i]);
+  }
+  return drawable;
+}
+
+std::string FromLatin1(const std::string& bytes) {
+  std::string text;
+  for (const char byte : bytes) AppendCharacter(text, static_cast<unsigned char>(byte));
+  return text;
+}
+
+}  // namespace
+
+std::vector<xcb_window_t> TopLevels(XServer& server) {
+  const auto managed = ManagedByFrame(server);
+  const auto root = ReadTree(server, server.Root());
+  if (!root) return {};
+  const auto* children = ::xcb_query_tree_children(root.get());
+  std::vector<xcb_window_t> windows(children, children + ::xcb_query_tree_children_length(root.get()));
+  std::ranges::reverse(windows);
+  windows = Drawable(server, windows);
+  for (auto& window : windows)
+    if (const auto at = managed.find(window); at != managed.end()) window = at->second;
+  return windows;
+}
+
+std::string TitleOf(XServer& server, xcb_window_t window) {
+  auto title = server.Read(window, "_NET_WM_NAME");
+  if (!title.bytes.empty()) return title.bytes.substr(0, title.bytes.find('\0'));
+  title = server.Read(window, "WM_NAME");
+  const auto text = title.bytes.substr(0, title.bytes.find('\0'));
+  return title.type == XCB_ATOM_STRING ? FromLatin1(text) : text;
+}
+
+bool IsManaged(XServer& server, xcb_window_t window) {
+  const auto state = server.ReadNumbers(window, "WM_STATE");
+  return !state.empty() && state.front() != 0;
+}
+
+bool IsVisible(XServer& server, xcb_window_t window) {
+  const auto facts = ReadFacts(server, window);
+  return facts && (facts->map_state == XCB_MAP_STATE_VIEWABLE || IsManaged(server, window));
+}
+
+}  // namespace onlinux

@@ -1,0 +1,72 @@
+#include "platform/linux/XServer.h"
+
+#include <cstring>
+
+namespace onlinux {
+
+XServer::XServer() {
+  int screen = 0;
+  line_ = ::xcb_connect(nullptr, &screen);
+  if (!Works()) return;
+  auto screens = ::xcb_setup_roots_iterator(::xcb_get_setup(line_));
+  for (; screen > 0 && screens.rem > 1; --screen) ::xcb_screen_next(&screens);
+  root_ = screens.data->root;
+}
+
+XServer::~XServer() { ::xcb_disconnect(line_); }
+
+bool XServer::Works() const { return ::xcb_connection_has_error(line_) == 0; }
+
+xcb_atom_t XServer::Atom(const std::string& name) {
+  if (const auto at = atoms_.find(name); at != atoms_.end()) return at->second;
+  const auto length = static_cast<std::uint16_t>(name.size());
+  const Reply<xcb_intern_atom_reply_t> reply(
+      ::xcb_intern_atom_reply(line_, ::xcb_intern_atom(line_, 0, length, name.c_str()), nullptr));
+  if (!reply) return XCB_ATOM_NONE;
+  return atoms_[name] = reply->atom;
+}
+
+Property XServer::Read(xcb_window_t window, const std::string& name) {
+  constexpr std::uint32_t most = 65536;  // in units of four bytes
+  const auto request = ::xcb_get_property(line_, 0, window, Atom(name), XCB_GET_PROPERTY_TYPE_ANY, 0, most);
+  const Reply<xcb_get_property_reply_t> reply(::xcb_get_property_reply(line_, request, nullptr));
+  if (!reply || reply->type == XCB_ATOM_NONE) return {};
+  const auto* bytes = static_cast<const char*>(::xcb_get_property_value(reply.get()));
+  return {reply->type, std::string(bytes, static_cast<std::size_t>(::xcb_get_property_value_length(reply.get())))};
+}
+
+std::vector<std::uint32_t> XServer::ReadNumbers(xcb_window_t window, const std::string& name) {
+  const auto property = Read(window, name);
+  std::vector<std::uint32_t> numbers(property.bytes.size() / sizeof(std::uint32_t));
+  if (!numbers.empty()) std::memcpy(numbers.data(), property.bytes.data(), numbers.size() * sizeof(std::uint32_t));
+  return numbers;
+}
+
+bool XServer::Did(xcb_void_cookie_t request) {
+  const Reply<xcb_generic_error_t> error(::xcb_request_check(line_, request));
+  return !error && Works();
+}
+
+bool XServer::AskManager(xcb_window_t window, const std::string& what, const std::array<std::uint32_t, 5>& data) {
+  xcb_client_message_event_t event{};
+  event.response_type = XCB_CLIENT_MESSAGE;
+  event.format = 32;
+  event.window = window;
+  event.type = Atom(what);
+  std::memcpy(event.data.data32, data.data(), sizeof event.data.data32);
+  constexpr auto whoListens = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT;
+  return Did(::xcb_send_event_checked(line_, 0, root_, whoListens, reinterpret_cast<const char*>(&event)));
+}
+
+// The window that the manager leaves as its mark bears its own number; a mark left by a dead one does not.
+bool XServer::HasManager() {
+  const auto mark = ReadNumbers(root_, "_NET_SUPPORTING_WM_CHECK");
+  return !mark.empty() && ReadNumbers(mark.front(), "_NET_SUPPORTING_WM_CHECK") == mark;
+}
+
+XServer* TheXServer() {
+  static XServer server;
+  return server.Works() ? &server : nullptr;
+}
+
+}  // namespace onlinux

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QWidget>
+
+namespace onlinux {
+
+class FormWindow;
+
+// The widget of a form's window: tells the window what Qt tells it.
+class FormWidget : public QWidget {
+ public:
+  FormWidget(FormWindow& owner, Qt::WindowFlags flags) : QWidget(nullptr, flags), owner_(owner) {}
+  FormWindow& Owner() const { return owner_; }
+
+ protected:
+  bool event(QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  FormWindow& owner_;
+};
+
+}  // namespace onlinux

@@ -1,0 +1,212 @@
+#include "platform/linux/qt/FormWindow.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QScreen>
+#include <QWindow>
+#include <algorithm>
+
+#include "platform/linux/qt/ControlPeer.h"
+#include "platform/linux/qt/FormWidget.h"
+#include "platform/linux/qt/Keys.h"
+#include "platform/linux/qt/Pictures.h"
+#include "platform/linux/qt/QtText.h"
+#include "runtime/Buttons.h"
+#include "runtime/Menu.h"
+#include "runtime/TextBox.h"
+
+namespace onlinux {
+namespace {
+
+// What forms count as their frame, menu bar included. The real frame is the window manager's and is not known before
+// the window shows, and forms lay out what they hold by the difference of outer and inner size.
+constexpr velmaro::Twips frameWidth = 120;
+constexpr velmaro::Twips frameHeight = 405;
+constexpr velmaro::Twips menuHeight = 285;
+
+// So soon after a window was pushed to a size, the same push again means that the desktop does not give it that size.
+constexpr int settlingTime = 500;
+
+bool IsOnX() { return QApplication::platformName() == "xcb"; }
+
+Qt::WindowFlags FlagsOf(const velmaro::FormArgs& args) {
+  if (args.BorderStyle == velmaro::BorderStyle::None) return Qt::Dialog | Qt::FramelessWindowHint;
+  auto flags = (args.ShowInTaskbar ? Qt::Window : Qt::Dialog) | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+               Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint;
+  if (args.MinButton) flags |= Qt::WindowMinimizeButtonHint;
+  if (args.MaxButton) flags |= Qt::WindowMaximizeButtonHint;
+  return flags;
+}
+
+velmaro::WindowState StateOf(const QWidget& window) {
+  if (window.isMinimized()) return velmaro::WindowState::Minimized;
+  return window.isMaximized() || window.isFullScreen() ? velmaro::WindowState::Maximized : velmaro::WindowState::Normal;
+}
+
+velmaro::Twips FrameHeight(const velmaro::Form& form) {
+  return frameHeight + (form.MenuBar().empty() ? 0 : menuHeight);
+}
+
+int& LiveForms() {
+  static int count = 0;
+  return count;
+}
+
+}  // namespace
+
+FormWindow::FormWindow(velmaro::Form& form)
+    : form_(form),
+      widget_(std::make_unique<FormWidget>(*this, FlagsOf(form.Args()))),
+      client_(new QWidget(widget_.get())),
+      menus_(form.MenuBar(), *widget_) {
+  ++LiveForms();
+  const auto& args = form.Args();
+  widget_->setWindowTitle(ToQtLine(args.Caption));
+  widget_->setWindowIcon(IconOf(args.Icon));
+  if (args.BackColor != velmaro::SystemColor::ButtonFace) {
+    auto palette = widget_->palette();
+    palette.setColor(QPalette::Window, ColorOf(args.BackColor, palette));
+    widget_->setPalette(palette);
+  }
+  const auto size = ClientSize() + QSize(0, BarHeight());
+  if (args.BorderStyle == velmaro::BorderStyle::Sizable)
+    widget_->resize(size);
+  else
+    widget_->setFixedSize(size);
+  PlaceParts();
+  number_ = IsOnX() ? static_cast<platform::WindowHandle>(widget_->winId()) : NewNumber();
+}
+
+FormWindow::~FormWindow() { --LiveForms(); }
+
+FormWindow* FormWindow::Of(const QWidget* widget) {
+  const auto* window = dynamic_cast<const FormWidget*>(widget->window());
+  return window ? &window->Owner() : nullptr;
+}
+
+int FormWindow::Count() { return LiveForms(); }
+
+QSize FormWindow::ClientSize() const {
+  return {scale_.Pixels(form_.Args().ClientWidth), scale_.Pixels(form_.Args().ClientHeight)};
+}
+
+int FormWindow::BarHeight() const { return menus_.Bar() ? menus_.Bar()->sizeHint().height() : 0; }
+
+void FormWindow::PlaceParts() {
+  const int bar = BarHeight();
+  if (menus_.Bar()) menus_.Bar()->setGeometry(0, 0, widget_->width(), bar);
+  client_->setGeometry(0, bar, widget_->width(), widget_->height() - bar);
+}
+
+void FormWindow::Apply(velmaro::Change what) {
+  if (what == velmaro::Change::Caption) widget_->setWindowTitle(ToQtLine(form_.Caption()));
+  if (what == velmaro::Change::Bounds) SizeTo(form_.Width(), form_.Height());
+}
+
+void FormWindow::SizeTo(velmaro::Twips width, velmaro::Twips height) {
+  const QSize wanted(scale_.Pixels(width - frameWidth), scale_.Pixels(height - FrameHeight(form_)) + BarHeight());
+  const auto now = widget_->size();
+  if (wanted == now) return;
+  // A size that a form pushes itself back to is a limit of the window: the desktop need not offer less.
+  if (reporting_ && wanted.width() > now.width()) widget_->setMinimumWidth(wanted.width());
+  if (reporting_ && wanted.height() > now.height()) widget_->setMinimumHeight(wanted.height());
+  const bool again = pushedFrom_ == now && sincePush_.isValid() && sincePush_.elapsed() < settlingTime;
+  if (reporting_ && again) return;
+  pushedFrom_ = now;
+  sincePush_.start();
+  widget_->resize(wanted);
+}
+
+void FormWindow::Resized() {
+  PlaceParts();
+  if (!shownBefore_) return;
+  const bool outer = std::exchange(reporting_, true);
+  const auto width = scale_.Twips(client_->width());
+  const auto height = scale_.Twips(client_->height());
+  form_.ResizedTo(width + frameWidth, height + FrameHeight(form_), width, height, StateOf(*widget_));
+  reporting_ = outer;
+}
+
+void FormWindow::PlaceFirst(const velmaro::Form* owner) {
+  if (form_.Args().StartUpPosition == velmaro::StartUpPosition::Manual) return;
+  const auto* above = owner ? static_cast<const FormWindow*>(owner->Peer()) : nullptr;
+  const bool overOwner = above && form_.Args().StartUpPosition == velmaro::StartUpPosition::CenterOwner;
+  const auto screen = widget_->screen()->availableGeometry();
+  auto place = widget_->rect();
+  place.moveCenter(overOwner ? above->widget_->frameGeometry().center() : screen.center());
+  place.moveRight(std::min(place.right(), screen.right()));
+  place.moveBottom(std::min(place.bottom(), screen.bottom()));
+  widget_->move(std::max(place.left(), screen.left()), std::max(place.top(), screen.top()));
+}
+
+// The widgets that take the keyboard, in the order that the form's tab indexes give. Where they overlap with texts and
+// pictures they lie above them.
+void FormWindow::OrderTabs() {
+  auto controls = form_.Controls();
+  std::ranges::stable_sort(controls, {}, [](const auto* control) { return control->TabIndex(); });
+  QWidget* before = nullptr;
+  QWidget* first = nullptr;
+  for (const auto* control : controls) {
+    const auto* peer = static_cast<const ControlPeer*>(control->Peer());
+    if (!peer || peer->Widget().focusPolicy() == Qt::NoFocus) continue;
+    if (before) QWidget::setTabOrder(before, &peer->Widget());
+    before = &peer->Widget();
+    before->raise();
+    if (!first && control->Visible() && control->Enabled()) first = before;
+  }
+  if (first) first->setFocus();
+}
+
+void FormWindow::Show(velmaro::Form* owner) {
+  if (!shownBefore_) {
+    PlaceFirst(owner);
+    OrderTabs();
+  }
+  widget_->setWindowModality(owner ? Qt::ApplicationModal : Qt::NonModal);
+  if (owner && owner->Peer()) {
+    widget_->winId();
+    widget_->windowHandle()->setTransientParent(static_cast<FormWindow*>(owner->Peer())->widget_->windowHandle());
+  }
+  const bool first = !std::exchange(shownBefore_, true);
+  widget_->show();
+  if (first) Resized();
+  widget_->raise();
+  widget_->activateWindow();
+}
+
+void FormWindow::Hide() { widget_->hide(); }
+
+void FormWindow::CloseAsked() {
+  if (!blocked_) form_.CloseByUser();
+}
+
+void FormWindow::ApplyMenu(velmaro::Menu& menu) { menus_.Update(menu); }
+
+void FormWindow::PopupMenu(velmaro::Menu& menu, std::optional<velmaro::Bounds> place, velmaro::Menu* defaultEntry) {
+  QMenu popup;
+  std::map<const velmaro::Menu*, QAction*> actions;
+  FillMenu(popup, menu, actions);
+  if (const auto at = actions.find(defaultEntry); at != actions.end()) popup.setDefaultAction(at->second);
+  popup.exec(place ? client_->mapToGlobal(scale_.Pixels(*place).topLeft()) : QCursor::pos());
+}
+
+platform::PixelRect FormWindow::Inside() const { return {0, 0, client_->width(), client_->height()}; }
+
+std::string FormWindow::Title() const { return form_.Caption(); }
+
+bool FormWindow::Shows() const { return widget_->isVisible(); }
+
+void FormWindow::ShowOrHide(bool show) { widget_->setVisible(show); }
+
+void FormWindow::KeepAbove(bool above) {
+  widget_->winId();
+  widget_->windowHandle()->setFlag(Qt::WindowStaysOnTopHint, above);
+}
+
+void FormWindow::BringToFront() {
+  widget_->raise();
+  widget_->activateWindow();
+}
+
+}  // namespace onlinux

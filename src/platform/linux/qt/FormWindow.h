@@ -1,0 +1,83 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QPointer>
+#include <QWidget>
+#include <memory>
+#include <optional>
+
+#include "platform/linux/qt/FormMenus.h"
+#include "platform/linux/qt/Look.h"
+#include "platform/linux/OwnWindows.h"
+#include "runtime/Form.h"
+
+class QKeyEvent;
+
+namespace onlinux {
+
+class FormWidget;
+
+// The window of a form: its menu bar, and under it the client area that holds the controls.
+class FormWindow : public velmaro::FormPeer, public OwnWindow {
+ public:
+  explicit FormWindow(velmaro::Form& form);
+  ~FormWindow() override;
+
+  // The window that holds a widget, null for one of no form's.
+  static FormWindow* Of(const QWidget* widget);
+  // How many forms have windows.
+  static int Count();
+
+  void Apply(velmaro::Change what) override;
+  platform::WindowHandle hWnd() const override { return number_; }
+  void Show(velmaro::Form* owner) override;
+  void Hide() override;
+  void Block(bool blocked) override { blocked_ = blocked; }
+  void ApplyMenu(velmaro::Menu& menu) override;
+  void PopupMenu(velmaro::Menu& menu, std::optional<velmaro::Bounds> place, velmaro::Menu* defaultEntry) override;
+  velmaro::Twips TwipsPerPixel() const override { return scale_.TwipsPerPixel(); }
+
+  platform::WindowHandle Number() const override { return number_; }
+  platform::PixelRect Inside() const override;
+  bool IsForm() const override { return true; }
+  std::string Title() const override;
+  bool Shows() const override;
+  void ShowOrHide(bool show) override;
+  void KeepAbove(bool above) override;
+  void BringToFront() override;
+
+  // For the controls' peers: what contains them, and what their lengths and fonts come to.
+  QWidget& Client() { return *client_; }
+  const Scale& Measures() const { return scale_; }
+  // For the window itself: what the user and the desktop did.
+  void Resized();
+  void Activated() { form_.RaiseActivate(); }
+  void CloseAsked();
+  // Tells the form of a key. True where the form had a use for it.
+  bool HandleKey(const QKeyEvent& event);
+
+ private:
+  void SizeTo(velmaro::Twips width, velmaro::Twips height);
+  void PlaceFirst(const velmaro::Form* owner);
+  void PlaceParts();
+  void OrderTabs();
+  QSize ClientSize() const;
+  int BarHeight() const;
+  bool HandlePress(int keyCode, int shift);
+  velmaro::CommandButton* ButtonFor(int keyCode) const;
+  velmaro::Control* Focused() const;
+
+  velmaro::Form& form_;
+  Scale scale_;
+  std::unique_ptr<FormWidget> widget_;
+  QPointer<QWidget> client_;
+  FormMenus menus_;
+  platform::WindowHandle number_ = 0;
+  bool blocked_ = false;
+  bool shownBefore_ = false;
+  bool reporting_ = false;
+  QSize pushedFrom_;
+  QElapsedTimer sincePush_;
+};
+
+}  // namespace onlinux

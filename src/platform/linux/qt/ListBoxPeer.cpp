@@ -1,0 +1,141 @@
+#include "platform/linux/qt/ListBoxPeer.h"
+
+#include <QApplication>
+#include <QListView>
+#include <QPainter>
+#include <QStyledItemDelegate>
+#include <algorithm>
+#include <utility>
+
+#include "platform/linux/qt/QtText.h"
+
+namespace onlinux {
+namespace {
+
+constexpr int margin = 3;
+
+// Draws a row: what stands before its Tab, and the rest in a column behind it.
+class RowPainter : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+  void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    auto row = option;
+    initStyleOption(&row, index);
+    const auto text = std::exchange(row.text, QString());
+    const auto* style = row.widget->style();
+    style->drawControl(QStyle::CE_ItemViewItem, &row, painter, row.widget);
+    const auto group = row.state.testFlag(QStyle::State_Active) ? QPalette::Active : QPalette::Inactive;
+    const bool selected = row.state.testFlag(QStyle::State_Selected);
+    painter->setFont(row.font);
+    painter->setPen(row.palette.color(group, selected ? QPalette::HighlightedText : QPalette::Text));
+    const auto tab = text.indexOf('\t');
+    auto room = row.rect.adjusted(margin, 0, -margin, 0);
+    if (tab >= 0) {
+      painter->drawText(room, Qt::AlignVCenter | Qt::TextSingleLine, text.left(tab));
+      room.setLeft(std::max(room.left() + row.fontMetrics.horizontalAdvance("[Normal]__"),
+                            room.left() + row.fontMetrics.horizontalAdvance(text.left(tab) + "_")));
+    }
+    // The end of a path tells more than its middle.
+    const auto rest = row.fontMetrics.elidedText(text.mid(tab + 1), Qt::ElideMiddle, room.width());
+    painter->drawText(room, Qt::AlignVCenter | Qt::TextSingleLine, rest);
+  }
+
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const override {
+    return {1, option.fontMetrics.height() + 1};
+  }
+};
+
+// Only the left button picks a row; the others act on the row that is picked.
+class ListWidget : public Heard<QListView> {
+ public:
+  using Heard<QListView>::Heard;
+
+ protected:
+  void mousePressEvent(QMouseEvent* event) override {
+    if (event->button() == Qt::LeftButton)
+      Heard<QListView>::mousePressEvent(event);
+    else
+      event->accept();
+  }
+  void mouseDoubleClickEvent(QMouseEvent* event) override {
+    if (event->button() == Qt::LeftButton)
+      Heard<QListView>::mouseDoubleClickEvent(event);
+    else
+      event->accept();
+  }
+};
+
+ListWidget* NewList(const velmaro::ListBox& list) {
+  auto* widget = MakeWidget<ListWidget>(list);
+  widget->setItemDelegate(new RowPainter(widget));
+  widget->setUniformItemSizes(true);
+  widget->setSelectionMode(QAbstractItemView::SingleSelection);
+  widget->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  widget->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  widget->setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
+  return widget;
+}
+
+}  // namespace
+
+QVariant RowSource::data(const QModelIndex& index, int role) const {
+  if (role != Qt::DisplayRole || index.row() >= list_.ListCount()) return {};
+  return ToQtLine(list_.List(index.row()));
+}
+
+ListBoxPeer::ListBoxPeer(velmaro::ListBox& list) : ControlPeer(list, NewList(list)), list_(list), rows_(list) {
+  auto& widget = static_cast<ListWidget&>(Widget());
+  widget.listener = this;
+  widget.setModel(&rows_);
+  QObject::connect(widget.selectionModel(), &QItemSelectionModel::currentRowChanged, &widget,
+                   [this](const QModelIndex& row) { Picked(row); });
+}
+
+void ListBoxPeer::Begin() {
+  ControlPeer::Begin();
+  ShowRows();
+}
+
+void ListBoxPeer::Apply(velmaro::Change what) {
+  if (what == velmaro::Change::Rows) return ShowRows();
+  if (what == velmaro::Change::ListIndex) return ShowSelected();
+  ControlPeer::Apply(what);
+}
+
+void ListBoxPeer::ShowColors() {
+  auto& widget = static_cast<ListWidget&>(Widget());
+  auto palette = widget.palette();
+  const auto colors = Colors();
+  palette.setColor(QPalette::Text, colors.text);
+  palette.setColor(QPalette::Base, colors.ground);
+  widget.setPalette(palette);
+}
+
+void ListBoxPeer::ShowRows() {
+  Quietly([&] { rows_.Changed(); });
+  ShowSelected();
+  if (list_.ListIndex() < 0) static_cast<ListWidget&>(Widget()).scrollToTop();
+}
+
+void ListBoxPeer::ShowSelected() {
+  auto& widget = static_cast<ListWidget&>(Widget());
+  const auto row = list_.ListIndex() < 0 ? QModelIndex() : rows_.index(list_.ListIndex());
+  Quietly([&] {
+    widget.setCurrentIndex(row);
+    if (!row.isValid()) widget.clearSelection();
+  });
+}
+
+void ListBoxPeer::Picked(const QModelIndex& row) {
+  if (IsApplying() || !row.isValid()) return;
+  list_.SelectedByUser(row.row());
+  list_.RaiseClick();
+}
+
+void ListBoxPeer::PressedTwice(const QMouseEvent& event) {
+  Pressed(event);
+  if (event.button() == Qt::LeftButton) list_.RaiseDblClick();
+}
+
+}  // namespace onlinux

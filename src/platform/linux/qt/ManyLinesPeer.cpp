@@ -1,0 +1,81 @@
+#include <QPlainTextEdit>
+#include <QTextDocument>
+
+#include "platform/linux/qt/EditPeers.h"
+
+namespace onlinux {
+namespace {
+
+QPlainTextEdit& EditOf(const ControlPeer& peer) { return static_cast<QPlainTextEdit&>(peer.Widget()); }
+
+// The text as the document holds it, character by character, with LF at the line ends.
+QString RawText(const QPlainTextEdit& edit) {
+  auto text = edit.document()->toRawText();
+  return text.replace(QChar(QChar::ParagraphSeparator), QChar('\n'));
+}
+
+}  // namespace
+
+ManyLinesPeer::ManyLinesPeer(velmaro::TextBox& box)
+    : ControlPeer(box, MakeWidget<Heard<QPlainTextEdit>>(box)), box_(box) {
+  auto& edit = static_cast<Heard<QPlainTextEdit>&>(Widget());
+  edit.listener = this;
+  if (box.ScrollBars()) edit.setLineWrapMode(QPlainTextEdit::NoWrap);
+  QObject::connect(edit.document(), &QTextDocument::contentsChange, &edit, [this](int at) { changedAt_ = at; });
+  QObject::connect(&edit, &QPlainTextEdit::textChanged, &edit, [this] { NoteText(); });
+  QObject::connect(&edit, &QPlainTextEdit::selectionChanged, &edit, [this] { NoteSelection(); });
+  QObject::connect(&edit, &QPlainTextEdit::cursorPositionChanged, &edit, [this] { NoteSelection(); });
+}
+
+void ManyLinesPeer::Begin() {
+  ControlPeer::Begin();
+  ShowContents();
+  ShowSelection();
+}
+
+void ManyLinesPeer::Apply(velmaro::Change what) {
+  if (what == velmaro::Change::Text) return ShowContents();
+  if (what == velmaro::Change::Selection) return ShowSelection();
+  ControlPeer::Apply(what);
+}
+
+void ManyLinesPeer::ShowContents() {
+  text_ = ShownText(box_.Text());
+  Quietly([&] { EditOf(*this).setPlainText(text_.Shown()); });
+}
+
+void ManyLinesPeer::ShowSelection() {
+  auto& edit = EditOf(*this);
+  auto cursor = edit.textCursor();
+  cursor.setPosition(static_cast<int>(text_.PlaceOf(box_.SelStart())));
+  cursor.setPosition(static_cast<int>(text_.PlaceOf(box_.SelStart() + box_.SelLength())), QTextCursor::KeepAnchor);
+  Quietly([&] { edit.setTextCursor(cursor); });
+  edit.ensureCursorVisible();
+}
+
+void ManyLinesPeer::NoteText() {
+  if (IsApplying()) return;
+  const auto now = RawText(EditOf(*this));
+  // A change of looks alone is told as one too.
+  if (now == text_.Shown()) return;
+  text_.Edited(now, changedAt_);
+  box_.TextByUser(text_.Bytes());
+  NoteSelection();
+}
+
+void ManyLinesPeer::NoteSelection() {
+  const auto& edit = EditOf(*this);
+  if (IsApplying() || edit.document()->characterCount() - 1 != text_.Shown().size()) return;
+  const auto cursor = edit.textCursor();
+  const auto start = text_.ByteAt(cursor.selectionStart());
+  box_.SelectionByUser(start, text_.ByteAt(cursor.selectionEnd()) - start);
+}
+
+void ManyLinesPeer::ShowColors() {
+  auto palette = Widget().palette();
+  palette.setColor(QPalette::Text, Colors().text);
+  palette.setColor(QPalette::Base, Colors().ground);
+  Widget().setPalette(palette);
+}
+
+}  // namespace onlinux

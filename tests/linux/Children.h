@@ -1,0 +1,130 @@
+#pragma once
+
+#include <sched.h>
+#include <signal.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <optional>
+#include <sstream>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "platform/kernel32.h"
+
+namespace velmaro {
+
+namespace fs = std::filesystem;
+
+// A folder of its own for a test, with whatever stands in it.
+class TestFolder {
+ public:
+  TestFolder() {
+    auto pattern = (fs::temp_directory_path() / "velmaro-XXXXXX").string();
+    path_ = ::mkdtemp(pattern.data());
+  }
+  TestFolder(const TestFolder&) = delete;
+  TestFolder& operator=(const TestFolder&) = delete;
+  ~TestFolder() { fs::remove_all(path_); }
+  std::string operator/(const std::string& name) const { return path_ + '/' + name; }
+  const std::string& Path() const { return path_; }
+  // A program that sleeps, under a name of the test's own.
+  std::string Sleeper(const std::string& name) const {
+    fs::create_directories(fs::path(*this / name).parent_path());
+    fs::copy_file("/bin/sleep", *this / name);
+    return *this / name;
+  }
+
+ private:
+  std::string path_;
+};
+
+inline void WriteBytes(const std::string& path, const std::string& bytes) { std::ofstream(path) << bytes; }
+
+inline std::string ReadBytes(const std::string& path) {
+  std::ostringstream bytes;
+  bytes << std::ifstream(path).rdbuf();
+  return bytes.str();
+}
+
+// Runs a command to its end in a process of its own and gives its exit code.
+template <class Work>
+int InChild(Work work) {
+  const auto child = ::fork();
+  if (child == 0) ::_exit(work());
+  int status = -1;
+  ::waitpid(child, &status, 0);
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+[[noreturn]] inline void Execute(const std::vector<std::string>& words) {
+  std::vector<char*> pointers;
+  for (const auto& word : words) pointers.push_back(const_cast<char*>(word.c_str()));
+  pointers.push_back(nullptr);
+  ::execv(pointers[0], pointers.data());
+  ::_exit(127);
+}
+
+// Takes all rights of an administrator away from a child process.
+inline bool BecomeNobody() { return ::geteuid() != 0 || (::setgid(65534) == 0 && ::setuid(65534) == 0); }
+
+// Waits until something holds, for as long as a busy machine may need.
+template <class Test>
+bool Eventually(Test test) {
+  for (int i = 0; i < 500; ++i) {
+    if (test()) return true;
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
+  return false;
+}
+
+// A running process of the test's own, ended and forgotten with the object.
+class Child {
+ public:
+  explicit Child(const std::string& program) : id_(::fork()) {
+    if (id_ == 0) Execute({program, "300"});
+    Eventually([&] { return fs::exists("/proc/" + std::to_string(id_) + "/exe") && Executable() == program; });
+  }
+  Child(const Child&) = delete;
+  Child& operator=(const Child&) = delete;
+  ~Child() { End(); }
+  void End() {
+    const auto id = std::exchange(id_, 0);
+    if (id == 0) return;
+    ::kill(id, SIGKILL);
+    ::waitpid(id, nullptr, 0);
+  }
+  pid_t Id() const { return id_; }
+  bool Runs() const {
+    siginfo_t info{};
+    return ::waitid(P_PID, static_cast<id_t>(id_), &info, WEXITED | WNOHANG | WNOWAIT) == 0 && info.si_pid == 0;
+  }
+  int Nice() const { return ::getpriority(PRIO_PROCESS, static_cast<id_t>(id_)); }
+
+ private:
+  std::string Executable() const {
+    std::error_code error;
+    return fs::read_symlink("/proc/" + std::to_string(id_) + "/exe", error).string();
+  }
+  pid_t id_;
+};
+
+// What a fresh snapshot says of a process; nothing where it does not list it.
+inline std::optional<platform::PROCESSENTRY32> Listed(pid_t id) {
+  const platform::OwnedHandle snapshot(platform::CreateToolhelp32Snapshot(platform::TH32CS_SNAPPROCESS));
+  platform::PROCESSENTRY32 entry;
+  entry.dwSize = sizeof entry;
+  for (bool more = Process32First(snapshot.get(), entry); more; more = Process32Next(snapshot.get(), entry))
+    if (entry.th32ProcessID == static_cast<std::uint32_t>(id)) return entry;
+  return std::nullopt;
+}
+
+}  // namespace velmaro

@@ -1,0 +1,137 @@
+#include <gtest/gtest.h>
+#include <linux/sched.h>
+#include <sys/syscall.h>
+
+#include <atomic>
+
+#include "Children.h"
+#include "platform/linux/PriorityClass.h"
+#include "platform/linux/ProcFolder.h"
+
+namespace velmaro {
+namespace {
+
+using namespace platform;
+
+OwnedHandle Open(pid_t id) { return OwnedHandle(OpenProcess(PROCESS_ALL_ACCESS, false, static_cast<std::uint32_t>(id))); }
+
+// Makes a process of a number that was another's before. 0 where that is not allowed.
+pid_t ForkAs(pid_t id) {
+  clone_args args{};
+  args.set_tid = reinterpret_cast<std::uint64_t>(&id);
+  args.set_tid_size = 1;
+  args.exit_signal = SIGCHLD;
+  const auto child = static_cast<pid_t>(::syscall(SYS_clone3, &args, sizeof args));
+  if (child == 0)
+    for (;;) ::pause();
+  return std::max(child, 0);
+}
+
+TEST(LinuxProcesses, EveryPolicyAndNiceValueHasItsPriority) {
+  const std::vector<std::array<int, 3>> cases = {
+      {SCHED_FIFO, 0, 24}, {SCHED_RR, 0, 24},    {SCHED_OTHER, -20, 13}, {SCHED_OTHER, -10, 13}, {SCHED_OTHER, -9, 10},
+      {SCHED_OTHER, -1, 10}, {SCHED_OTHER, 0, 8}, {SCHED_BATCH, 0, 8},   {SCHED_OTHER, 1, 6},    {SCHED_OTHER, 14, 6},
+      {SCHED_OTHER, 15, 4},  {SCHED_OTHER, 19, 4}, {SCHED_IDLE, 0, 4}};
+  for (const auto& [policy, nice, priority] : cases) EXPECT_EQ(onlinux::BasePriority(policy, nice), priority) << policy << ' ' << nice;
+}
+
+TEST(LinuxProcesses, AClassThatIsSetIsReadBackFromTheSnapshot) {
+  const TestFolder folder;
+  const Child child(folder.Sleeper("zzclass"));
+  const auto process = Open(child.Id());
+  EXPECT_EQ(Listed(child.Id()).value().pcPriClassBase, 8);
+  EXPECT_TRUE(SetPriorityClass(process.get(), IDLE_PRIORITY_CLASS));
+  EXPECT_EQ(Listed(child.Id()).value().pcPriClassBase, 4);
+  EXPECT_FALSE(SetPriorityClass(process.get(), 7));
+  if (::geteuid() != 0) GTEST_SKIP() << "only an administrator may raise a class again";
+  for (const auto& [set, read] : std::vector<std::pair<std::uint32_t, int>>{
+           {REALTIME_PRIORITY_CLASS, 24}, {HIGH_PRIORITY_CLASS, 13}, {NORMAL_PRIORITY_CLASS, 8}}) {
+    SetPriorityClass(process.get(), set);
+    EXPECT_EQ(Listed(child.Id()).value().pcPriClassBase, read);
+  }
+}
+
+TEST(LinuxProcesses, WithoutRightsNothingBreaksAndNothingIsPretended) {
+  EXPECT_EQ(InChild([] {
+              if (!BecomeNobody()) return 1;
+              const auto own = Open(::getpid());
+              const auto first = Open(1);
+              if (SetPriorityClass(own.get(), HIGH_PRIORITY_CLASS) || Listed(::getpid())->pcPriClassBase != 8) return 2;
+              if (SetPriorityClass(first.get(), IDLE_PRIORITY_CLASS) || TerminateProcess(first.get(), 0)) return 3;
+              return Listed(1) && *Listed(1)->szExeFile != '\0' ? 0 : 4;
+            }),
+            0);
+}
+
+TEST(LinuxProcesses, AnEndedProcessIsGoneFromTheListAtOnce) {
+  const TestFolder folder;
+  const Child child(folder.Sleeper("zzend"));
+  const auto process = Open(child.Id());
+  EXPECT_TRUE(TerminateProcess(process.get(), 0));
+  EXPECT_FALSE(Listed(child.Id()));
+  EXPECT_FALSE(child.Runs());
+  EXPECT_FALSE(SetPriorityClass(process.get(), IDLE_PRIORITY_CLASS));
+}
+
+TEST(LinuxProcesses, ANumberThatWentToAnotherProcessIsNotTouched) {
+  const TestFolder folder;
+  Child listed(folder.Sleeper("zzfirst"));
+  const auto id = listed.Id();
+  const auto before = Open(id);
+  OwnedHandle snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS));
+  listed.End();
+  // Start times count in hundredths of a second.
+  std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  const auto other = ForkAs(id);
+  if (other == 0) GTEST_SKIP() << "this user may not choose the number of a process";
+  EXPECT_FALSE(Open(id));
+  EXPECT_FALSE(TerminateProcess(before.get(), 0));
+  EXPECT_FALSE(SetPriorityClass(before.get(), IDLE_PRIORITY_CLASS));
+  EXPECT_EQ(::getpriority(PRIO_PROCESS, static_cast<id_t>(other)), 0);
+  EXPECT_EQ(::kill(other, 0), 0);
+  snapshot.Reset();
+  EXPECT_TRUE(Open(id));
+  ::kill(other, SIGKILL);
+  ::waitpid(other, nullptr, 0);
+}
+
+TEST(LinuxProcesses, NamesOfAnyBytesComeThrough) {
+  const TestFolder folder;
+  for (const auto* name : {"zz line\nend", "zz) R 1 (x", "zz [a] b", "zz\xff\xfe", "zz (deleted)", "zzÄöł日本"}) {
+    const auto path = folder.Sleeper(name);
+    const Child child(path);
+    EXPECT_EQ(Listed(child.Id()).value().szExeFile, path);
+    EXPECT_EQ(Listed(child.Id()).value().pcPriClassBase, 8) << name;
+    fs::remove(path);
+    EXPECT_EQ(Listed(child.Id()).value().szExeFile, path) << "the file is gone, the process is not";
+  }
+  // A name that is too long for its record is cut before the character that does not fit whole.
+  std::string room(251 - folder.Path().size(), 'a');
+  room[room.size() / 2] = '/';
+  const Child longest(folder.Sleeper(room + "/日本語日本語"));
+  EXPECT_EQ(Listed(longest.Id()).value().szExeFile, folder / (room + "/日本"));
+  const auto status = onlinux::ParseStatus("7 (a) (b) S 1\n) S 3 7 7 0 -1 64 0 0 0 0 1 2 0 0 20 -5 2 0 99 0 0 0 0 0 0 0 "
+                                           "0 0 0 0 0 0 0 0 0 17 1 0 5 0");
+  ASSERT_TRUE(status);
+  EXPECT_EQ(status->shortName, "a) (b) S 1\n");
+  EXPECT_EQ(status->nice, -5);
+  EXPECT_EQ(status->startTime, 99U);
+  for (const auto* line : {"", "7", "7 (a", "7 )a(", "7 (a) S 3", "7 (a) S x y z"}) EXPECT_FALSE(onlinux::ParseStatus(line));
+}
+
+TEST(LinuxProcesses, TheWalkHoldsWhileProcessesComeAndGo) {
+  std::atomic<bool> stop = false;
+  std::thread churn([&] {
+    while (!stop) {
+      const auto child = ::fork();
+      if (child == 0) ::_exit(0);
+      ::waitpid(child, nullptr, 0);
+    }
+  });
+  for (int i = 0; i < 100; ++i) EXPECT_TRUE(Listed(::getpid()));
+  stop = true;
+  churn.join();
+}
+
+}  // namespace
+}  // namespace velmaro
