@@ -77,30 +77,22 @@ TEST_F(KillLists, AListThatCantBeReadProtectsAndEndsNothing) {
   for (const auto& file : unusable) {
     desktop.files[KillList] = file;
     Choose(form.mnuFileKillProcesses);
-    EXPECT_EQ(Checked(form), Texts{"Normal"});
-    EXPECT_EQ(form.List1.ListIndex(), 0);
+    EXPECT_EQ(State(form), "Normal 0, row 0 of 3");
   }
   EXPECT_EQ(Ended(), Texts{});
 }
 
 TEST_F(KillLists, AConfirmedRunEndsWhatIsListedAndNotSpared) {
   auto& form = StartWithLists();
-  Select(form.List1, 0);
   Choose(form.mnuOptions[1]);
-  desktop.boxes.clear();
   Select(form.List1, 2);
   TypeKey(form, 'K', ShiftKey::Ctrl);
   ExpectLastBox("Do you want to kill all the processes listed\r\nin '" + KillList + "'?", AsksWithNo);
-  EXPECT_EQ(Ended(), Texts{});
-  EXPECT_EQ(Checked(form), Texts{"High"});
-  EXPECT_EQ(form.List1.ListIndex(), 2);
+  EXPECT_EQ(State(form), "High 1, row 2 of 3");
   desktop.Answer(6);
   Choose(form.mnuFileKillProcesses);
   EXPECT_EQ(Ended(), Texts{"game.exe"});
-  EXPECT_EQ(Rows(form.List1), (Texts{"[Normal]\tmame.exe", "[Normal]\tother.exe"}));
-  EXPECT_EQ(Checked(form), Texts{"Real Time"});
-  EXPECT_EQ(form.PriorityChoice, 2);
-  EXPECT_EQ(form.List1.ListIndex(), -1);
+  EXPECT_EQ(State(form), "Real Time 2, row -1 of 2");
   EXPECT_EQ(desktop.boxes.size(), 2U) << "one question covers the run";
   // The answer holds for one run alone, and the next termination asks again.
   Select(form.List1, 1);

@@ -9,13 +9,12 @@ using namespace simulated;
 class Launcher : public OnDesktop {
  protected:
   std::string& Stored(const std::string& key) { return desktop.settings["Velmaro\\Settings\\" + key]; }
-  bool IsStored(const std::string& key) { return desktop.settings.contains("Velmaro\\Settings\\" + key); }
 
-  // Opens the dialog and acts in it, each action at a wait of its own.
-  template <class... Actions>
-  void Run(formVelmaro& main, Actions... actions) {
-    (desktop.Then([this, actions] { actions(application.Default<formLauncher>()); }), ...);
+  // Opens the dialog and acts in it; the actions must end in its close.
+  void Run(formVelmaro& main, const std::function<void(formLauncher&)>& act) {
+    desktop.Then([&] { act(application.Default<formLauncher>()); });
     Press(main.btnLaunch);
+    EXPECT_EQ(application.Forms().size(), 1U) << "the dialog did not go";
   }
   void Launch(formVelmaro& main, const std::string& command) {
     Run(main, [&](formLauncher& form) {
@@ -23,46 +22,34 @@ class Launcher : public OnDesktop {
       TypeKey(form, Key::Return);
     });
   }
-  static int Option(const formLauncher& form) {
-    const auto at = std::ranges::find_if(form.optPriority, &OptionButton::Value);
-    return static_cast<int>(at - form.optPriority.begin());
-  }
 };
 
 TEST_F(Launcher, OpensWithWhatTheStoreHolds) {
   auto& main = Start();
-  Run(main, [&](formLauncher& form) {
-    EXPECT_EQ(Option(form), 0) << "a first start offers Real Time";
-    EXPECT_EQ(form.cmbRun.Text(), "");
-    EXPECT_EQ(form.cmbRun.ListCount(), 0);
-    EXPECT_THROW(Press(main.btnRefresh), std::logic_error) << "the main window takes no input";
-    Press(form.btnCancel);
-  });
-  for (int i = 1; i <= 12; ++i) Stored("LastRun" + std::to_string(i)) = "entry " + std::to_string(i);
-  Stored("LastRun") = "last";
-  const auto opened = [&](auto look) {
+  // The text, how many entries, the last of them, and the option that is set.
+  const auto opened = [&] {
+    std::string text;
     Run(main, [&](formLauncher& form) {
-      look(form);
+      const auto count = form.cmbRun.ListCount();
+      const auto option = std::ranges::find_if(form.optPriority, &OptionButton::Value) - form.optPriority.begin();
+      text = form.cmbRun.Text() + ' ' + std::to_string(count) + ' ' + (count > 0 ? form.cmbRun.List(count - 1) : "") +
+             ' ' + std::to_string(option);
+      EXPECT_THROW(Press(main.btnRefresh), std::logic_error) << "the main window takes no input";
       CloseBox(form);
     });
+    return text;
   };
-  opened([](formLauncher& form) {
-    EXPECT_EQ(form.cmbRun.Text(), "last");
-    EXPECT_EQ(form.cmbRun.ListCount(), 10);
-    EXPECT_EQ(form.cmbRun.List(9), "entry 10");
-  });
+  EXPECT_EQ(opened(), " 0  0") << "a first start offers Real Time";
+  for (int i = 1; i <= 12; ++i) Stored("LastRun" + std::to_string(i)) = "entry" + std::to_string(i);
+  Stored("LastRun") = "last";
+  EXPECT_EQ(opened(), "last 10 entry10 0");
   Stored("LastRun4").clear();
-  opened([](formLauncher& form) {
-    EXPECT_EQ(form.cmbRun.ListCount(), 3);
-    EXPECT_EQ(form.cmbRun.List(2), "entry 3");
-  });
-  const std::vector<std::pair<std::string, int>> stored = {{"0", 0},    {"1", 1},  {"2", 2},          {"3", 3},
-                                                           {"7", 2},    {"4", 2},  {"", 2},           {"-1", 2},
-                                                           {"word", 2}, {"1x", 2}, {"99999999999", 2}};
-  for (const auto& [text, option] : stored) {
+  EXPECT_EQ(opened(), "last 3 entry3 0");
+  for (const auto* text : {"0", "1", "2", "3", "7", "4", "", "-1", "word", "1x", "99999999999"}) {
     Stored("LastPriority") = text;
-    opened([&, option = option](formLauncher& form) { EXPECT_EQ(Option(form), option) << form.cmbRun.Text(); });
-    EXPECT_EQ(Stored("LastPriority"), std::to_string(option)) << "what is wrong in the store is put right";
+    const std::string option = text < std::string("4") && *text >= '0' && text[1] == 0 ? text : "2";
+    EXPECT_EQ(opened(), "last 3 entry3 " + option) << text;
+    EXPECT_EQ(Stored("LastPriority"), option) << "what is wrong in the store is put right";
   }
 }
 
@@ -73,89 +60,82 @@ TEST_F(Launcher, ThePriorityIsStoredOnEveryWayOut) {
       [](formLauncher& form) { TypeKey(form, Key::Escape); }, [](formLauncher& form) { CloseBox(form); }};
   for (std::size_t i = 0; i < ways.size(); ++i) {
     Run(main, [&](formLauncher& form) {
+      if (i > 0) TypeText(form.cmbRun, "game.exe");
       Press(form.optPriority[3 - i]);
       ways[i](form);
     });
     EXPECT_EQ(Stored("LastPriority"), std::to_string(3 - i));
   }
-  EXPECT_FALSE(IsStored("LastRun") || IsStored("LastRun1")) << "an empty or cancelled command is not filed";
+  EXPECT_EQ(desktop.settings.size(), 1U) << "an empty or cancelled command is not filed";
   EXPECT_TRUE(desktop.starts.empty());
   EXPECT_EQ(Checked(main), Texts{"Real Time"});
-  EXPECT_EQ(application.Forms().size(), 1U);
 }
 
 TEST_F(Launcher, BrowsePutsThePathIntoTheField) {
   auto& main = Start();
-  desktop.picks = {"C:\\My Games\\a b.exe", std::nullopt, std::string(254, 'x'), std::string(255, 'y')};
+  const std::string longest(254, 'x');
+  desktop.picks = {"C:\\My Games\\a b.exe", std::nullopt, longest, longest + 'x'};
   Run(main, [&](formLauncher& form) {
-    for (int i = 0; i < 2; ++i) {
+    Texts texts;
+    for (int i = 0; i < 4; ++i) {
       Press(form.btnBrowse);
-      EXPECT_EQ(form.cmbRun.Text(), "C:\\My Games\\a b.exe");
+      texts.push_back(form.cmbRun.Text());
     }
-    for (int i = 0; i < 2; ++i) Press(form.btnBrowse);
-    EXPECT_EQ(form.cmbRun.Text(), std::string(254, 'x')) << "a path that does not fit is none";
+    EXPECT_EQ(texts, (Texts{"C:\\My Games\\a b.exe", "C:\\My Games\\a b.exe", longest, longest}));
     EXPECT_EQ(desktop.openDialogs[0].hwndOwner, form.hWnd());
     Press(form.btnCancel);
   });
   const auto& dialog = desktop.openDialogs[0];
   using namespace std::string_literals;
   EXPECT_EQ(dialog.lpstrFilter, "Applications\0*.exe\0All files (*.*)\0*.*\0"s);
-  EXPECT_EQ(dialog.lpstrTitle, "Browse");
-  EXPECT_EQ(dialog.lpstrInitialDir, "");
-  EXPECT_EQ(dialog.lpstrFile, std::string(254, ' '));
-  EXPECT_EQ(dialog.lpstrFileTitle, std::string(254, ' '));
+  EXPECT_EQ(dialog.lpstrTitle + dialog.lpstrInitialDir, "Browse");
+  EXPECT_EQ(dialog.lpstrFile + dialog.lpstrFileTitle, std::string(508, ' '));
   EXPECT_EQ(std::tuple(dialog.lStructSize, dialog.nMaxFile, dialog.nMaxFileTitle, dialog.nFilterIndex, dialog.Flags),
             std::tuple(76U, 255U, 255U, 0U, 4100U));
 }
 
 TEST_F(Launcher, NewCommandsComeFirstAndOldOnesStayInPlace) {
   auto& main = Start();
+  const auto history = [&] {
+    Texts commands;
+    for (int i = 1; i <= 12; ++i)
+      if (const auto& command = Stored("LastRun" + std::to_string(i)); !command.empty()) commands.push_back(command);
+    return commands;
+  };
   for (const auto* command : {"one", "two", "TWO", "three -x", "one"}) Launch(main, command);
+  EXPECT_EQ(history(), (Texts{"three -x", "two", "one"}));
   EXPECT_EQ(Stored("LastRun"), "one");
-  EXPECT_EQ(Stored("LastRun1") + '|' + Stored("LastRun2") + '|' + Stored("LastRun3"), "three -x|two|one");
-  EXPECT_FALSE(IsStored("LastRun4"));
   Run(main, [](formLauncher& form) {
-    EXPECT_EQ(form.cmbRun.Text(), "one");
     PickEntry(form.cmbRun, 1);
     Press(form.btnOK);
   });
   EXPECT_EQ(Stored("LastRun"), "two");
-  for (int i = 1; i <= 8; ++i) Launch(main, "new " + std::to_string(i));
-  EXPECT_EQ(Stored("LastRun1"), "new 8");
-  EXPECT_EQ(Stored("LastRun8"), "new 1");
-  EXPECT_EQ(Stored("LastRun9") + '|' + Stored("LastRun10"), "three -x|two");
-  EXPECT_FALSE(IsStored("LastRun11"));
   // A part of an entry is another command; one with a failing start is filed too.
   desktop.onStart = [](const auto&) { return 3; };
-  Launch(main, "new");
-  EXPECT_EQ(Stored("LastRun1") + '|' + Stored("LastRun10"), "new|three -x");
+  for (const auto* command : {"4", "5", "6", "7", "8", "9", "t", "three"}) Launch(main, command);
+  EXPECT_EQ(history(), (Texts{"three", "t", "9", "8", "7", "6", "5", "4", "three -x", "two"}));
+  desktop.settingsFail = true;
+  Launch(main, "more");
+  EXPECT_EQ(desktop.starts.back().file, "more") << "a store that can't be written holds nothing up";
+  EXPECT_TRUE(desktop.boxes.empty());
 }
 
 TEST_F(Launcher, TheOptionChoosesMarkAndClass) {
-  struct Case {
-    std::size_t option;
-    std::string mark;
-    std::uint32_t priorityClass;
-  };
   auto& main = Start();
-  desktop.AddProcess("game.exe");
-  auto& game = desktop.ProcessNamed("game.exe");
-  for (const auto& [option, mark, priorityClass] :
-       std::vector<Case>{{0, "Real Time", 256}, {1, "High", 128}, {2, "Normal", 0}, {3, "Idle", 64}}) {
+  auto& game = desktop.ProcessById(desktop.AddProcess("game.exe"));
+  const std::vector<std::pair<std::string, std::uint32_t>> options = {
+      {"Real Time", 256}, {"High", 128}, {"Normal", 0}, {"Idle", 64}};
+  for (std::size_t i = 0; i < 4; ++i) {
     game.classSet = 0;
     Choose(main.mnuOptions[4]);
-    desktop.starts.clear();
+    desktop.AddProcess("another.exe");
     Run(main, [&](formLauncher& form) {
       TypeText(form.cmbRun, "game.exe");
-      Press(form.optPriority[option]);
+      Press(form.optPriority[i]);
       Press(form.btnOK);
     });
-    EXPECT_EQ(game.classSet, priorityClass);
-    EXPECT_EQ(Checked(main), Texts{mark});
-    EXPECT_EQ(main.PriorityChoice, 4) << "only the mark moves";
-    ASSERT_EQ(desktop.starts.size(), 1U);
-    EXPECT_EQ(desktop.starts[0].file + '|' + desktop.starts[0].folder + '|' + desktop.starts[0].verb, "game.exe|C:\\|");
-    EXPECT_EQ(desktop.starts[0].show, 1);
+    EXPECT_EQ(game.classSet, options[i].second);
+    EXPECT_EQ(State(main), options[i].first + " 4, row -1 of " + std::to_string(i + 1)) << "only the mark moves";
   }
   EXPECT_TRUE(desktop.boxes.empty());
   // The mark is what the button applies, the number is what it compares the row with.
@@ -166,13 +146,32 @@ TEST_F(Launcher, TheOptionChoosesMarkAndClass) {
   EXPECT_EQ(game.classSet, 64U);
 }
 
+TEST_F(Launcher, TheDialogHasGoneWhenTheProgramStartsAndOnlyNotFoundIsTriedAgain) {
+  auto& main = Start();
+  desktop.onStart = [&](const auto& start) {
+    EXPECT_FALSE(Shows(application.Default<formLauncher>()));
+    EXPECT_EQ(Stored("LastRun"), "game -x") << "a command is filed before it starts";
+    if (start.call == "ShellExecuteA") return 2;
+    desktop.AddProcess("game.exe");
+    return 42;
+  };
+  Launch(main, "game -x");
+  desktop.onStart = [](const auto&) { return 31; };
+  Launch(main, "game -x");
+  Texts starts;
+  for (const auto& start : desktop.starts)
+    starts.push_back(start.call + '|' + start.file + '|' + start.folder + '|' + start.verb +
+                     std::to_string(start.show));
+  EXPECT_EQ(starts, (Texts{"ShellExecuteA|game -x|C:\\|1", "WinExec|game -x||1", "ShellExecuteA|game -x|C:\\|1"}));
+  EXPECT_EQ(desktop.ProcessNamed("game.exe").classSet, 256U);
+}
+
 TEST_F(Launcher, ProcessNameIsCutFromTheCommand) {
   const Texts running = {"notepad.exe", "my app.exe",     "app.exe",  "my.exe",  "readme.txt.exe",
                          "program.exe", "tnkxfs.dat.exe", "tool.exe", "old.exe", "lead"};
   const Texts cases = {"notepad => notepad.exe",
                        "notepad c:\\a.txt => notepad.exe",
                        R"(C:\Tools\My App.EXE => my app.exe)",
-                       R"(C:\Tools\App.exe -x => my app.exe)",
                        R"("C:\My Tools\App.exe" -x => my app.exe)",
                        R"("C:\My Tools\Tool" -x => tool.exe)",
                        R"("C:\My Tools\Tool" => my.exe)",
@@ -184,8 +183,7 @@ TEST_F(Launcher, ProcessNameIsCutFromTheCommand) {
                        R"(C:\old.exe.d\tool.exe => old.exe)",
                        "C:\\Tools\\ => notepad.exe",
                        " lead => lead",
-                       "vgs.exe => ",
-                       "-vgs.exe => "};
+                       "vgs.exe => "};
   auto& main = Start();
   for (const auto& text : cases) {
     const auto [command, name] = Sides(text);
@@ -193,7 +191,7 @@ TEST_F(Launcher, ProcessNameIsCutFromTheCommand) {
     for (const auto& process : running) desktop.AddProcess(process);
     Launch(main, command);
     for (const auto& process : desktop.processes)
-      EXPECT_EQ(process.classSet, process.name == name ? 256U : 0U) << command << " and " << process.name;
+      EXPECT_EQ(process.classSet, process.name == name ? 256U : 0U) << text << " and " << process.name;
   }
   EXPECT_TRUE(desktop.activations.empty()) << "no command takes another road";
 }

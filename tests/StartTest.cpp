@@ -7,19 +7,19 @@ namespace {
 
 using namespace simulated;
 
+// What was started, as "call:command line:show".
+Texts Started(const Desktop& desktop) {
+  Texts texts;
+  for (const auto& start : desktop.starts)
+    texts.push_back(start.call + ':' + start.file + ':' + std::to_string(start.show));
+  return texts;
+}
+
 class Starting : public OnDesktop {
  protected:
-  // What was started, as "call:command line:show".
-  Texts Started() const {
-    Texts texts;
-    for (const auto& start : desktop.starts)
-      texts.push_back(start.call + ':' + start.file + ':' + std::to_string(start.show));
-    return texts;
-  }
   void ExpectUnattended(const formVelmaro& form) const {
     EXPECT_TRUE(application.Ended());
-    EXPECT_FALSE(Shows(form));
-    EXPECT_EQ(form.hWnd(), 0U);
+    EXPECT_FALSE(Shows(form) || form.hWnd() != 0);
     EXPECT_FALSE(form.Unloaded()) << "nobody is asked at this end";
   }
 };
@@ -27,19 +27,14 @@ class Starting : public OnDesktop {
 TEST_F(Starting, AnEmptyLineBringsUpTheWindow) {
   desktop.AddProcess("a.exe");
   auto& form = Start("   ");
-  EXPECT_TRUE(Shows(form));
+  EXPECT_TRUE(Shows(form) && form.Option1[0].Value() && form.mnuFileAutoRefresh.Checked());
   EXPECT_EQ(Rows(form.List1), Texts{"[Normal]\ta.exe"});
-  EXPECT_EQ(Checked(form), Texts{"Real Time"});
-  EXPECT_EQ(form.PriorityChoice, 2);
-  EXPECT_TRUE(form.Option1[0].Value());
-  EXPECT_TRUE(form.mnuFileAutoRefresh.Checked());
-  EXPECT_EQ(form.KillListPath, KillList);
-  EXPECT_EQ(NoKillListPath, NoKillList);
+  EXPECT_EQ(State(form), "Real Time 2, row -1 of 1");
+  EXPECT_EQ(form.KillListPath + NoKillListPath, KillList + NoKillList);
   EXPECT_EQ(desktop.snapshotsTaken, 1);
   desktop.Then([&] { CloseBox(form); });
   application.Run();
   EXPECT_EQ(desktop.livePeers, 0);
-  EXPECT_FALSE(application.Ended());
 }
 
 TEST_F(Starting, HelpIsShownAndNothingElse) {
@@ -54,16 +49,15 @@ TEST_F(Starting, HelpIsShownAndNothingElse) {
       "/y [file.txt] = List of windows that should not be killed.\r\n/i = Set program process idle.\r\n"
       "/h = Set program process high priority.\r\n/x [window title] = Hide window by title",
       Tells);
-  EXPECT_EQ(desktop.boxes.size(), 1U);
   ExpectUnattended(form);
   EXPECT_EQ(desktop.peersMade, 0);
-  EXPECT_EQ(Ended(), Texts{});
-  EXPECT_EQ(Started(), Texts{});
+  EXPECT_EQ(Ended() + Started(desktop), Texts{});
 }
 
 TEST_F(Starting, AQuietLineDoesItsWorkInOrderWithoutAnyWindow) {
   desktop.AddProcess("chat.exe");
   desktop.AddProcess("saved.exe");
+  const auto longer = desktop.AddWindow("Game Console 2");
   const auto window = desktop.AddWindow("Game Console");
   desktop.files["C:\\Velmaro\\my list.txt"].bytes = "chat.exe\r\nsaved.exe";
   desktop.files["D:\\keep.txt"].bytes = "saved*";
@@ -74,34 +68,60 @@ TEST_F(Starting, AQuietLineDoesItsWorkInOrderWithoutAnyWindow) {
     desktop.AddProcess("GAME.exe");
     return 42;
   };
-  const auto& form = Start("/q /max /h /x \"Game Console\" /y D:\\keep.txt /k \"my list.txt\" game.exe -full");
-  ExpectUnattended(form);
+  ExpectUnattended(Start("/q /max /h /x \"Game Console\" /y D:\\keep.txt /k \"my list.txt\" game.exe -full"));
   EXPECT_EQ(desktop.peersMade, 0);
   EXPECT_TRUE(desktop.boxes.empty());
-  EXPECT_EQ(Started(), (Texts{"ShellExecuteA:game.exe -full:3", "WinExec:game.exe -full:3"}));
-  EXPECT_EQ(desktop.starts[0].folder, "C:\\");
-  EXPECT_EQ(desktop.starts[0].verb + desktop.starts[0].parameters, "");
+  EXPECT_EQ(Started(desktop), (Texts{"ShellExecuteA:game.exe -full:3", "WinExec:game.exe -full:3"}));
+  EXPECT_EQ(desktop.starts[0].verb + desktop.starts[0].parameters + desktop.starts[0].folder, "C:\\");
   EXPECT_EQ(desktop.ProcessNamed("GAME.exe").classSet, 128U);
   EXPECT_EQ(desktop.snapshotsTaken, 3) << "nobody sees the list, so it is never filled";
   EXPECT_EQ(desktop.sleeps, std::vector<std::uint32_t>{750});
-  EXPECT_FALSE(desktop.WindowOf(window).visible);
+  EXPECT_TRUE(desktop.WindowOf(longer).visible && !desktop.WindowOf(window).visible);
+}
+
+TEST_F(Starting, WithoutQuietTheBoxesComeBeforeAnyWindow) {
+  desktop.AddProcess("game.exe");
+  desktop.files[KillList].bytes = "game.exe";
+  desktop.memory.available = desktop.memory.total - (4U << 20);
+  desktop.Answer(7, [&] { EXPECT_TRUE(desktop.peersMade == 0 && desktop.memory.claims == 0); });
+  ExpectUnattended(Start("/m /k /i game.exe"));
+  EXPECT_EQ(BoxTexts(), (Texts{"Do you want to kill all the processes listed\r\nin '" + KillList + "'?",
+                               "game.exe process has been set to IDLE."}));
+  EXPECT_EQ(desktop.memory.peakBlocks, 3U);
+}
+
+TEST_F(Starting, SwitchesWithoutATargetActAndLeaveTheWindow) {
+  desktop.AddProcess("chat.exe");
+  desktop.files["C:\\Velmaro\\a.txt"].bytes = "chat.exe";
+  desktop.memory.available = desktop.memory.total - (4U << 20);
+  desktop.Answer(6, [&] { EXPECT_EQ(desktop.peersMade, 0); });
+  auto& form = Start("/h /m /x Game /max /k a.txt");
+  EXPECT_EQ(Ended(), Texts{"chat.exe"});
+  EXPECT_EQ(desktop.memory.peakBlocks, 3U);
+  EXPECT_TRUE(Shows(form) && application.Forms().size() == 1 && !form.QuietMode);
+  EXPECT_EQ(State(form), "Real Time 2, row -1 of 0");
+  EXPECT_TRUE(desktop.starts.empty() && desktop.sleeps.empty());
+}
+
+TEST_F(Starting, OnlyNotFoundIsTriedASecondTime) {
+  const auto window = desktop.AddWindow("ePSXe");
+  desktop.onStart = [](const auto&) { return 5; };
+  Start("/q /x game");
+  EXPECT_EQ(Started(desktop), Texts{"ShellExecuteA:game:1"});
+  EXPECT_FALSE(desktop.WindowOf(window).visible) << "a target that failed changes nothing else";
+  EXPECT_TRUE(desktop.boxes.empty());
 }
 
 TEST(StartingLines, PriorityAndWindowStyleReachTheTarget) {
-  const std::vector<std::tuple<std::string, std::uint32_t, int>> cases = {
-      {"", 256, 1},   {"/h", 128, 1},   {"/i", 64, 1},          {"/i /h", 64, 1},    {"/h /k", 128, 1},
-      {"/k", 256, 1}, {"/min", 256, 2}, {"/hide /max", 256, 0}, {"/normal", 256, 1}, {"/max /i", 64, 3},
-  };
-  for (const auto& [switches, priorityClass, show] : cases) {
+  const Texts cases = {" => 256, 1",   "/h => 128, 1",   "/i /h => 64, 1",       "/h /k => 128, 1",
+                       "/k => 256, 1", "/min => 256, 2", "/hide /max => 256, 0", "/max /i => 64, 3"};
+  for (const auto& text : cases) {
+    const auto [switches, result] = Sides(text);
     Program program;
-    auto& desktop = program.desktop;
-    desktop.AddProcess("game.exe");
-    desktop.files[KillList].bytes = "; nothing";
+    auto& game = program.desktop.ProcessById(program.desktop.AddProcess("game.exe"));
+    program.desktop.files[KillList].bytes = "; nothing";
     program.Start("/q " + switches + " game");
-    EXPECT_EQ(desktop.ProcessNamed("game.exe").classSet, priorityClass) << switches;
-    ASSERT_EQ(desktop.starts.size(), 1U);
-    EXPECT_EQ(desktop.starts[0].show, show) << switches;
-    EXPECT_EQ(desktop.peersMade, 0);
+    EXPECT_EQ(std::to_string(game.classSet) + ", " + std::to_string(program.desktop.starts.at(0).show), result) << text;
   }
 }
 
@@ -111,7 +131,6 @@ TEST(StartingLines, ProcessNameIsCutFromTheTarget) {
   const Texts cases = {R"(C:\Emu\epsxe.exe -nogui => C:\Emu\epsxe.exe)",
                        R"("C:\Emu\ePSXe.EXE" -nogui => C:\Emu\epsxe.exe)",
                        R"("C:\Emu\psx" -nogui => psx.exe)",
-                       "mame readme => mame.exe",
                        "MAME => mame.exe",
                        "mame a.dat => mame.exe",
                        "TNKXFS.dat => tnkxfs.dat",
@@ -119,33 +138,18 @@ TEST(StartingLines, ProcessNameIsCutFromTheTarget) {
                        R"(C:\Program Files\app => Program.exe)",
                        R"("C:\Program Files\app" => Program.exe)",
                        R"(C:\old.exe.d\mame.exe => old.exe)",
-                       "a.txt => a.txt.exe",
-                       R"("" mame => C:\Emu\epsxe.exe)"};
+                       "a.txt => a.txt.exe"};
   for (const auto& text : cases) {
     const auto [target, name] = Sides(text);
     Program program;
-    auto& desktop = program.desktop;
-    for (const auto& process : running) desktop.AddProcess(process);
+    for (const auto& process : running) program.desktop.AddProcess(process);
     program.Start("/q " + target);
-    for (const auto& process : desktop.processes)
+    for (const auto& process : program.desktop.processes)
       EXPECT_EQ(process.classSet != 0, process.name == name) << target << " and " << process.name;
   }
 }
 
-TEST_F(Starting, OnlyNotFoundIsTriedASecondTimeAndTheWholeTitleIsHidden) {
-  const auto longer = desktop.AddWindow("ePSXe 2");
-  const auto window = desktop.AddWindow("ePSXe");
-  desktop.onStart = [](const auto&) { return 5; };
-  Start("/q /x game");
-  EXPECT_EQ(Started(), Texts{"ShellExecuteA:game:1"});
-  EXPECT_EQ(desktop.sleeps.size(), 1U) << "a target that failed changes nothing else";
-  EXPECT_TRUE(desktop.boxes.empty());
-  EXPECT_TRUE(desktop.WindowOf(longer).visible);
-  EXPECT_FALSE(desktop.WindowOf(window).visible);
-}
-
 const std::string Station = "Connectix Virtual Game Station";
-const std::string StationKey = "SOFTWARE\\Connectix\\Connectix Virtual Game Station\\General";
 
 TEST_F(Starting, ARunningStationGetsEnterInPlaceOfAStart) {
   desktop.AddProcess("tnkxfs.dat");
@@ -155,65 +159,54 @@ TEST_F(Starting, ARunningStationGetsEnterInPlaceOfAStart) {
   Start("/q /h /max /x \"" + Station + "\" \"C:\\VGS.exe\"");
   ASSERT_EQ(desktop.sentKeys.size(), 1U);
   EXPECT_EQ(desktop.sentKeys[0].keys + desktop.sentKeys[0].window, "~" + Station);
-  EXPECT_EQ(Started(), Texts{});
+  EXPECT_EQ(Started(desktop), Texts{});
   EXPECT_EQ(desktop.activations, (Texts{Station, Station}));
   EXPECT_EQ(desktop.ProcessNamed("tnkxfs.dat").classSet, 128U);
-  EXPECT_TRUE(desktop.WindowOf(window).visible) << "the hide plays no part";
-  EXPECT_TRUE(desktop.sleeps.empty());
+  EXPECT_TRUE(desktop.WindowOf(window).visible && desktop.sleeps.empty()) << "the hide plays no part";
 }
 
 TEST(StartingLines, StationIsLookedForInThreePlaces) {
   struct Case {
     std::string target;
     bool file, local, installed;
-    std::string command;
+    Texts started;
   };
-  const std::vector<Case> cases = {
-      {"C:\\Emu\\vgs.exe", true, true, true, "C:\\Emu\\vgs.exe"},
-      {"C:\\Emu\\vgs.exe", false, true, true, "MyVGS.exe"},
-      {"C:\\Emu\\vgs.exe -x", true, true, true, "MyVGS.exe"},
-      {"game.exe -vgs.exe", true, false, true, "C:\\Station\\run it.exe -a"},
-      {"vgs.exe", false, false, false, ""},
-  };
-  for (const auto& [target, file, local, installed, command] : cases) {
+  const std::vector<Case> cases = {{"\"C:\\Emu\\VGS.exe\"", true, true, true, {"Shell:C:\\Emu\\VGS.exe:1"}},
+                                   {"C:\\Emu\\vgs.exe", false, true, true, {"Shell:MyVGS.exe:1"}},
+                                   {"C:\\Emu\\vgs.exe -x", true, true, true, {"Shell:MyVGS.exe:1"}},
+                                   {"game.exe -vgs.exe", true, false, true, {"Shell:D:\\run it.exe -a:1"}},
+                                   {"vgs.exe", false, false, false, {}}};
+  for (const auto& [target, file, local, installed, started] : cases) {
     Program program;
     auto& desktop = program.desktop;
     if (file) desktop.files["C:\\Emu\\vgs.exe"].bytes = "x";
     if (local) desktop.files["C:\\Velmaro\\MyVGS.exe"].bytes = "x";
-    if (installed)
-      desktop.registry[0x80000002][StationKey]["Location"].bytes = std::string("C:\\Station\\run it.exe -a") + '\0';
+    auto& key = desktop.registry[0x80000002]["SOFTWARE\\Connectix\\" + Station + "\\General"];
+    if (installed) key["Location"].bytes = std::string("D:\\run it.exe -a") + '\0';
     desktop.onStart = [&](const auto&) { return desktop.AddProcess("tnkxfs.dat"), 42; };
     program.Start("/q /min " + target);
-    ASSERT_EQ(desktop.starts.size(), command.empty() ? 0U : 1U) << target;
-    EXPECT_EQ(desktop.activations.size(), 2U);
-    EXPECT_TRUE(desktop.sentKeys.empty());
-    EXPECT_TRUE(program.application.Ended() && desktop.boxes.empty());
-    if (command.empty()) continue;
-    EXPECT_EQ(desktop.starts[0].call + ':' + desktop.starts[0].file, "Shell:" + command);
-    EXPECT_EQ(desktop.starts[0].show, 1);
-    EXPECT_EQ(desktop.ProcessNamed("tnkxfs.dat").classSet, 256U);
+    EXPECT_EQ(Started(desktop), started) << target;
+    for (const auto& process : desktop.processes) EXPECT_EQ(process.classSet, 256U);
+    EXPECT_TRUE(desktop.sentKeys.empty() && desktop.boxes.empty() && desktop.peersMade == 0);
   }
 }
 
 TEST_F(Starting, RegistryValuesAreReadAsTextWhateverTheyAre) {
   constexpr std::uint32_t root = 0x80000002;
   const auto ended = [](std::string text) { return text + '\0'; };
-  const std::vector<std::pair<RegistryValue, std::string>> cases = {
-      {{.bytes = ended("C:\\vgs.exe")}, "C:\\vgs.exe"},
-      {{.type = 2, .bytes = ended("%x%\\a")}, "%x%\\a"},
-      {{.bytes = ended("")}, ""},
-      {{.bytes = ""}, ""},
-      {{.bytes = "a"}, ""},
-      {{.bytes = ended(std::string(254, 'a'))}, std::string(254, 'a')},
-      {{.bytes = ended(std::string(255, 'a'))}, ""},
-      {{.type = 4, .bytes = "\x01\x02\x03\x04"}, "\x01\x02\x03"},
-  };
-  for (const auto& [value, text] : cases) {
-    desktop.registry[root]["Key"]["Name"] = value;
+  const std::vector<std::pair<std::string, std::string>> cases = {{ended("C:\\vgs.exe"), "C:\\vgs.exe"},
+                                                                  {ended(""), ""},
+                                                                  {"", ""},
+                                                                  {"a", ""},
+                                                                  {"\x01\x02\x03\x04", "\x01\x02\x03"},
+                                                                  {ended(std::string(254, 'a')), std::string(254, 'a')},
+                                                                  {ended(std::string(255, 'a')), ""}};
+  for (const auto& [bytes, text] : cases) {
+    desktop.registry[root]["Key"]["Name"].bytes = bytes;
     EXPECT_EQ(RegGetString(root, "Key", "Name"), text);
-    EXPECT_TRUE(desktop.openKeys.empty());
   }
   EXPECT_EQ(RegGetString(root, "Key", "Other"), "");
+  EXPECT_TRUE(desktop.openKeys.empty());
   desktop.closeKeyResult = 6;
   EXPECT_EQ(RegGetString(root, "Other", "Name"), "");
   EXPECT_TRUE(desktop.boxes.empty()) << "a key that was not opened is not closed";

@@ -64,22 +64,22 @@ TEST(Text, ManyRunsInAPatternAreQuick) {
 
 TEST(Text, SearchCountsFromOneInSixteenBits) {
   const std::string far(32767, '.');
+  constexpr auto Exact = Compare::Exact, AnyCase = Compare::IgnoreCase;
   const std::vector<std::tuple<std::size_t, std::string, std::string, Compare, int>> cases = {
-      {1, "abcabc", "abc", Compare::Exact, 1},
-      {2, "abcabc", "abc", Compare::Exact, 4},
-      {5, "abcabc", "abc", Compare::Exact, 0},
-      {7, "abcabc", "c", Compare::Exact, 0},
-      {0, "abc", "a", Compare::Exact, 0},
-      {1, "", "a", Compare::Exact, 0},
-      {1, "xABC", "abc", Compare::Exact, 0},
-      {1, "xABC", "abc", Compare::IgnoreCase, 2},
-      {1, "a\xC3\x89t\xC3\xA9", "\xC3\xA9T", Compare::IgnoreCase, 2},
-      {1, "\xE2\x84\xAA.exe", ".EXE", Compare::IgnoreCase, 4},
-      {1, "a\0/q", "/Q", Compare::IgnoreCase, 0},
-      {1, std::string("a\0/q", 4), "/Q", Compare::IgnoreCase, 3},
-      {1, far.substr(1) + "a", "a", Compare::Exact, 32767},
-      {1, far + "a", "a", Compare::Exact, 0},
-  };
+      {1, "abcabc", "abc", Exact, 1},
+      {2, "abcabc", "abc", Exact, 4},
+      {5, "abcabc", "abc", Exact, 0},
+      {7, "abcabc", "c", Exact, 0},
+      {0, "abc", "a", Exact, 0},
+      {1, "", "a", Exact, 0},
+      {1, "xABC", "abc", Exact, 0},
+      {1, "xABC", "abc", AnyCase, 2},
+      {1, "a\xC3\x89t\xC3\xA9", "\xC3\xA9T", AnyCase, 2},
+      {1, "\xE2\x84\xAA.exe", ".EXE", AnyCase, 4},
+      {1, "a\0/q", "/Q", AnyCase, 0},
+      {1, std::string("a\0/q", 4), "/Q", AnyCase, 3},
+      {1, far.substr(1) + "a", "a", Exact, 32767},
+      {1, far + "a", "a", Exact, 0}};
   for (const auto& [start, text, what, compare, position] : cases)
     EXPECT_EQ(InStr(start, text, what, compare), position) << what << " from " << start;
   EXPECT_EQ(FindInText(1, far + "a", "A", Compare::IgnoreCase), 32768U);

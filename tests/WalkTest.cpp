@@ -110,11 +110,10 @@ TEST_F(Walk, ModesSetTheClassAndReportItUnlessQuiet) {
 }
 
 TEST_F(Walk, WhatCantBeSetIsReportedAsIfItHadBeen) {
-  desktop.AddProcess("denied.exe");
-  desktop.ProcessNamed("denied.exe").denied = true;
-  desktop.AddProcess("stubborn.exe");
-  desktop.ProcessNamed("stubborn.exe").stubborn = true;
   for (const std::string name : {"denied.exe", "stubborn.exe"}) {
+    auto& process = desktop.ProcessById(desktop.AddProcess(name));
+    process.denied = name == "denied.exe";
+    process.stubborn = !process.denied;
     EXPECT_TRUE(WalkProcesses(name, 1, false, nullptr));
     ExpectLastBox(name + " process has been set to HIGH.", Tells);
     EXPECT_TRUE(WalkProcesses(name, 4, true, nullptr));
@@ -136,11 +135,10 @@ TEST_F(Walk, TerminationAsksUnlessQuietAndSparesTheNoKillList) {
     EXPECT_TRUE(WalkProcesses("game.exe", 4, false, nullptr));
     ExpectLastBox("Do you want to terminate the process 'game.exe'?", AsksWithNo);
   }
-  EXPECT_TRUE(WalkProcesses("saved.exe", 4, false, nullptr));
-  EXPECT_TRUE(WalkProcesses("saved.exe", 4, true, nullptr));
+  for (const bool quiet : {false, true}) EXPECT_TRUE(WalkProcesses("saved.exe", 4, quiet, nullptr));
   EXPECT_FALSE(WalkProcesses("game.exe", 4, false, nullptr)) << "it has ended";
-  EXPECT_EQ(desktop.boxes.size(), 2U);
   EXPECT_EQ(Ended(), Texts{"Game.exe"});
+  EXPECT_EQ(desktop.boxes.size(), 2U);
 }
 
 TEST_F(Walk, WithoutASnapshotNothingIsListedOrFound) {
