@@ -106,6 +106,8 @@ struct Box {
 struct Entry {
   int depth = 0;
   bool checked = false;
+  // The one that Enter would choose.
+  bool marked = false;
   UINT id = 0;
   std::wstring text;
 };

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "Drive.h"
 
 namespace drive {
@@ -137,7 +139,18 @@ TEST_F(ProcessTest, PopupOpensAtTheClassOfTheRowAndSetsAnother) {
   ASSERT_EQ(entries.size(), 5U);
   EXPECT_TRUE(entries[1].checked);
   EXPECT_EQ(entries[4].text, L"Terminate Process\tDel");
-  Keys({VK_DOWN, VK_DOWN, VK_DOWN, VK_DOWN, VK_RETURN});
+  // Off the popup: under the pointer, another entry would be marked.
+  const POINT away{-30, -30};
+  Click(velmaro->Main(), 0, 0, &away);
+  const auto marked = [&] {
+    const auto shown = velmaro->Menu(popup);
+    return std::ranges::find_if(shown, &Entry::marked) - shown.begin();
+  };
+  for (auto at = marked(); at != 3; at = marked()) {
+    Keys({VK_DOWN});
+    ASSERT_TRUE(Until([&] { return marked() != at; }));
+  }
+  Keys({VK_RETURN});
   ExpectSet(IDLE_PRIORITY_CLASS, L"IDLE.", L"[Idle]\tviktor.exe");
 }
 

@@ -83,8 +83,8 @@ std::vector<Entry> Velmaro::Menu(HWND window) const {
   std::wistringstream lines(Asked(Ask::Menu, window ? window : Main()));
   for (std::wstring line; std::getline(lines, line);) {
     std::size_t read = 0;
-    const auto id = static_cast<UINT>(std::stoul(line.substr(2), &read));
-    entries.push_back({line[0] - L'0', line[1] == L'x', id, line.substr(2 + read + 1)});
+    const auto id = static_cast<UINT>(std::stoul(line.substr(3), &read));
+    entries.push_back({line[0] - L'0', line[1] == L'x', line[2] == L'>', id, line.substr(3 + read + 1)});
   }
   return entries;
 }

@@ -6,7 +6,7 @@
 
 namespace {
 
-// One line for each entry: depth, "x" where it is checked, "." where it can't be chosen, its id and its text.
+// One line for each entry: depth, "x" where it is checked, ">" where Enter would choose it, its id and its text.
 void AddMenu(HMENU menu, int depth, std::wstring& lines) {
   for (int i = 0; i < ::GetMenuItemCount(menu); ++i) {
     std::array<wchar_t, 200> text{};
@@ -17,11 +17,9 @@ void AddMenu(HMENU menu, int depth, std::wstring& lines) {
     item.cch = static_cast<UINT>(text.size());
     ::GetMenuItemInfoW(menu, static_cast<UINT>(i), TRUE, &item);
     const bool separator = item.fType & MFT_SEPARATOR;
-    lines += std::to_wstring(depth) +
-             (item.fState & MFS_CHECKED    ? L'x'
-              : item.fState & MFS_DISABLED ? L'.'
-                                           : L' ') +
-             std::to_wstring(item.hSubMenu ? 0 : item.wID) + L' ' + (separator ? L"-" : text.data()) + L'\n';
+    lines += std::to_wstring(depth) + (item.fState & MFS_CHECKED ? L'x' : L' ') +
+             (item.fState & MFS_HILITE ? L'>' : L' ') + std::to_wstring(item.hSubMenu ? 0 : item.wID) + L' ' +
+             (separator ? L"-" : text.data()) + L'\n';
     if (item.hSubMenu) AddMenu(item.hSubMenu, depth + 1, lines);
   }
 }
