@@ -13,7 +13,9 @@ namespace {
 
 using namespace platform;
 
-OwnedHandle Open(pid_t id) { return OwnedHandle(OpenProcess(PROCESS_ALL_ACCESS, false, static_cast<std::uint32_t>(id))); }
+OwnedHandle Open(pid_t id) {
+  return OwnedHandle(OpenProcess(PROCESS_ALL_ACCESS, false, static_cast<std::uint32_t>(id)));
+}
 
 // Makes a process of a number that was another's before. 0 where that is not allowed.
 pid_t ForkAs(pid_t id) {
@@ -28,11 +30,13 @@ pid_t ForkAs(pid_t id) {
 }
 
 TEST(LinuxProcesses, EveryPolicyAndNiceValueHasItsPriority) {
-  const std::vector<std::array<int, 3>> cases = {
-      {SCHED_FIFO, 0, 24}, {SCHED_RR, 0, 24},    {SCHED_OTHER, -20, 13}, {SCHED_OTHER, -10, 13}, {SCHED_OTHER, -9, 10},
-      {SCHED_OTHER, -1, 10}, {SCHED_OTHER, 0, 8}, {SCHED_BATCH, 0, 8},   {SCHED_OTHER, 1, 6},    {SCHED_OTHER, 14, 6},
-      {SCHED_OTHER, 15, 4},  {SCHED_OTHER, 19, 4}, {SCHED_IDLE, 0, 4}};
-  for (const auto& [policy, nice, priority] : cases) EXPECT_EQ(onlinux::BasePriority(policy, nice), priority) << policy << ' ' << nice;
+  const std::vector<std::array<int, 3>> cases = {{SCHED_FIFO, 0, 24},    {SCHED_RR, 0, 24},     {SCHED_OTHER, -20, 13},
+                                                 {SCHED_OTHER, -10, 13}, {SCHED_OTHER, -9, 10}, {SCHED_OTHER, -1, 10},
+                                                 {SCHED_OTHER, 0, 8},    {SCHED_BATCH, 0, 8},   {SCHED_OTHER, 1, 6},
+                                                 {SCHED_OTHER, 14, 6},   {SCHED_OTHER, 15, 4},  {SCHED_OTHER, 19, 4},
+                                                 {SCHED_IDLE, 0, 4}};
+  for (const auto& [policy, nice, priority] : cases)
+    EXPECT_EQ(onlinux::BasePriority(policy, nice), priority) << policy << ' ' << nice;
 }
 
 TEST(LinuxProcesses, AClassThatIsSetIsReadBackFromTheSnapshot) {
@@ -110,13 +114,15 @@ TEST(LinuxProcesses, NamesOfAnyBytesComeThrough) {
   room[room.size() / 2] = '/';
   const Child longest(folder.Sleeper(room + "/日本語日本語"));
   EXPECT_EQ(Listed(longest.Id()).value().szExeFile, folder / (room + "/日本"));
-  const auto status = onlinux::ParseStatus("7 (a) (b) S 1\n) S 3 7 7 0 -1 64 0 0 0 0 1 2 0 0 20 -5 2 0 99 0 0 0 0 0 0 0 "
-                                           "0 0 0 0 0 0 0 0 0 17 1 0 5 0");
+  const auto status = onlinux::ParseStatus(
+      "7 (a) (b) S 1\n) S 3 7 7 0 -1 64 0 0 0 0 1 2 0 0 20 -5 2 0 99 0 0 0 0 0 0 0 "
+      "0 0 0 0 0 0 0 0 0 17 1 0 5 0");
   ASSERT_TRUE(status);
   EXPECT_EQ(status->shortName, "a) (b) S 1\n");
   EXPECT_EQ(status->nice, -5);
   EXPECT_EQ(status->startTime, 99U);
-  for (const auto* line : {"", "7", "7 (a", "7 )a(", "7 (a) S 3", "7 (a) S x y z"}) EXPECT_FALSE(onlinux::ParseStatus(line));
+  for (const auto* line : {"", "7", "7 (a", "7 )a(", "7 (a) S 3", "7 (a) S x y z"})
+    EXPECT_FALSE(onlinux::ParseStatus(line));
 }
 
 TEST(LinuxProcesses, TheWalkHoldsWhileProcessesComeAndGo) {

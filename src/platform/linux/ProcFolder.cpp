@@ -60,8 +60,8 @@ std::string AsName(const std::string& shortName) {
   return name;
 }
 
-// The name of a process whose executable can't be read or tells nothing. A short name that may have been cut is made whole from the
-// command line, where that begins with the same name.
+// The name of a process whose executable can't be read or tells nothing. A short name that may have been cut is made
+// whole from the command line, where that begins with the same name.
 std::string PlainName(int folder, const std::string& id, const std::string& shortName) {
   if (shortName.size() < ShortNameLimit) return AsName(shortName);
   const auto line = ReadSmall(folder, id + "/cmdline", PATH_MAX);

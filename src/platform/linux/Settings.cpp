@@ -69,7 +69,8 @@ Values Parse(std::string_view text) {
   while (!text.empty()) {
     const auto line = text.substr(0, text.find('\n'));
     const auto equals = line.find('=');
-    if (equals != std::string_view::npos) values[Unescaped(line.substr(0, equals))] = Unescaped(line.substr(equals + 1));
+    if (equals != std::string_view::npos)
+      values[Unescaped(line.substr(0, equals))] = Unescaped(line.substr(equals + 1));
     text.remove_prefix(std::min(line.size() + 1, text.size()));
   }
   return values;

@@ -58,6 +58,17 @@ std::vector<xcb_window_t> Drawable(XServer& server, const std::vector<xcb_window
   return drawable;
 }
 
+// The window in a frame that its manager has not yet taken up, or not yet given back; else the window itself.
+xcb_window_t InsideOf(XServer& server, xcb_window_t frame) {
+  if (!TitleOf(server, frame).empty()) return frame;
+  const auto tree = ReadTree(server, frame);
+  if (!tree) return frame;
+  const auto* children = ::xcb_query_tree_children(tree.get());
+  for (int i = 0; i < ::xcb_query_tree_children_length(tree.get()); ++i)
+    if (!server.Read(children[i], "WM_STATE").bytes.empty()) return children[i];
+  return frame;
+}
+
 std::string FromLatin1(const std::string& bytes) {
   std::string text;
   for (const char byte : bytes) AppendCharacter(text, static_cast<unsigned char>(byte));
@@ -73,9 +84,13 @@ std::vector<xcb_window_t> TopLevels(XServer& server) {
   const auto* children = ::xcb_query_tree_children(root.get());
   std::vector<xcb_window_t> windows(children, children + ::xcb_query_tree_children_length(root.get()));
   std::ranges::reverse(windows);
+  // The window manager's mark is a window of its own, with a title that nobody sees.
+  for (const auto mark : server.ReadNumbers(server.Root(), "_NET_SUPPORTING_WM_CHECK")) std::erase(windows, mark);
   windows = Drawable(server, windows);
-  for (auto& window : windows)
-    if (const auto at = managed.find(window); at != managed.end()) window = at->second;
+  for (auto& window : windows) {
+    const auto at = managed.find(window);
+    window = at != managed.end() ? at->second : InsideOf(server, window);
+  }
   return windows;
 }
 

@@ -111,8 +111,6 @@ std::string LowerCase(std::string_view text) {
   return lower;
 }
 
-std::size_t CharacterLength(std::string_view text) {
-  return text.empty() ? 0 : onlinux::FirstCharacter(text).length;
-}
+std::size_t CharacterLength(std::string_view text) { return text.empty() ? 0 : onlinux::FirstCharacter(text).length; }
 
 }  // namespace platform

@@ -52,8 +52,8 @@ bool Withdraw(XServer& server, WindowHandle window) {
   event.event = server.Root();
   event.window = window;
   constexpr auto whoListens = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT;
-  return server.Did(::xcb_send_event_checked(server.Line(), 0, server.Root(), whoListens,
-                                             reinterpret_cast<const char*>(&event)));
+  return server.Did(
+      ::xcb_send_event_checked(server.Line(), 0, server.Root(), whoListens, reinterpret_cast<const char*>(&event)));
 }
 
 bool ShowOrHide(WindowHandle window, bool show) {

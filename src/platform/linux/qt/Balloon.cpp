@@ -120,26 +120,26 @@ void Balloon::Watch(QWidget* control) {
 }
 
 void Balloon::Changed() {
-  if (shown_) Show();
+  if (shown_.get()) Show();
 }
 
 void Balloon::Show() {
   if (!control_ || look_.text.empty()) return;
-  shown_ = std::make_unique<TipWidget>(look_, control_.data());
-  shown_->show();
+  shown_.Reset(new TipWidget(look_, control_.data()));
+  shown_.get()->show();
 }
 
 bool Balloon::eventFilter(QObject*, QEvent* event) {
   switch (event->type()) {
     case QEvent::ToolTip:
-      if (!shown_) Show();
+      if (!shown_.get()) Show();
       return true;
     case QEvent::Leave:
     case QEvent::Hide:
     case QEvent::MouseButtonPress:
     case QEvent::KeyPress:
     case QEvent::WindowDeactivate:
-      shown_.reset();
+      shown_.Reset();
       return false;
     default:
       return false;

@@ -4,18 +4,18 @@
 #include <QObject>
 #include <QPointer>
 #include <QWidget>
-#include <memory>
 #include <optional>
 #include <string>
 
+#include "platform/linux/qt/OwnedWidget.h"
 #include "platform/types.h"
 
 namespace onlinux {
 
 // What a tooltip says and how it looks.
 struct TipLook {
-  bool balloon = false;   // a rounded one that points at its control
-  bool centered = false;  // under the middle of its control
+  bool balloon = false;    // a rounded one that points at its control
+  bool centered = false;   // under the middle of its control
   std::uint32_t icon = 0;  // 1 information, 2 warning, 3 error; it needs a title beside it
   std::string title = {};
   std::string text = {};
@@ -31,9 +31,6 @@ class Balloon : public QObject {
   TipLook& Look() { return look_; }
   // Shows what changed in the look, where the tip is on the screen.
   void Changed();
-  // The tip on the screen, null while there is none.
-  const QWidget* Shown() const { return shown_.get(); }
-
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
@@ -41,7 +38,7 @@ class Balloon : public QObject {
 
   QPointer<QWidget> control_;
   TipLook look_;
-  std::unique_ptr<QWidget> shown_;
+  OwnedWidget shown_;
 };
 
 }  // namespace onlinux

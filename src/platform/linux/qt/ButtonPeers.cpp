@@ -41,10 +41,20 @@ class PictureButton : public Heard<QPushButton> {
                         style()->pixelMetric(QStyle::PM_ButtonShiftVertical, &option, this));
     const auto caption = CaptionPlace();
     const QRect picture(QPoint((width() - iconSize().width()) / 2, caption.top() - iconSize().height()), iconSize());
-    if (!icon().isNull()) icon().paint(&painter, picture, Qt::AlignCenter, isEnabled() ? QIcon::Normal : QIcon::Disabled);
-    painter.drawItemText(caption, Qt::AlignCenter | Qt::TextWordWrap | Qt::TextShowMnemonic, option.palette, isEnabled(),
-                         text(), QPalette::ButtonText);
+    if (!icon().isNull())
+      icon().paint(&painter, picture, Qt::AlignCenter, isEnabled() ? QIcon::Normal : QIcon::Disabled);
+    painter.drawItemText(caption, Qt::AlignCenter | Qt::TextWordWrap | Qt::TextShowMnemonic, option.palette,
+                         isEnabled(), text(), QPalette::ButtonText);
   }
+};
+
+// An option button that is pressed wherever in its place the mouse is, not on its text alone.
+class WideRadioButton : public Heard<QRadioButton> {
+ public:
+  using Heard<QRadioButton>::Heard;
+
+ protected:
+  bool hitButton(const QPoint& at) const override { return rect().contains(at); }
 };
 
 PictureButton* NewGraphical(const velmaro::Control& control, velmaro::Twips twipsPerPixel) {
@@ -84,7 +94,7 @@ QWidget* NewOptionButton(const velmaro::OptionButton& button) {
     widget->setCheckable(true);
     return widget;
   }
-  return MakeWidget<Heard<QRadioButton>>(button);
+  return MakeWidget<WideRadioButton>(button);
 }
 
 }  // namespace

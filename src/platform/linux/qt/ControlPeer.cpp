@@ -18,39 +18,40 @@ ControlPeer::ControlPeer(velmaro::Control& control, QWidget* widget, bool clicks
 
 void ControlPeer::Begin() {
   using velmaro::Change;
-  for (const auto what : {Change::Bounds, Change::Colors, Change::Visible, Change::Enabled, Change::ToolTip}) Apply(what);
+  for (const auto what : {Change::Bounds, Change::Colors, Change::Visible, Change::Enabled, Change::ToolTip})
+    Apply(what);
 }
 
 void ControlPeer::Apply(velmaro::Change what) {
   switch (what) {
     case velmaro::Change::Bounds:
-      widget_->setGeometry(Measures().Pixels(control_.At()));
+      Widget().setGeometry(Measures().Pixels(control_.At()));
       return ShowText();
     case velmaro::Change::Caption:
     case velmaro::Change::Font:
       return ShowText();
     case velmaro::Change::Visible:
-      return widget_->setVisible(control_.Visible());
+      return Widget().setVisible(control_.Visible());
     case velmaro::Change::Enabled:
-      return widget_->setEnabled(control_.Enabled());
+      return Widget().setEnabled(control_.Enabled());
     case velmaro::Change::Colors:
       return ShowColors();
     case velmaro::Change::ToolTip:
       // Qt takes a text that looks like marked-up text for that, unless it is one.
-      return widget_->setToolTip(ToQt(control_.ToolTipText()).toHtmlEscaped());
+      return Widget().setToolTip(ToQt(control_.ToolTipText()).toHtmlEscaped());
     default:
       return;
   }
 }
 
-void ControlPeer::ShowText() { widget_->setFont(Measures().FontFor(control_.Font())); }
+void ControlPeer::ShowText() { Widget().setFont(Measures().FontFor(control_.Font())); }
 
 void ControlPeer::ShowColors() {
-  auto palette = widget_->palette();
+  auto palette = Widget().palette();
   const auto colors = Colors();
-  palette.setColor(widget_->foregroundRole(), colors.text);
-  palette.setColor(widget_->backgroundRole(), colors.ground);
-  widget_->setPalette(palette);
+  palette.setColor(Widget().foregroundRole(), colors.text);
+  palette.setColor(Widget().backgroundRole(), colors.ground);
+  Widget().setPalette(palette);
 }
 
 void ControlPeer::Pressed(const QMouseEvent& event) {
@@ -62,7 +63,7 @@ void ControlPeer::Released(const QMouseEvent& event) {
   const int button = ButtonOf(event.button());
   const auto at = event.position();
   if (button == velmaro::MouseButton::Left && !std::exchange(pressed_, false)) return;
-  if (button == 0 || !widget_->rect().contains(at.toPoint())) return;
+  if (button == 0 || !Widget().rect().contains(at.toPoint())) return;
   if (button == velmaro::MouseButton::Left && clicksByRelease_) control_.RaiseClick();
   control_.RaiseMouseUp(button, ShiftOf(event.modifiers()), Measures().Twips(at.x()), Measures().Twips(at.y()));
 }

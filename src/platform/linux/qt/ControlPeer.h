@@ -1,13 +1,13 @@
 #pragma once
 
 #include <QMouseEvent>
-#include <QPointer>
 #include <QWidget>
 #include <memory>
 #include <utility>
 
-#include "platform/linux/qt/FormWindow.h"
 #include "platform/linux/OwnWindows.h"
+#include "platform/linux/qt/FormWindow.h"
+#include "platform/linux/qt/OwnedWidget.h"
 #include "runtime/Control.h"
 
 namespace onlinux {
@@ -32,18 +32,16 @@ class ControlPeer : public velmaro::Peer, public OwnWindow {
  public:
   // Takes care of a widget that was made for the control inside its container.
   ControlPeer(velmaro::Control& control, QWidget* widget, bool clicksByRelease = false);
-  // The widget goes with its container, where that goes first.
-  ~ControlPeer() override { delete widget_.data(); }
 
   // Brings the widget up to date with all of the model. For the makers, once the peer is whole.
   virtual void Begin();
   void Apply(velmaro::Change what) override;
   platform::WindowHandle hWnd() const override { return number_; }
-  void SetFocus() override { widget_->setFocus(Qt::OtherFocusReason); }
+  void SetFocus() override { Widget().setFocus(Qt::OtherFocusReason); }
   platform::WindowHandle Number() const override { return number_; }
-  platform::PixelRect Inside() const override { return {0, 0, widget_->width(), widget_->height()}; }
+  platform::PixelRect Inside() const override { return {0, 0, Widget().width(), Widget().height()}; }
 
-  QWidget& Widget() const { return *widget_; }
+  QWidget& Widget() const { return *widget_.get(); }
   // For the widget: a mouse button went down on it, up again, or down twice.
   void Pressed(const QMouseEvent& event);
   void Released(const QMouseEvent& event);
@@ -71,7 +69,7 @@ class ControlPeer : public velmaro::Peer, public OwnWindow {
  private:
   velmaro::Control& control_;
   FormWindow& form_;
-  QPointer<QWidget> widget_;
+  OwnedWidget widget_;
   platform::WindowHandle number_ = NewNumber();
   bool clicksByRelease_;
   bool pressed_ = false;

@@ -78,8 +78,7 @@ QWidget* WidgetOf(WindowHandle form) {
 }  // namespace
 
 int QtToolkit::MessageBoxA(const std::string& text, const std::string& title, std::uint32_t flags) {
-  QMessageBox box(IconOf(flags), ToQtLine(title), ToQtLines(text), ButtonsOf(flags),
-                  QApplication::activeWindow());
+  QMessageBox box(IconOf(flags), ToQtLine(title), ToQtLines(text), ButtonsOf(flags), QApplication::activeWindow());
   box.setTextFormat(Qt::PlainText);
   box.setDefaultButton(DefaultOf(flags));
   return AnswerOf(box.exec());

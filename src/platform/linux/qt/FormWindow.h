@@ -6,9 +6,9 @@
 #include <memory>
 #include <optional>
 
+#include "platform/linux/OwnWindows.h"
 #include "platform/linux/qt/FormMenus.h"
 #include "platform/linux/qt/Look.h"
-#include "platform/linux/OwnWindows.h"
 #include "runtime/Form.h"
 
 class QKeyEvent;

@@ -35,7 +35,9 @@ QPalette::ColorRole RoleOf(velmaro::Color color) {
 }
 
 double Luminance(const QColor& color) {
-  const auto part = [](double value) { return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4); };
+  const auto part = [](double value) {
+    return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+  };
   return 0.2126 * part(color.redF()) + 0.7152 * part(color.greenF()) + 0.0722 * part(color.blueF());
 }
 

@@ -90,7 +90,8 @@ void FramePeer::ShowText() {
   static_cast<QGroupBox&>(Widget()).setTitle(ToQtLine(frame_.Caption()));
 }
 
-ImagePeer::ImagePeer(velmaro::Image& image) : ControlPeer(image, MakeWidget<Heard<QLabel>>(image), true), image_(image) {
+ImagePeer::ImagePeer(velmaro::Image& image)
+    : ControlPeer(image, MakeWidget<Heard<QLabel>>(image), true), image_(image) {
   static_cast<Heard<QLabel>&>(Widget()).listener = this;
 }
 

@@ -2,9 +2,7 @@
 
 namespace onlinux {
 
-QString ToQt(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
+QString ToQt(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
 QString ToQtLines(std::string_view text) {
   auto lines = ToQt(text);
@@ -16,7 +14,8 @@ QString ToQtLine(std::string_view text) {
   auto line = ToQt(text);
   for (auto& c : line)
     if (c.unicode() < 0x20 && c != '\t') c = QChar(static_cast<char16_t>(signs + c.unicode()));
-  return line.replace(QChar(QChar::LineSeparator), QChar(0x2424)).replace(QChar(QChar::ParagraphSeparator), QChar(0x2424));
+  return line.replace(QChar(QChar::LineSeparator), QChar(0x2424))
+      .replace(QChar(QChar::ParagraphSeparator), QChar(0x2424));
 }
 
 std::string FromQt(const QString& text) { return text.toStdString(); }

@@ -1,6 +1,7 @@
 #include "platform/linux/qt/QtToolkit.h"
 
 #include <QEventLoop>
+#include <memory>
 
 #include "platform/linux/qt/ButtonPeers.h"
 #include "platform/linux/qt/EditPeers.h"
@@ -65,6 +66,7 @@ void QtToolkit::ProcessWaitingEvents() { QCoreApplication::processEvents(); }
 }  // namespace onlinux
 
 extern "C" onlinux::Toolkit* VelmaroToolkit() {
-  static onlinux::QtToolkit toolkit;
-  return &toolkit;
+  // It is never taken down: at the program's end, what Qt made behind it would already be gone.
+  static auto* const toolkit = std::make_unique<onlinux::QtToolkit>().release();
+  return toolkit;
 }

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <numeric>
 
-#include "platform/linux/qt/QtText.h"
 #include "platform/linux/Utf8.h"
+#include "platform/linux/qt/QtText.h"
 
 namespace onlinux {
 namespace {

@@ -1,0 +1,232 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QHelpEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListView>
+#include <QMenu>
+#include <QPlainTextEdit>
+#include <QRadioButton>
+#include <QTest>
+#include <QTimer>
+#include <algorithm>
+#include <deque>
+#include <functional>
+
+#include "Children.h"
+#include "platform/machine.h"
+#include "runtime/Application.h"
+#include "startup/formVelmaro.h"
+
+namespace velmaro {
+namespace {
+
+using Action = std::function<void(QWidget& window)>;
+
+void Key(QWidget& window, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+  QTest::keyClick(window.focusWidget() ? window.focusWidget() : &window, key, modifiers);
+}
+
+template <class Widget = QAbstractButton>
+void Click(QWidget& window, const QString& caption) {
+  for (auto* widget : window.findChildren<Widget*>())
+    if (widget->text().remove('&') == caption && widget->isVisible()) return QTest::mouseClick(widget, Qt::LeftButton);
+  ADD_FAILURE() << "there is no " << caption.toStdString();
+}
+
+// The real program on a screen that nobody sees. What the user does in a box or dialog is queued beforehand.
+class LinuxDesktop : public testing::Test {
+ protected:
+  LinuxDesktop() {
+    ::setenv("XDG_CONFIG_HOME", folder.Path().c_str(), 1);
+    app.Default<formVelmaro>().Show();
+    for (auto* window : QApplication::topLevelWidgets())
+      if (window->isVisible()) main = window;
+    EXPECT_TRUE(QTest::qWaitForWindowActive(main));
+    QObject::connect(&user, &QTimer::timeout, &user, [this] {
+      auto* window = QApplication::activeModalWidget();
+      if (!window || actions.empty() || !window->isVisible()) return;
+      // A timer does not tick while it is answered, and an action may bring the next box.
+      QTimer::singleShot(0, window, [action = std::exchange(actions.front(), {}), window] { action(*window); });
+      actions.pop_front();
+    });
+    user.start(20);
+  }
+  ~LinuxDesktop() override {
+    EXPECT_TRUE(actions.empty()) << "a box that was awaited did not come";
+    for (const auto& file : {killList, spareList}) fs::remove(file);
+  }
+  void Then(Action action) { actions.push_back(std::move(action)); }
+  // Answers the next box, which must hold a text.
+  void Answer(const QString& text, const QString& button) {
+    Then([=](QWidget& box) {
+      EXPECT_TRUE(box.property("text").toString().contains(text)) << box.property("text").toString().toStdString();
+      Click(box, button);
+    });
+  }
+  void Choose(const QString& caption) {
+    for (auto* action : main->findChildren<QAction*>())
+      if (action->text().remove('&').section('\t', 0, 0) == caption) return action->trigger();
+    ADD_FAILURE() << "there is no " << caption.toStdString();
+  }
+  // The row of a process, -1 for none, as the list shows it.
+  int RowOf(const std::string& program) {
+    const auto shown = '\t' + QString::fromStdString(platform::LowerCase(program));
+    const auto* rows = List().model();
+    for (int row = 0; row < rows->rowCount(); ++row)
+      if (rows->index(row, 0).data().toString().endsWith(shown)) return row;
+    return -1;
+  }
+  std::string Row(int row) { return List().model()->index(row, 0).data().toString().section('\t', 0, 0).toStdString(); }
+  void Pick(int row) {
+    const auto index = List().model()->index(row, 0);
+    List().scrollTo(index);
+    QTest::mouseClick(List().viewport(), Qt::LeftButton, {}, List().visualRect(index).center());
+  }
+  QListView& List() { return *main->findChild<QListView*>(); }
+
+  TestFolder folder;
+  Application app;
+  QWidget* main = nullptr;
+  QTimer user;
+  std::deque<Action> actions;
+  const std::string killList = platform::AppFolder() + "/killlist.txt";
+  const std::string spareList = platform::AppFolder() + "/nokilllist.txt";
+};
+
+TEST_F(LinuxDesktop, AClassIsChangedFromTheMenuAndTheListShowsIt) {
+  const auto program = folder.Sleeper("zzdesktop");
+  const Child child(program);
+  Click(*main, "Refresh");
+  ASSERT_GE(RowOf(program), 0);
+  EXPECT_EQ(Row(RowOf(program)), "[Normal]");
+  Pick(RowOf(program));
+  Answer("set to IDLE", "OK");
+  Choose("Idle");
+  EXPECT_EQ(child.Nice(), 19);
+  EXPECT_EQ(Row(RowOf(program)), "[Idle]");
+  Click(*main, "Normal");
+  EXPECT_EQ(RowOf(program), -1);
+  Click(*main, "Idle");
+  EXPECT_GE(RowOf(program), 0);
+}
+
+TEST_F(LinuxDesktop, AProcessIsEndedOnlyWhenTheUserSaysYes) {
+  const auto program = folder.Sleeper("zzdesktop");
+  const Child child(program);
+  const auto end = [&] {
+    Key(*main, Qt::Key_F5);
+    Pick(RowOf(program));
+    Key(*main, Qt::Key_Delete);
+  };
+  Answer("zzdesktop'?", "No");
+  end();
+  EXPECT_TRUE(child.Runs());
+  WriteBytes(spareList, "zzDESKTOP\r\n");
+  end();
+  EXPECT_TRUE(child.Runs()) << "a spared process is not even asked about";
+  fs::remove(spareList);
+  Answer("terminate the process", "Yes");
+  end();
+  EXPECT_FALSE(child.Runs());
+  EXPECT_EQ(RowOf(program), -1);
+}
+
+TEST_F(LinuxDesktop, AKillRunAsksOnceAndEndsTheList) {
+  const Child first(folder.Sleeper("zzone"));
+  const Child second(folder.Sleeper("zztwo"));
+  WriteBytes(killList, "zzone\r\nzztwo\r\n");
+  Answer("kill all the processes", "No");
+  Key(*main, Qt::Key_K, Qt::ControlModifier);
+  EXPECT_TRUE(first.Runs() && second.Runs());
+  Answer("kill all the processes", "Yes");
+  Key(*main, Qt::Key_K, Qt::ControlModifier);
+  EXPECT_FALSE(first.Runs() || second.Runs());
+}
+
+TEST_F(LinuxDesktop, TheEditorKeepsEveryByteThatTheUserDoesNotTouch) {
+  using namespace std::string_literals;
+  const auto bytes = "one\r\ntwo\nthree\rnb\xc2\xa0sp \xff\xfe 日本 😀\0 end\r\n\r\n"s;
+  WriteBytes(killList, bytes);
+  Then([](QWidget& editor) {
+    auto* page = editor.findChild<QPlainTextEdit*>();
+    QTest::keyClick(page, Qt::Key_End, Qt::ControlModifier);
+    QTest::keyClicks(page, "x");
+    page->moveCursor(QTextCursor::Start);
+    QTest::keyClick(page, Qt::Key_End);
+    QTest::keyClick(page, Qt::Key_Return);
+    page->insertPlainText("é");
+    Click(editor, "OK");
+  });
+  Choose("Edit Kill List Here...");
+  EXPECT_EQ(ReadBytes(killList), "one\r\né" + bytes.substr(3) + "x");
+  Then([](QWidget& editor) {
+    QTest::keyClicks(editor.findChild<QPlainTextEdit*>(), "y");
+    Key(editor, Qt::Key_Escape);
+  });
+  Answer("save the changes", "Cancel");
+  Then([](QWidget& editor) {
+    for (auto* button : editor.findChildren<QAbstractButton*>())
+      if (button->text() == "?") {
+        QHelpEvent rest(QEvent::ToolTip, {5, 5}, button->mapToGlobal(QPoint(5, 5)));
+        QApplication::sendEvent(button, &rest);
+      }
+    EXPECT_TRUE(std::ranges::any_of(editor.findChildren<QLabel*>(), [](const auto* label) {
+      return label->isVisible() && label->window()->windowType() == Qt::ToolTip &&
+             label->text().startsWith("Enter a list");
+    }));
+    editor.close();
+  });
+  Answer("save the changes", "No");
+  Choose("Edit Kill List Here...");
+  EXPECT_EQ(ReadBytes(killList), "one\r\né" + bytes.substr(3) + "x");
+}
+
+TEST_F(LinuxDesktop, TheLauncherStartsWhatIsTypedAtItsPriority) {
+  const auto program = folder.Sleeper("zz launched");
+  Then([&](QWidget& launcher) {
+    QTest::keyClicks(launcher.focusWidget(), QString::fromStdString('"' + program + "\" 300"));
+    Click<QRadioButton>(launcher, "Idle");
+    Key(launcher, Qt::Key_Return);
+  });
+  Key(*main, Qt::Key_R, Qt::ControlModifier);
+  Click(*main, "Refresh");
+  ASSERT_GE(RowOf(program), 0);
+  EXPECT_EQ(Row(RowOf(program)), "[Idle]");
+  Pick(RowOf(program));
+  Answer("terminate", "Yes");
+  Key(*main, Qt::Key_Delete);
+  EXPECT_NE(ReadBytes(folder / "velmaro/settings.conf").find("LastRun=\"" + program + "\" 300\n"), std::string::npos);
+}
+
+TEST_F(LinuxDesktop, ModalWindowsComeAndGoAndTheCloseBoxEndsTheProgram) {
+  Then([&](QWidget& about) {
+    EXPECT_EQ(about.width(), 432);
+    Key(*main, Qt::Key_F1);  // a window that stands under a modal one hears nothing
+    Key(about, Qt::Key_Escape);
+  });
+  Key(*main, Qt::Key_F1);
+  Then([](QWidget& find) {
+    QTest::keyClicks(find.focusWidget(), "no such row");
+    Key(find, Qt::Key_Return);
+  });
+  Answer("was not found", "OK");
+  Key(*main, Qt::Key_F, Qt::ControlModifier);
+  Click(*main, "Free Mem");
+  EXPECT_EQ(app.Forms().size(), 2U);
+  QTimer::singleShot(0, [&] {
+    for (auto* window : QApplication::topLevelWidgets()) window->close();
+  });
+  app.Run();
+  EXPECT_TRUE(app.Forms().empty());
+}
+
+}  // namespace
+}  // namespace velmaro
+
+int main(int count, char** arguments) {
+  ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
+  testing::InitGoogleTest(&count, arguments);
+  return RUN_ALL_TESTS();
+}

@@ -1,0 +1,149 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <memory>
+
+#include "Children.h"
+#include "platform/linux/XServer.h"
+#include "platform/machine.h"
+#include "platform/user32.h"
+
+namespace velmaro {
+namespace {
+
+using namespace platform;
+using onlinux::XServer;
+
+// A server of the test's own, for the windows of a program of its own.
+class LinuxWindows : public testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    std::array<int, 2> ends{};
+    ASSERT_EQ(::pipe(ends.data()), 0);
+    server = ::fork();
+    if (server == 0) Execute({"/usr/bin/Xvfb", "-displayfd", std::to_string(ends[1]), "-nolisten", "tcp"});
+    ::close(ends[1]);
+    std::string number;
+    for (char c = 0; ::read(ends[0], &c, 1) == 1 && c != '\n';) number += c;
+    ::close(ends[0]);
+    if (!number.empty()) ::setenv("DISPLAY", (':' + number).c_str(), 1);
+    if (!number.empty()) x = std::make_unique<XServer>();
+  }
+  static void TearDownTestSuite() {
+    x.reset();
+    ::kill(server, SIGKILL);
+    ::waitpid(server, nullptr, 0);
+  }
+  void SetUp() override {
+    if (!x) GTEST_SKIP() << "there is no Xvfb";
+  }
+
+  xcb_window_t NewWindow(const std::string& title, bool utf8 = true, bool shown = true) {
+    const auto window = ::xcb_generate_id(x->Line());
+    const std::uint32_t events = XCB_EVENT_MASK_KEY_PRESS;
+    ::xcb_create_window(x->Line(), XCB_COPY_FROM_PARENT, window, x->Root(), 0, 0, 80, 60, 0,
+                        XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &events);
+    const auto name = utf8 ? x->Atom("_NET_WM_NAME") : xcb_atom_t{XCB_ATOM_WM_NAME};
+    const auto type = utf8 ? x->Atom("UTF8_STRING") : xcb_atom_t{XCB_ATOM_STRING};
+    ::xcb_change_property(x->Line(), XCB_PROP_MODE_REPLACE, window, name, type, 8,
+                          static_cast<std::uint32_t>(title.size()), title.data());
+    if (shown) ::xcb_map_window(x->Line(), window);
+    EXPECT_TRUE(x->Did(::xcb_no_operation_checked(x->Line())));
+    windows.push_back(window);
+    return window;
+  }
+  void TearDown() override {
+    for (const auto window : windows) x->Did(::xcb_destroy_window_checked(x->Line(), window));
+  }
+  bool IsShown(xcb_window_t window) {
+    const onlinux::Reply<xcb_get_window_attributes_reply_t> facts(
+        ::xcb_get_window_attributes_reply(x->Line(), ::xcb_get_window_attributes(x->Line(), window), nullptr));
+    return facts && facts->map_state == XCB_MAP_STATE_VIEWABLE;
+  }
+  bool IsAbove(xcb_window_t window) {
+    const auto states = x->ReadNumbers(window, "_NET_WM_STATE");
+    return std::ranges::count(states, x->Atom("_NET_WM_STATE_ABOVE")) == 1;
+  }
+  static bool Set(xcb_window_t window, std::int32_t after, std::uint32_t flags) {
+    return SetWindowPos(window, after, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | flags);
+  }
+  static std::vector<std::string> Titles() {
+    std::vector<std::string> titles;
+    EnumWindows([&](WindowHandle window) {
+      std::string title(static_cast<std::size_t>(GetWindowTextLengthA(window)), '\0');
+      GetWindowTextA(window, title.data(), static_cast<int>(title.size()) + 1);
+      if (!title.empty()) titles.push_back(title);
+      return true;
+    });
+    return titles;
+  }
+  // Hides, shows and pins a window, and looks at what the server then says.
+  void HideShowAndPin(xcb_window_t window) {
+    EXPECT_TRUE(Eventually([&] { return IsShown(window); }));
+    EXPECT_TRUE(Set(window, HWND_NOTOPMOST, SWP_HIDEWINDOW));
+    EXPECT_TRUE(Eventually([&] { return !IsShown(window); }));
+    EXPECT_EQ(std::ranges::count(Titles(), "pinned"), 1) << "a hidden window stays in the list";
+    EXPECT_TRUE(Set(window, HWND_NOTOPMOST, SWP_SHOWWINDOW));
+    EXPECT_TRUE(Eventually([&] { return IsShown(window); }));
+    EXPECT_TRUE(Set(window, HWND_TOPMOST, 0));
+    EXPECT_TRUE(Eventually([&] { return IsAbove(window) && Titles().front() == "pinned"; }));
+    EXPECT_TRUE(Set(window, HWND_NOTOPMOST, 0));
+    EXPECT_TRUE(Eventually([&] { return !IsAbove(window); }));
+  }
+
+  std::vector<xcb_window_t> windows;
+  static inline pid_t server = 0;
+  static inline std::unique_ptr<XServer> x;
+};
+
+TEST_F(LinuxWindows, AllTitlesAreListedFromFrontToBack) {
+  NewWindow("back");
+  NewWindow("M\xfcnchen", false);
+  NewWindow("日本", true, false);
+  const auto front = NewWindow("front");
+  EXPECT_EQ(Titles(), (std::vector<std::string>{"front", "日本", "München", "back"}));
+  EXPECT_EQ(FindWindowA("FRONT"), front);
+  EXPECT_EQ(FindWindowA("fron"), 0U);
+  std::array<char, 4> room{};
+  EXPECT_EQ(GetWindowTextA(front, room.data(), 4), 3);
+  EXPECT_STREQ(room.data(), "fro");
+  EXPECT_FALSE(AppActivate("日")) << "only a window that shows is activated";
+  EXPECT_TRUE(AppActivate("bac"));
+  EXPECT_EQ(Titles().front(), "back");
+  EXPECT_TRUE(SendKeys("~"));
+  EXPECT_TRUE(Eventually([&] {
+    const onlinux::Reply<xcb_generic_event_t> event(::xcb_poll_for_event(x->Line()));
+    return event && (event->response_type & 0x7F) == XCB_KEY_PRESS;
+  }));
+}
+
+TEST_F(LinuxWindows, HiddenShownAndPinnedIsWhatTheServerSays) { HideShowAndPin(NewWindow("pinned")); }
+
+TEST_F(LinuxWindows, AWindowThatIsGoneBreaksNothing) {
+  const auto window = NewWindow("gone");
+  ::xcb_destroy_window(x->Line(), window);
+  EXPECT_TRUE(x->Did(::xcb_no_operation_checked(x->Line())));
+  EXPECT_FALSE(Set(window, HWND_TOPMOST, SWP_SHOWWINDOW));
+  EXPECT_FALSE(ShowWindow(window, SW_HIDE));
+  EXPECT_FALSE(SetForegroundWindow(window));
+  EXPECT_EQ(GetWindowTextLengthA(window), 0);
+  EXPECT_TRUE(EnumWindows([](WindowHandle) { return true; }));
+}
+
+TEST_F(LinuxWindows, AWindowManagerIsAskedForTheSame) {
+  if (!fs::exists("/usr/bin/openbox")) GTEST_SKIP() << "there is no window manager";
+  const auto window = NewWindow("pinned");
+  NewWindow("another");
+  const auto manager = ::fork();
+  if (manager == 0) Execute({"/usr/bin/openbox"});
+  EXPECT_TRUE(Eventually([&] {
+    return x->HasManager() && std::ranges::count(x->ReadNumbers(x->Root(), "_NET_CLIENT_LIST_STACKING"), window) == 1;
+  }));
+  HideShowAndPin(window);
+  ::kill(manager, SIGKILL);
+  ::waitpid(manager, nullptr, 0);
+}
+
+}  // namespace
+}  // namespace velmaro
