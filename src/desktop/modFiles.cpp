@@ -71,9 +71,7 @@ std::string ReadTextFile(const std::string& fileName) {
 void ShowCreditsBox() {
   auto& form = App().Default<formSplash>();
   LoadForm(form);
-  form.btnOK.SetVisible(true);
-  form.lblProgrammers.SetVisible(true);
-  form.Timer1.SetEnabled(false);
+  form.Initialize();
   form.Realize();
   platform::SetWindowPos(form.hWnd(), platform::HWND_TOPMOST, 0, 0, 0, 0, platform::SWP_NOSIZE | platform::SWP_NOMOVE);
   form.ShowModal(App().FrontForm());

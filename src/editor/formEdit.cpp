@@ -113,10 +113,10 @@ void formEdit::Form_Resize() {
   if (WindowState() == velmaro::WindowState::Minimized) return;
   Resume([&] { txtData.Move({0, 0, ScaleWidth(), ScaleHeight() - btnOK.Height() - 30}); });
   const auto top = txtData.Height() + 15;
-  btnCancel.Move({ScaleWidth() - btnCancel.Width() - 30, top, btnCancel.Width(), btnCancel.Height()});
-  btnOK.Move({btnCancel.Left() - btnCancel.Width() - 60, top, btnOK.Width(), btnOK.Height()});
-  btnHelp.Move({30, top + 30, btnHelp.Width(), btnHelp.Height()});
-  lblCredits.Move({btnHelp.Width() + 120, top + 90, lblCredits.Width(), lblCredits.Height()});
+  btnCancel.MoveTo(ScaleWidth() - btnCancel.Width() - 30, top);
+  btnOK.MoveTo(btnCancel.Left() - btnCancel.Width() - 60, top);
+  btnHelp.MoveTo(30, top + 30);
+  lblCredits.MoveTo(btnHelp.Width() + 120, top + 90);
 }
 
 void formEdit::txtData_Change() { Modified = true; }

@@ -4,11 +4,10 @@
 #include "desktop/modFiles.h"
 #include "launcher/Settings.h"
 #include "launcher/formLauncher.h"
-#include "platform/kernel32.h"
 #include "platform/machine.h"
-#include "platform/shell32.h"
 #include "platform/user32.h"
 #include "process/ProcessName.h"
+#include "process/StartCommand.h"
 #include "process/WalkProcesses.h"
 #include "runtime/Application.h"
 #include "runtime/Text.h"
@@ -20,12 +19,6 @@ namespace {
 constexpr std::int16_t NormalEntry = 0;
 // The entry of the main window's options, and so the mode, for each option button of the dialog.
 constexpr std::array<std::int16_t, 4> EntryOfOption = {2, 1, NormalEntry, 3};
-
-void Start(const std::string& command) {
-  constexpr int notFound = 2;
-  if (platform::ShellExecuteA(0, "", command, "", "C:\\", platform::SW_SHOWNORMAL) == notFound)
-    platform::WinExec(command, platform::SW_SHOWNORMAL);
-}
 
 std::string ProcessWithoutFolder(const std::string& command) {
   const auto name = ProcessOfCommand(command).value_or(command + platform::ProgramEnding());
@@ -39,7 +32,7 @@ void formLauncher::btnOK_Click() {
     FileCommand(command);
     Hide();
     SaveSetting("LastRun", command);
-    Start(command);
+    StartCommand(command, platform::SW_SHOWNORMAL);
     ApplyPriority(command);
   }
   UnloadForm(*this);

@@ -64,7 +64,8 @@ void* VirtualAlloc(std::size_t bytes);
 // Gives back what `VirtualAlloc` claimed with the same size.
 void VirtualFree(void* block, std::size_t bytes);
 
-// Runs a command line with a show command (0 hidden, 1 normal, 2 minimized, 3 maximized). Above 31 when it started.
+// Runs a command line with a show command (0 hidden, 1 normal, 2 minimized, 3 maximized), in the folder "C:\" where there
+// is one. Above 31 when it started.
 std::uint32_t WinExec(const std::string& commandLine, int showCommand);
 // Blocks the thread for so many milliseconds.
 void Sleep(std::uint32_t milliseconds);

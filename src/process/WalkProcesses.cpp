@@ -37,10 +37,7 @@ std::int32_t FoldAliases(std::int32_t mode) {
 std::string SoughtName(std::string_view name) {
   std::string sought(name);
   if (sought.find(platform::PathSeparator()) != std::string::npos) sought = ExtractFileName(sought);
-  sought = Trim(sought);
-  if (sought.starts_with('"')) sought.erase(0, 1);
-  if (sought.ends_with('"')) sought.pop_back();
-  return LCase(sought);
+  return LCase(DropQuotes(Trim(sought)));
 }
 
 std::string EntryName(const platform::PROCESSENTRY32& entry) {

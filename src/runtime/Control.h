@@ -72,6 +72,8 @@ class Control {
 
   // Places the control. Throws RuntimeError for a negative size, and then nothing moves.
   void Move(const Bounds& at);
+  // Moves the upper left corner and keeps the size.
+  void MoveTo(Twips left, Twips top) { Move({left, top, Width(), Height()}); }
   void SetLeft(Twips left) { Move({left, Top(), Width(), Height()}); }
   void SetTop(Twips top) { Move({Left(), top, Width(), Height()}); }
   void SetWidth(Twips width) { Move({Left(), Top(), width, Height()}); }

@@ -72,6 +72,12 @@ std::string_view Trim(std::string_view text) {
   return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
+std::string_view DropQuotes(std::string_view text) {
+  if (text.starts_with('"')) text.remove_prefix(1);
+  if (text.ends_with('"')) text.remove_suffix(1);
+  return text;
+}
+
 std::string LCase(std::string_view text) { return platform::LowerCase(text); }
 
 bool EqualIgnoringCase(std::string_view a, std::string_view b) { return LCase(a) == LCase(b); }

@@ -21,6 +21,8 @@ std::string_view Mid(std::string_view text, std::size_t start, std::size_t lengt
 std::string_view Right(std::string_view text, std::size_t length);
 // The text without the spaces (code 32) at both ends; nothing else is trimmed.
 std::string_view Trim(std::string_view text);
+// The text without a double quote at its start and without one at its end, each where it stands.
+std::string_view DropQuotes(std::string_view text);
 // The text with the letters of every script of the code page lower-cased.
 std::string LCase(std::string_view text);
 // True where two texts are equal but for the case of their letters.

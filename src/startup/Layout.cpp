@@ -16,10 +16,10 @@ void formVelmaro::Form_Resize() {
   lblCredits.SetTop(List1.Height() + 600);
   btnRefresh.SetLeft(ScaleWidth() - btnRefresh.Width() - 60);
   const auto top = List1.Height() + 480;
-  btnFree.Move({ScaleWidth() - btnFree.Width(), top, btnFree.Width(), btnFree.Height()});
-  btnFreeMem.Move({btnFree.Left() - btnFreeMem.Width(), top, btnFreeMem.Width(), btnFreeMem.Height()});
-  btnLaunch.Move({btnFreeMem.Left() - btnLaunch.Width() - 60, top, btnLaunch.Width(), btnLaunch.Height()});
-  btnVelmaro.Move({btnLaunch.Left() - btnVelmaro.Width(), top, btnVelmaro.Width(), btnVelmaro.Height()});
+  btnFree.MoveTo(ScaleWidth() - btnFree.Width(), top);
+  btnFreeMem.MoveTo(btnFree.Left() - btnFreeMem.Width(), top);
+  btnLaunch.MoveTo(btnFreeMem.Left() - btnLaunch.Width() - 60, top);
+  btnVelmaro.MoveTo(btnLaunch.Left() - btnVelmaro.Width(), top);
 }
 
 void formVelmaro::mnuFileExit_Click() { UnloadForm(*this); }

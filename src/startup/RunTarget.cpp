@@ -2,9 +2,9 @@
 #include "platform/advapi32.h"
 #include "platform/kernel32.h"
 #include "platform/machine.h"
-#include "platform/shell32.h"
 #include "platform/user32.h"
 #include "process/ProcessName.h"
+#include "process/StartCommand.h"
 #include "process/WalkProcesses.h"
 #include "runtime/Text.h"
 #include "startup/formVelmaro.h"
@@ -20,12 +20,6 @@ constexpr std::uint32_t HideDelay = 750;
 std::string TargetProcess(const std::string& target) {
   if (const auto name = ProcessOfCommand(target)) return *name;
   return WildcardMatch(LCase(target), "*.dat") ? target : target + platform::ProgramEnding();
-}
-
-std::string WithoutQuotes(std::string_view target) {
-  if (target.starts_with('"')) target.remove_prefix(1);
-  if (target.ends_with('"')) target.remove_suffix(1);
-  return std::string(target);
 }
 
 // What starts the emulator: the target where it is a file, else a local copy, else the installed one.
@@ -45,9 +39,7 @@ void formVelmaro::RunTarget(const std::string& target) {
 }
 
 void formVelmaro::RunProgram(const std::string& target) {
-  constexpr int notFound = 2;
-  if (platform::ShellExecuteA(0, "", target, "", "C:\\", RunWindowStyle) == notFound)
-    platform::WinExec(target, RunWindowStyle);
+  StartCommand(target, RunWindowStyle);
   WalkProcesses(TargetProcess(target), CheckedPriorityIndex(), QuietMode, nullptr);
   if (!HideWindowAfterRun) return;
   platform::Sleep(HideDelay);
@@ -58,7 +50,7 @@ void formVelmaro::RunEmulator(const std::string& target) {
   constexpr int normalWithFocus = 1;
   if (platform::AppActivate(EmulatorTitle)) {
     platform::SendKeys("~");
-  } else if (const auto command = EmulatorCommand(WithoutQuotes(target), AppPath); !command.empty()) {
+  } else if (const auto command = EmulatorCommand(std::string(DropQuotes(target)), AppPath); !command.empty()) {
     platform::Shell(command, normalWithFocus);
   }
   platform::AppActivate(EmulatorTitle);
