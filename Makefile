@@ -1,25 +1,32 @@
-# The front door: make run | test | windows | bench | dist
-.PHONY: run test dist windows native native-asan bench setup
+# The front door: make run | run-windows | test | install | bench | dist
+# One at a time: what each of them installs must not meet the other's, and a build uses all cores by itself.
+.NOTPARALLEL:
+.PHONY: run run-windows test install bench dist linux windows native native-asan
 
-# The command line reaches velmaro.exe through the environment alone, so that no quote or dollar sign in it is lost.
+# The command line reaches the program through the environment alone, so that no quote or dollar sign in it is lost.
 export VELMARO_ARGS := $(value ARGS)
+PREFIX ?= /usr/local
 
-run: windows
+run: linux
 	@tools/run.sh
 
-test: native native-asan windows
+run-windows: windows
+	@tools/run-windows.sh
+
+test: native native-asan linux windows
 	@tools/test.sh
 
-bench: native windows
+install: linux
+	@cmake --install build/linux --strip --prefix "$(PREFIX)"
+
+bench: native linux windows
 	@tools/bench.sh
 
 dist: windows
 	@tools/dist.sh
 
-windows native native-asan: setup
+linux windows native native-asan:
+	@tools/setup.sh $@
+	@mkdir -p build
 	@cmake --preset $@ >build/$@.log || { cat build/$@.log; exit 1; }
 	@cmake --build --preset $@
-
-setup:
-	@tools/setup.sh
-	@mkdir -p build

@@ -1,35 +1,22 @@
 #!/usr/bin/env bash
-# Starts velmaro.exe under Wine with the command line in VELMARO_ARGS, unchanged. Without a display it runs on a virtual
+# Starts the native program with the command line in VELMARO_ARGS, unchanged. Without a display it runs on a virtual
 # one, and a picture of its window is saved under build/.
 cd "$(dirname "$0")/.." || exit 1
-bits=$(tools/wine.sh --bits)
-[ -n "$bits" ] || { echo 'Wine cannot run here: build/windows/velmaro.exe is built, and runs on any Windows.'; exit 1; }
-folder=build/windows
-if [ "$bits" = 64 ]; then
-  # No 32-bit program runs here: a 64-bit build of the same sources stands in.
-  folder=build/windows64
-  { cmake --preset windows64 && cmake --build --preset windows64 --target velmaro_exe run_raw; } || exit 1
-fi
-export VELMARO_BITS=$bits VELMARO_PROGRAM
-VELMARO_PROGRAM="Z:$(pwd | tr / '\\')\\${folder//\//\\}\\velmaro.exe"
+# One argument is taken for the whole line, as it stands.
+command=(build/linux/velmaro)
+[ -z "${VELMARO_ARGS:-}" ] || command+=("$VELMARO_ARGS")
 
-[ -z "${DISPLAY:-}" ] || exec tools/wine.sh "$folder/run_raw.exe"
+[ -z "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ] || exec "${command[@]}"
 
-tools/wine.sh --up || exit 1
-trap 'tools/wine.sh --down' EXIT
-DISPLAY=:$(cut -d ' ' -f 1 "$(tools/wine.sh --display-file)")
-export DISPLAY
-tools/wine.sh "$folder/run_raw.exe" &
-program=$!
-picture=build/velmaro.png
-title="Zeld's Velmaro Process"
-while kill -0 "$program" 2>/dev/null; do
-  if xwininfo -name "$title" 2>/dev/null | grep -q IsViewable; then
-    # A window that two looks in a row find the same has been painted.
-    seen=$(import -window "$title" rgb:- | cksum)
-    [ "$seen" = "$(import -window "$title" rgb:- | cksum)" ] && import -window "$title" "$picture" || continue
-    echo "There is no display: the window was opened on a virtual one. Its picture is $picture"
-    break
-  fi
-  sleep 0.1
+number=$(mktemp)
+Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$number" >/dev/null 2>&1 &
+server=$!
+trap 'kill $program $server 2>/dev/null; rm -f "$number"' EXIT
+until [ -s "$number" ]; do
+  kill -0 $server 2>/dev/null || { echo 'There is no display, and no virtual one could be started.' >&2; exit 1; }
+  sleep 0.05
 done
+DISPLAY=:$(cat "$number") "${command[@]}" &
+program=$!
+export DISPLAY=:$(cat "$number")
+tools/picture.sh $program build/velmaro.png

@@ -1,10 +1,12 @@
 #!/usr/bin/env bash
-# Installs what a Debian 12 machine lacks to build Velmaro and to run it on Wine.
+# Installs what a Debian 12 machine lacks to build Velmaro for the named platforms: setup.sh [linux] [windows]
+# What builds a platform must be there in the end. Wine, which runs velmaro.exe, may stay missing.
 set -u
 export DEBIAN_FRONTEND=noninteractive LC_ALL=C
 
-tools=(make cmake ninja-build g++ g++-mingw-w64-i686-posix python3 libgtest-dev googletest libbenchmark-dev)
-wine=(wine wine32:i386 xvfb xauth x11-utils imagemagick fonts-liberation fonts-wine)
+tools=(make cmake ninja-build g++ python3 libgtest-dev googletest libbenchmark-dev)
+display=(xvfb xauth x11-utils imagemagick)
+wine=()
 
 # Some kernels run no 32-bit programs. There the tests drive a 64-bit build of the same sources: the smallest 32-bit
 # program that there is, one that only exits, tells.
@@ -18,9 +20,22 @@ runs_32_bit() {
   rm -f "$probe"
   return $code
 }
-runs_32_bit || wine+=(wine64 g++-mingw-w64-x86-64-posix)
+
+for platform in "$@"; do
+  case $platform in
+    linux)
+      tools+=(pkg-config qt6-base-dev libxcb1-dev libxcb-xtest0-dev openbox procps "${display[@]}")
+      ;;
+    windows)
+      tools+=(g++-mingw-w64-i686-posix)
+      wine+=(wine wine32:i386 fonts-liberation fonts-wine "${display[@]}")
+      runs_32_bit || wine+=(wine64 g++-mingw-w64-x86-64-posix)
+      ;;
+  esac
+done
 
 missing() {
+  [ $# -gt 0 ] || return 0
   dpkg-query -W -f '${db:Status-Status} ${Package}\n${db:Status-Status} ${Package}:${Architecture}\n' \
     "${@}" 2>/dev/null | sed -n 's/^installed //p' | sort -u | grep -vxFf - <(printf '%s\n' "$@")
 }
@@ -30,7 +45,9 @@ mapfile -t need_wine < <(missing "${wine[@]}")
 [ ${#need_tools[@]} -eq 0 ] && [ ${#need_wine[@]} -eq 0 ] && exit 0
 
 if [ "$(id -u)" -ne 0 ]; then
-  echo "Velmaro needs: dpkg --add-architecture i386; apt-get install ${need_tools[*]} ${need_wine[*]}" >&2
+  foreign=
+  [ ${#need_wine[@]} -eq 0 ] || foreign='dpkg --add-architecture i386; '
+  echo "Velmaro needs, as root: ${foreign}apt-get install ${need_tools[*]} ${need_wine[*]}" >&2
   exit $((${#need_tools[@]} > 0))
 fi
 

@@ -13,6 +13,7 @@ run() {
 }
 run native
 run native-asan
+run linux
 # Where no 32-bit program runs, velmaro.exe's own tests are reported as skipped, and a 64-bit build of the same sources
 # is driven in its place.
 run windows

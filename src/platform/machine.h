@@ -10,7 +10,8 @@ namespace platform {
 
 // The command line behind the program's own name, unchanged.
 std::string CommandLine();
-// The folder of the executable, without a separator at its end unless it is a root.
+// The folder of the list files, without a separator at its end unless it is a root: that of the executable, or, where
+// programs are installed into folders that their users can't write, the user's own folder for this program.
 std::string AppFolder();
 // The character that stands between folders in the paths of this platform.
 char PathSeparator();

@@ -8,8 +8,8 @@ namespace velmaro {
 namespace {
 
 // Runs the real program without a display and gives its exit code.
-int RunProgram(std::vector<std::string> arguments) {
-  arguments.insert(arguments.begin(), VELMARO_PROGRAM);
+int RunProgram(std::vector<std::string> arguments, const std::string& program = VELMARO_PROGRAM) {
+  arguments.insert(arguments.begin(), program);
   return InChild([&]() -> int {
     for (const auto* variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) ::unsetenv(variable);
     Execute(arguments);
@@ -53,6 +53,21 @@ TEST(LinuxStarts, AKillRunEndsWhatIsListedAndSparesWhatIsGuarded) {
   EXPECT_FALSE(listed.Runs());
   EXPECT_TRUE(guarded.Runs());
   EXPECT_TRUE(other.Runs());
+}
+
+TEST(LinuxStarts, AnInstalledProgramFindsItsToolkitAndKeepsItsListsWithItsUser) {
+  const TestFolder folder;
+  ASSERT_EQ(std::system(("cmake --install '" VELMARO_BUILD "' --prefix '" + folder / "usr" + "' >/dev/null").c_str()),
+            0);
+  const Child listed(folder.Sleeper("zzinstalled"));
+  ::setenv("XDG_CONFIG_HOME", (folder / "home").c_str(), 1);
+  EXPECT_EQ(RunProgram({"/q", "/k", "/bin/true"}, folder / "usr/bin/velmaro"), 0);
+  WriteBytes(folder / "home/velmaro/killlist.txt", "zzinstalled\n");
+  EXPECT_EQ(RunProgram({"/q", "/k", "/bin/true"}, folder / "usr/bin/velmaro"), 0);
+  EXPECT_FALSE(listed.Runs());
+  EXPECT_TRUE(fs::exists(folder / "usr/lib/velmaro/velmaro-toolkit.so"));
+  for (const auto* file : {"applications/velmaro.desktop", "icons/hicolor/128x128/apps/velmaro.png"})
+    EXPECT_TRUE(fs::exists(folder / "usr/share/" + file)) << file;
 }
 
 TEST(LinuxStarts, WithoutADisplayEveryRoadEndsWell) {

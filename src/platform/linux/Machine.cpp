@@ -54,11 +54,6 @@ std::string CommandLine() {
   return line;
 }
 
-std::string AppFolder() {
-  std::error_code error;
-  return fs::read_symlink("/proc/self/exe", error).parent_path().string();
-}
-
 char PathSeparator() { return '/'; }
 
 std::string ProgramEnding() { return {}; }

@@ -1,8 +1,7 @@
 #include <fcntl.h>
 #include <sys/file.h>
-#include <sys/stat.h>
 
-#include <cstdlib>
+#include <algorithm>
 #include <filesystem>
 #include <map>
 #include <optional>
@@ -13,6 +12,7 @@
 #include "platform/kernel32.h"
 #include "platform/linux/Descriptor.h"
 #include "platform/linux/ReadWhole.h"
+#include "platform/linux/UserFolder.h"
 #include "platform/machine.h"
 
 namespace platform {
@@ -21,16 +21,8 @@ namespace {
 namespace fs = std::filesystem;
 using Values = std::map<std::string, std::string>;
 
-fs::path ConfigurationFolder() {
-  const char* told = std::getenv("XDG_CONFIG_HOME");
-  // A path that is not absolute counts as none.
-  if (told && *told == '/') return told;
-  const char* home = std::getenv("HOME");
-  return fs::path(home && *home == '/' ? home : "/") / ".config";
-}
-
 fs::path FileOf(const std::string& application, const std::string& section) {
-  return ConfigurationFolder() / LowerCase(application) / (LowerCase(section) + ".conf");
+  return onlinux::UserFolder(application) / (LowerCase(section) + ".conf");
 }
 
 // A value takes one line, and its key ends at the first "=".
@@ -88,14 +80,6 @@ bool WriteValues(const std::string& path, const Values& values) {
   return false;
 }
 
-bool MakeFolder(const fs::path& folder) {
-  std::error_code error;
-  fs::create_directories(folder.parent_path(), error);
-  // What the user started is nobody else's business.
-  ::mkdir(folder.c_str(), 0700);
-  return fs::is_directory(folder, error);
-}
-
 }  // namespace
 
 std::optional<std::string> ReadSetting(const std::string& application, const std::string& section,
@@ -108,7 +92,7 @@ std::optional<std::string> ReadSetting(const std::string& application, const std
 bool WriteSetting(const std::string& application, const std::string& section, const std::string& key,
                   const std::string& value) {
   const auto path = FileOf(application, section);
-  if (!MakeFolder(path.parent_path())) return false;
+  if (!onlinux::MakeUserFolder(path.parent_path())) return false;
   // Two windows of the program that write at once must not undo each other's values.
   const onlinux::Descriptor folder(::open(path.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   if (!folder || ::flock(folder.get(), LOCK_EX) != 0) return false;

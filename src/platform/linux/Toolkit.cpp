@@ -1,13 +1,12 @@
 #include "platform/linux/Toolkit.h"
 
 #include <dlfcn.h>
-#include <unistd.h>
 
 #include <cstdio>
 #include <string>
 
 #include "platform/linux/Display.h"
-#include "platform/machine.h"
+#include "platform/linux/Places.h"
 
 namespace onlinux {
 namespace {
@@ -27,17 +26,9 @@ Toolkit* Missing(const char* why) {
   return nullptr;
 }
 
-// Beside the program, as it was built, or where it is installed.
-std::string LibraryPath() {
-  const auto folder = platform::AppFolder();
-  for (const auto* place : {"/velmaro-toolkit.so", "/../lib/velmaro/velmaro-toolkit.so"})
-    if (::access((folder + place).c_str(), R_OK) == 0) return folder + place;
-  return {};
-}
-
 Toolkit* Load() {
   if (!IsDisplayThere()) return Missing("there is no display (neither DISPLAY nor WAYLAND_DISPLAY leads to one)");
-  const auto path = LibraryPath();
+  const auto path = ToolkitPath();
   if (path.empty()) return Missing("velmaro-toolkit.so is missing");
   // The library stays for good: its objects live to the program's end.
   void* library = ::dlopen(path.c_str(), RTLD_NOW | RTLD_NODELETE);
