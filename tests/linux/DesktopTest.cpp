@@ -100,13 +100,15 @@ TEST_F(LinuxDesktop, AClassIsChangedFromTheMenuAndTheListShowsIt) {
   const Child child(program);
   Click(*main, "Refresh");
   ASSERT_GE(RowOf(program), 0);
+  Key(List(), Qt::Key_End);
+  EXPECT_EQ(List().currentIndex().row(), List().model()->rowCount() - 1);
   EXPECT_EQ(Row(RowOf(program)), "[Normal]");
   Pick(RowOf(program));
   Answer("set to IDLE", "OK");
   Choose("Idle");
   EXPECT_EQ(child.Nice(), 19);
   EXPECT_EQ(Row(RowOf(program)), "[Idle]");
-  Click(*main, "Normal");
+  Key(*main, Qt::Key_E, Qt::AltModifier);  // a menu has the same letter
   EXPECT_EQ(RowOf(program), -1);
   Click(*main, "Idle");
   EXPECT_GE(RowOf(program), 0);

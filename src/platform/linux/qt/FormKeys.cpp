@@ -1,3 +1,4 @@
+#include <QAbstractButton>
 #include <QApplication>
 #include <QKeyEvent>
 
@@ -42,12 +43,35 @@ bool FormWindow::HandlePress(int keyCode, int shift) {
   return button != nullptr;
 }
 
+QAbstractButton* FormWindow::ButtonWithAccessKey(const QKeyEvent& event) const {
+  if (blocked_ || !event.modifiers().testFlag(Qt::AltModifier)) return nullptr;
+  for (auto* control : form_.Controls()) {
+    const auto* peer = static_cast<const ControlPeer*>(control->Peer());
+    auto* button = peer ? qobject_cast<QAbstractButton*>(&peer->Widget()) : nullptr;
+    if (button && button->isVisible() && button->isEnabled() && button->shortcut() == event.keyCombination())
+      return button;
+  }
+  return nullptr;
+}
+
+bool FormWindow::PressAccessKey(const QKeyEvent& event) {
+  if (auto* bar = menus_.Bar(); bar && event.keyCombination() == QKeyCombination(Qt::Key_F10)) {
+    bar->setActiveAction(bar->actions().constFirst());
+    return true;
+  }
+  auto* button = ButtonWithAccessKey(event);
+  if (!button) return false;
+  button->setFocus(Qt::ShortcutFocusReason);
+  button->click();
+  return true;
+}
+
 bool FormWindow::HandleKey(const QKeyEvent& event) {
   if (blocked_ || !Shows()) return true;
   const int keyCode = KeyCodeOf(event);
   if (keyCode == 0) return false;
   const int shift = ShiftOf(event.modifiers());
-  if (event.type() == QEvent::KeyPress) return HandlePress(keyCode, shift);
+  if (event.type() == QEvent::KeyPress) return HandlePress(keyCode, shift) || PressAccessKey(event);
   // A key that is held down is told as pressed again and again, and as released once.
   if (!event.isAutoRepeat()) form_.RaiseKeyUp(keyCode, shift);
   return false;

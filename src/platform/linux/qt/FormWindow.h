@@ -11,6 +11,7 @@
 #include "platform/linux/qt/Look.h"
 #include "runtime/Form.h"
 
+class QAbstractButton;
 class QKeyEvent;
 
 namespace onlinux {
@@ -55,6 +56,8 @@ class FormWindow : public velmaro::FormPeer, public OwnWindow {
   void CloseAsked();
   // Tells the form of a key. True where the form had a use for it.
   bool HandleKey(const QKeyEvent& event);
+  // The button that a key with Alt presses, before a menu of the same letter: null for none.
+  QAbstractButton* ButtonWithAccessKey(const QKeyEvent& event) const;
 
  private:
   void SizeTo(velmaro::Twips width, velmaro::Twips height);
@@ -64,6 +67,7 @@ class FormWindow : public velmaro::FormPeer, public OwnWindow {
   QSize ClientSize() const;
   int BarHeight() const;
   bool HandlePress(int keyCode, int shift);
+  bool PressAccessKey(const QKeyEvent& event);
   velmaro::CommandButton* ButtonFor(int keyCode) const;
   velmaro::Control* Focused() const;
 

@@ -18,11 +18,18 @@ bool IsFirstToGetKeys(const QWidget* widget) {
 }  // namespace
 
 bool KeyRouter::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease) return false;
+  const bool asks = event->type() == QEvent::ShortcutOverride;
+  if (!asks && event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease) return false;
   auto* widget = qobject_cast<QWidget*>(watched);
   if (!widget || QApplication::activePopupWidget() || !IsFirstToGetKeys(widget)) return false;
   auto* form = FormWindow::Of(widget);
-  return form && form->HandleKey(*static_cast<QKeyEvent*>(event));
+  if (!form) return false;
+  auto& key = *static_cast<QKeyEvent*>(event);
+  if (!asks) return form->HandleKey(key);
+  // What is accepted here comes back as a plain press, before any menu gets it.
+  const bool taken = form->ButtonWithAccessKey(key) != nullptr;
+  if (taken) key.accept();
+  return taken;
 }
 
 }  // namespace onlinux

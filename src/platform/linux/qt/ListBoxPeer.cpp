@@ -52,6 +52,11 @@ class ListWidget : public Heard<QListView> {
   using Heard<QListView>::Heard;
 
  protected:
+  // Where no row is picked, every key would lead to the first one.
+  QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override {
+    if (action == MoveEnd) return model()->index(model()->rowCount() - 1, 0);
+    return Heard<QListView>::moveCursor(action, modifiers);
+  }
   void mousePressEvent(QMouseEvent* event) override {
     if (event->button() == Qt::LeftButton)
       Heard<QListView>::mousePressEvent(event);
