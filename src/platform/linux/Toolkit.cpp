@@ -34,7 +34,9 @@ Toolkit* Load() {
   void* library = ::dlopen(path.c_str(), RTLD_NOW | RTLD_NODELETE);
   if (!library) return Missing(::dlerror());
   const auto entry = reinterpret_cast<Toolkit* (*)()>(::dlsym(library, ToolkitEntry));
-  return entry ? entry() : Missing(::dlerror());
+  if (!entry) return Missing(::dlerror());
+  auto* toolkit = entry();
+  return toolkit ? toolkit : Missing("Qt has no plugin for this display (for Wayland it is qt6-wayland)");
 }
 
 }  // namespace

@@ -46,6 +46,13 @@ void ControlPeer::Apply(velmaro::Change what) {
 
 void ControlPeer::ShowText() { Widget().setFont(Measures().FontFor(control_.Font())); }
 
+// White inside of what has the window colour is meant to be one with it, which it is not in a dark theme.
+velmaro::Color ControlPeer::Ground() const {
+  constexpr velmaro::Color white = 0xFFFFFF;
+  const bool inWindow = control_.Parent() && control_.Parent()->BackColor() == velmaro::SystemColor::Window;
+  return inWindow && control_.BackColor() == white ? velmaro::SystemColor::Window : control_.BackColor();
+}
+
 void ControlPeer::ShowColors() {
   auto palette = Widget().palette();
   const auto colors = Colors();

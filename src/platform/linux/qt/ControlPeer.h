@@ -54,7 +54,7 @@ class ControlPeer : public velmaro::Peer, public OwnWindow {
   virtual void ShowColors();
   // The text's colours against the ground that it really stands on.
   TextColors Colors() const { return ColorsOf(control_.ForeColor(), Ground(), Client().palette()); }
-  virtual velmaro::Color Ground() const { return control_.BackColor(); }
+  virtual velmaro::Color Ground() const;
   const Scale& Measures() const { return form_.Measures(); }
   QWidget& Client() const { return form_.Client(); }
   // Drops what the widget would tell of a change that came from the model.

@@ -60,7 +60,7 @@ void LabelPeer::ShowText() {
 }
 
 velmaro::Color LabelPeer::Ground() const {
-  if (!label_.Transparent()) return label_.BackColor();
+  if (!label_.Transparent()) return ControlPeer::Ground();
   return label_.Parent() ? label_.Parent()->BackColor() : label_.Owner().Args().BackColor;
 }
 

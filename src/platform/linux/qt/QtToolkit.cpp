@@ -1,8 +1,12 @@
 #include "platform/linux/qt/QtToolkit.h"
 
+#include <QDir>
 #include <QEventLoop>
+#include <algorithm>
 #include <memory>
+#include <utility>
 
+#include "platform/linux/XServer.h"
 #include "platform/linux/qt/ButtonPeers.h"
 #include "platform/linux/qt/EditPeers.h"
 #include "platform/linux/qt/FormWindow.h"
@@ -22,9 +26,22 @@ std::unique_ptr<velmaro::Peer> Made(Model& control) {
   return peer;
 }
 
+// The X server comes first: only there can windows be pinned, and those of other programs be listed.
+std::string PluginToUse() {
+  if (qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) return {};
+  return TheXServer() ? "xcb" : "wayland";
+}
+
+bool IsInstalled(const std::string& plugin) {
+  const auto name = QString::fromStdString("libq" + plugin + "*.so");
+  return std::ranges::any_of(QCoreApplication::libraryPaths(), [&](const QString& folder) {
+    return !QDir(folder + "/platforms").entryList({name}).isEmpty();
+  });
+}
+
 }  // namespace
 
-QtToolkit::QtToolkit() : application_(count_, arguments_) {
+QtToolkit::QtToolkit(std::string plugin) : plugin_(std::move(plugin)), application_(count_, arguments_) {
   QApplication::setQuitOnLastWindowClosed(false);
   QApplication::setApplicationName("velmaro");
   QApplication::setDesktopFileName("velmaro");
@@ -66,7 +83,9 @@ void QtToolkit::ProcessWaitingEvents() { QCoreApplication::processEvents(); }
 }  // namespace onlinux
 
 extern "C" onlinux::Toolkit* VelmaroToolkit() {
+  auto plugin = onlinux::PluginToUse();
+  if (!plugin.empty() && !onlinux::IsInstalled(plugin)) return nullptr;
   // It is never taken down: at the program's end, what Qt made behind it would already be gone.
-  static auto* const toolkit = std::make_unique<onlinux::QtToolkit>().release();
+  static auto* const toolkit = std::make_unique<onlinux::QtToolkit>(std::move(plugin)).release();
   return toolkit;
 }

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <map>
+#include <string>
 
 #include "platform/linux/Toolkit.h"
 #include "platform/linux/qt/Balloon.h"
@@ -12,7 +13,8 @@ namespace onlinux {
 // The toolkit on Qt. It is made with the first window or box and lives to the program's end.
 class QtToolkit : public Toolkit {
  public:
-  QtToolkit();
+  // Takes the name of the plugin that leads to the display; empty for the one that the user chose.
+  explicit QtToolkit(std::string plugin);
 
   std::unique_ptr<velmaro::FormPeer> NewPeer(velmaro::Form& form) override;
   std::unique_ptr<velmaro::Peer> NewPeer(velmaro::ListBox& control) override;
@@ -43,9 +45,11 @@ class QtToolkit : public Toolkit {
   Balloon* FindTip(platform::WindowHandle tip);
 
   // Qt keeps the arguments for as long as it runs. It is given none of the program's own, which are not meant for it.
-  int count_ = 1;
+  std::string plugin_;
+  int count_ = plugin_.empty() ? 1 : 3;
   char name_[8] = "velmaro";
-  char* arguments_[2] = {name_, nullptr};
+  char option_[10] = "-platform";
+  char* arguments_[4] = {name_, option_, plugin_.data(), nullptr};
   QApplication application_;
   KeyRouter router_;
   std::map<platform::WindowHandle, std::unique_ptr<Balloon>> tips_;
