@@ -58,6 +58,22 @@ std::vector<xcb_window_t> Drawable(XServer& server, const std::vector<xcb_window
   return drawable;
 }
 
+// Lets no other program change a window for as long as it lives: a window on its way out of its frame would be seen
+// neither in it nor outside.
+class Standstill {
+ public:
+  explicit Standstill(XServer& server) : server_(server) { ::xcb_grab_server(server_.Line()); }
+  Standstill(const Standstill&) = delete;
+  Standstill& operator=(const Standstill&) = delete;
+  ~Standstill() {
+    ::xcb_ungrab_server(server_.Line());
+    ::xcb_flush(server_.Line());
+  }
+
+ private:
+  XServer& server_;
+};
+
 // The window in a frame that its manager has not yet taken up, or not yet given back; else the window itself.
 xcb_window_t InsideOf(XServer& server, xcb_window_t frame) {
   if (!TitleOf(server, frame).empty()) return frame;
@@ -65,7 +81,8 @@ xcb_window_t InsideOf(XServer& server, xcb_window_t frame) {
   if (!tree) return frame;
   const auto* children = ::xcb_query_tree_children(tree.get());
   for (int i = 0; i < ::xcb_query_tree_children_length(tree.get()); ++i)
-    if (!server.Read(children[i], "WM_STATE").bytes.empty()) return children[i];
+    if (!server.Read(children[i], "WM_STATE").bytes.empty() || !TitleOf(server, children[i]).empty())
+      return children[i];
   return frame;
 }
 
@@ -78,6 +95,7 @@ std::string FromLatin1(const std::string& bytes) {
 }  // namespace
 
 std::vector<xcb_window_t> TopLevels(XServer& server) {
+  const Standstill standstill(server);
   const auto managed = ManagedByFrame(server);
   const auto root = ReadTree(server, server.Root());
   if (!root) return {};
