@@ -8,6 +8,7 @@
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QTest>
 #include <QTimer>
 #include <algorithm>
@@ -200,6 +201,27 @@ TEST_F(LinuxDesktop, TheLauncherStartsWhatIsTypedAtItsPriority) {
   Answer("terminate", "Yes");
   Key(*main, Qt::Key_Delete);
   EXPECT_NE(ReadBytes(folder / "velmaro/settings.conf").find("LastRun=\"" + program + "\" 300\n"), std::string::npos);
+}
+
+// A figure of this process, such as "VmRSS:", in kB.
+int OwnMemory(const std::string& name) {
+  const auto status = ReadBytes("/proc/self/status");
+  return std::stoi(status.substr(status.find(name) + name.size()));
+}
+
+TEST_F(LinuxDesktop, AMemoryRunHoldsItsTargetAndGivesAllOfItBack) {
+  constexpr int steps = 24;
+  Click(*main, "Free Mem");
+  const auto windows = QApplication::topLevelWidgets();
+  auto* meter =
+      *std::ranges::find_if(windows, [](const auto* window) { return window->windowTitle().contains("Free Memory"); });
+  meter->findChild<QScrollBar*>()->setValue(steps);
+  WriteBytes("/proc/self/clear_refs", "5");  // the peak counts from here
+  const int before = OwnMemory("VmRSS:");
+  Click(*meter, "Free 24 MB");
+  EXPECT_GE(OwnMemory("VmHWM:"), before + steps * 2048);
+  EXPECT_LE(OwnMemory("VmRSS:"), before + 4096);
+  EXPECT_TRUE(meter->windowTitle().endsWith("KB Free Memory"));
 }
 
 TEST_F(LinuxDesktop, ModalWindowsComeAndGoAndTheCloseBoxEndsTheProgram) {

@@ -75,6 +75,7 @@ TEST(LinuxStarts, WithoutADisplayEveryRoadEndsWell) {
   EXPECT_EQ(RunProgram({"/?"}), 0);
   EXPECT_EQ(RunProgram({"/q", "no such program"}), 0);
   EXPECT_EQ(RunProgram({"/q", "/k"}), 0);
+  EXPECT_EQ(RunProgram({"/q", "/m", "/bin/true"}), 0);
 }
 
 TEST(LinuxStarts, ACommandIsSplitAsAShellWould) {
