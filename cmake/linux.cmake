@@ -3,3 +3,14 @@ add_subdirectory(src/platform/linux)
 if(BUILD_TESTING)
   add_subdirectory(tests/linux)
 endif()
+
+# Figures taken under sanitizers mean nothing.
+file(GLOB bench_sources CONFIGURE_DEPENDS bench/linux/*.cpp)
+if(bench_sources AND NOT VELMARO_SANITIZE)
+  list(FILTER bench_sources EXCLUDE REGEX "/Probe\\.cpp$")
+  velmaro_program(velmaro_bench_linux SOURCES ${bench_sources} LIBRARIES velmaro)
+  velmaro_program(velmaro_bench_probe SOURCES bench/linux/Probe.cpp)
+  # What it reports is when it runs, so it loads nothing that it does not use.
+  target_link_options(velmaro_bench_probe PRIVATE -Wl,--as-needed)
+  add_dependencies(velmaro_bench_linux velmaro_exe velmaro_bench_probe)
+endif()

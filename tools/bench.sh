@@ -1,10 +1,15 @@
 #!/usr/bin/env bash
-# Prints what Velmaro costs: on the simulated desktop, and against the bare platform call under Wine.
+# Prints what Velmaro costs: on the simulated desktop, on this machine's own processes, and against the bare platform
+# call under Wine.
 cd "$(dirname "$0")/.." || exit 1
 code=0
 if [ -x build/native/velmaro_bench ]; then
   echo '== native'
   build/native/velmaro_bench || code=1
+fi
+if [ -x build/linux/velmaro_bench_linux ]; then
+  echo '== linux'
+  build/linux/velmaro_bench_linux || code=1
 fi
 folder=build/windows
 bits=$(tools/wine.sh --bits)

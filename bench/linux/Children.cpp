@@ -1,0 +1,62 @@
+#include "Children.h"
+
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <sstream>
+
+#include "Compare.h"
+
+pid_t ForkBound(const std::function<void()>& work) {
+  const auto parent = ::getpid();
+  const auto child = ::fork();
+  if (child < 0) throw Failure(std::string("no process can be forked: ") + std::strerror(errno));
+  if (child > 0) return child;
+  ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+  // A parent that ended before this sends no signal any more.
+  if (::getppid() == parent) work();
+  ::_exit(127);
+}
+
+pid_t StartSilent(const std::vector<std::string>& words) {
+  std::vector<char*> pointers;
+  for (const auto& word : words) pointers.push_back(const_cast<char*>(word.c_str()));
+  pointers.push_back(nullptr);
+  return ForkBound([&] {
+    const int nothing = ::open("/dev/null", O_RDWR | O_CLOEXEC);
+    for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) ::dup2(nothing, standard);
+    ::execv(pointers[0], pointers.data());
+  });
+}
+
+bool Reap(pid_t child) {
+  int status = 0;
+  return ::waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+std::string Installed(const std::string& name) {
+  const char* told = std::getenv("PATH");
+  std::istringstream folders(told ? told : "/usr/bin:/bin");
+  for (std::string folder; std::getline(folders, folder, ':');)
+    if (const auto path = folder + '/' + name; ::access(path.c_str(), X_OK) == 0) return path;
+  return {};
+}
+
+// Once the other constructor is through, what fails here ends in the destructor too.
+IdleChildren::IdleChildren(int count) : IdleChildren() {
+  while (static_cast<int>(ids_.size()) < count)
+    ids_.push_back(ForkBound([] {
+      while (true) ::pause();
+    }));
+}
+
+IdleChildren::~IdleChildren() {
+  for (const auto id : ids_) ::kill(id, SIGKILL);
+  for (const auto id : ids_) Reap(id);
+}
