@@ -40,6 +40,9 @@ bool ReadNumber(std::string_view text, Number& number) {
   return error == std::errc() && end == text.data() + text.size();
 }
 
+// The library's search for one of several characters calls a function for each one that it passes.
+bool IsBlank(char c) { return c == ' ' || c == '\n'; }
+
 std::string BaseName(std::string_view path) { return std::string(path.substr(path.find_last_of("/\\") + 1)); }
 
 // A program for Windows runs inside a loader, whose path would say nothing of it.
@@ -96,12 +99,11 @@ std::optional<ProcessStatus> ParseStatus(std::string_view line) {
   constexpr std::size_t count = 41;
   std::array<std::string_view, count + 1> fields;  // by the numbers of the manual, which begin at 1
   std::size_t filled = 2;
-  for (auto rest = line.substr(close + 1); filled < count;) {
-    const auto start = rest.find_first_not_of(" \n");
-    if (start == std::string_view::npos) return std::nullopt;
-    const auto end = std::min(rest.find_first_of(" \n", start), rest.size());
-    fields[++filled] = rest.substr(start, end - start);
-    rest.remove_prefix(end);
+  for (auto at = line.begin() + static_cast<std::ptrdiff_t>(close) + 1; filled < count;) {
+    const auto start = std::find_if_not(at, line.end(), IsBlank);
+    if (start == line.end()) return std::nullopt;
+    at = std::find_if(start, line.end(), IsBlank);
+    fields[++filled] = {start, at};
   }
   ProcessStatus status;
   status.state = fields[3].front();
@@ -120,8 +122,10 @@ std::optional<std::vector<ProcessRecord>> ReadProcesses() {
   const Folder proc(::opendir("/proc"));
   if (!proc) return std::nullopt;
   const int folder = ::dirfd(proc.get());
+  const auto numbers = ReadNumbers(proc.get());
   std::vector<ProcessRecord> processes;
-  for (const auto number : ReadNumbers(proc.get())) {
+  processes.reserve(numbers.size());
+  for (const auto number : numbers) {
     const auto id = std::to_string(number);
     auto status = ParseStatus(ReadSmall(folder, id + "/stat", 1024));
     if (!status || status->Ended()) continue;
