@@ -35,25 +35,21 @@ class About : public OnDesktop {
 TEST_F(About, EveryCreditsLabelOpensIt) {
   auto& main = Start();
   const auto escape = [](formSplash& box) { TypeKey(box, Key::Escape); };
+  const auto openFrom = [&](auto& form) {
+    Open([&] { Click(form.lblCredits); }, escape);
+    EXPECT_EQ(&FrontForm(), &form) << "it takes input again";
+    EXPECT_THROW(Press(main.btnRefresh), std::logic_error) << "what stands under it does not";
+    Press(form.btnCancel);
+  };
   Open([&] { Click(main.lblCredits); }, [](formSplash& box) { Press(box.btnOK); });
   Open([&] { Choose(main.mnuHelpAbout); }, escape);
   Open([&] { TypeKey(main, Key::F1); }, escape);
   Choose(main.mnuFileFreeMem);
   auto& meter = application.Default<formFreeMem>();
   Open([&] { Click(meter.lblCredits); }, escape);
-  desktop.Then([&] {
-    auto& form = application.Default<formLauncher>();
-    Open([&] { Click(form.lblCredits); }, escape);
-    EXPECT_EQ(&FrontForm(), &form) << "the dialog takes input again";
-    EXPECT_THROW(Press(main.btnRefresh), std::logic_error) << "what stands under it does not";
-    Press(form.btnCancel);
-  });
+  desktop.Then([&] { openFrom(application.Default<formLauncher>()); });
   Choose(main.mnuFileRun);
-  desktop.Then([&] {
-    auto& form = application.Default<formEdit>();
-    Open([&] { Click(form.lblCredits); }, escape);
-    Press(form.btnCancel);
-  });
+  desktop.Then([&] { openFrom(application.Default<formEdit>()); });
   Choose(main.mnuEditKillListHere);
   for (const auto* label : {&main.lblCredits, &meter.lblCredits}) EXPECT_EQ(label->ToolTipText(), credits::HomePage);
 }

@@ -20,35 +20,33 @@ std::string Summary(const StartOptions& options) {
   return text + '>' + options.target;
 }
 
-void ExpectAll(const Texts& cases) {
-  for (const auto& text : cases) {
-    const auto [line, summary] = Sides(text);
-    EXPECT_EQ(Summary(ReadCommandLine(line, "C:\\V\\")), summary) << text;
-  }
-}
+std::string Read(const std::string& line) { return Summary(ReadCommandLine(line, "C:\\V\\")); }
 
 TEST(CommandLine, SwitchesAreFoundAnywhereOnceAndInTheirOwnOrder) {
-  ExpectAll({" => >", "    => >", "  epsxe.exe -nogui  => >epsxe.exe -nogui", "/q x.exe => quiet >x.exe",
-             "x.exe /Q => quiet >x.exe", "/q /q x.exe => quiet >/q x.exe", "/quick => quiet >uick",
-             "x.exe a/?b => help >", "/q /k a.txt /? => help >", "x.exe /install => idle >x.exe nstall",
-             "x.exe /unknown -a => >x.exe /unknown -a", "a/qb => quiet >ab", "a /q /m  b => quiet memory >a    b"});
-  ExpectAll({"/MAX x => style3 >x", "/min /max x => style2 >x", "/max /min x => style2 >x", "/normal /min /max x => >x",
-             "/hide /normal /min /max x => style0 >x", "/max /max => style3 memory >ax",
-             "/min /min x => style2 memory >in x", "/hide /hide x => style0 high >ide x", "/h /i x => high idle >x",
-             "/m x => memory >x"});
+  ExpectEach(Read,
+             {" => >", "    => >", "  epsxe.exe -nogui  => >epsxe.exe -nogui", "/q x.exe => quiet >x.exe",
+              "x.exe /Q => quiet >x.exe", "/q /q x.exe => quiet >/q x.exe", "/quick => quiet >uick",
+              "x.exe a/?b => help >", "/q /k a.txt /? => help >", "x.exe /install => idle >x.exe nstall",
+              "x.exe /unknown -a => >x.exe /unknown -a", "a/qb => quiet >ab", "a /q /m  b => quiet memory >a    b"});
+  ExpectEach(Read, {"/MAX x => style3 >x", "/min /max x => style2 >x", "/max /min x => style2 >x",
+                    "/normal /min /max x => >x", "/hide /normal /min /max x => style0 >x",
+                    "/max /max => style3 memory >ax", "/min /min x => style2 memory >in x",
+                    "/hide /hide x => style0 high >ide x", "/h /i x => high idle >x", "/m x => memory >x"});
 }
 
 TEST(CommandLine, TitleOfTheWindowToHide) {
-  ExpectAll({"/q /x ePSXe /h epsxe.exe => quiet hide(ePSXe) high >epsxe.exe", "/x epsxe.exe => hide(ePSXe) >epsxe.exe",
-             "/x => hide(ePSXe) >", "/x Game x.exe => hide(Game) >x.exe", "/xTitle x.exe => hide(Title) >x.exe",
-             R"(/X "Two Words" x.exe => hide(Two Words) >x.exe)", R"(/x "Two Words" => hide(Two Words) >)",
-             R"(/x "" x.exe => hide(ePSXe) >x.exe)", "/x  x.exe => hide(ePSXe) >x.exe",
-             R"(/x"Two Words" x.exe => hide("Two) >Words" x.exe)", R"(/x "open x.exe => hide(ePSXe) >"open x.exe)",
-             R"(/x "a /q b" x => quiet hide(a  b) >x)", R"(/x "/x b" /x c => hide(/x b) >/x c)"});
+  ExpectEach(Read,
+             {"/q /x ePSXe /h epsxe.exe => quiet hide(ePSXe) high >epsxe.exe", "/x epsxe.exe => hide(ePSXe) >epsxe.exe",
+              "/x => hide(ePSXe) >", "/x Game x.exe => hide(Game) >x.exe", "/xTitle x.exe => hide(Title) >x.exe",
+              R"(/X "Two Words" x.exe => hide(Two Words) >x.exe)", R"(/x "Two Words" => hide(Two Words) >)",
+              R"(/x "" x.exe => hide(ePSXe) >x.exe)", "/x  x.exe => hide(ePSXe) >x.exe",
+              R"(/x"Two Words" x.exe => hide("Two) >Words" x.exe)", R"(/x "open x.exe => hide(ePSXe) >"open x.exe)",
+              R"(/x "a /q b" x => quiet hide(a  b) >x)", R"(/x "/x b" /x c => hide(/x b) >/x c)"});
 }
 
 TEST(CommandLine, ListFilesRunToTheFirstTextEnding) {
-  ExpectAll({"/k => kill() >", "/k x.exe => kill() >x.exe", R"(/k a.txt x.exe => kill(C:\V\a.txt) >x.exe)",
+  ExpectEach(
+      Read, {"/k => kill() >", "/k x.exe => kill() >x.exe", R"(/k a.txt x.exe => kill(C:\V\a.txt) >x.exe)",
              R"(/ka.TXT => kill(C:\V\a.TXT) >)", R"(/k x.exe y.txt => kill(C:\V\x.exe y.txt) >)",
              R"(/k "my list.txt" x.exe => kill(C:\V\my list.txt) >x.exe)",
              R"(/k "my list.txt"x.exe => kill(C:\V\my list.txt) >x.exe)",

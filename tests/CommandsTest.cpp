@@ -1,5 +1,4 @@
 #include "Fixture.h"
-#include "desktop/modTrayIcon.h"
 
 namespace velmaro {
 namespace {
@@ -8,14 +7,7 @@ using namespace simulated;
 
 class Commands : public OnDesktop {
  protected:
-  Commands() {
-    desktop.AddProcess("Normal.exe", 8);
-    desktop.AddProcess("high.exe", 13);
-    desktop.AddProcess("C:\\Emu\\real.exe", 24);
-    desktop.AddProcess("ten.exe", 10);
-    desktop.AddProcess("nine.exe", 9);
-    desktop.AddProcess("idle.exe", 4);
-  }
+  Commands() { Run({"8 Normal.exe", "13 high.exe", "24 C:\\Emu\\real.exe", "10 ten.exe", "9 nine.exe", "4 idle.exe"}); }
   int BaseOf(const std::string& name) { return desktop.ProcessNamed(name).basePriority; }
 };
 
@@ -119,21 +111,6 @@ TEST_F(Commands, TheRightButtonMarksTheClassOfTheRowAndOpensThePopup) {
   EXPECT_EQ(Ended(), Texts{"Normal.exe"});
   RightPress(form.List1, MouseButton::Middle);
   EXPECT_EQ(desktop.popups.size(), 6U);
-}
-
-TEST_F(Commands, PopupStandsWhereItsArgumentsSay) {
-  auto& form = Start();
-  const std::vector<std::tuple<float, float, Menu*, bool>> cases = {{0, 0, nullptr, false},
-                                                                    {100, -100, nullptr, false},
-                                                                    {-5, 10, nullptr, true},
-                                                                    {100, 100, &form.mnuFileExit, false}};
-  for (const auto& [x, y, defaultEntry, placed] : cases) {
-    desktop.GoToAnotherProgram();
-    ShowPopupAtCursor(form, form.mnuFile, defaultEntry, x, y);
-    EXPECT_EQ(desktop.popups.back().place, placed ? std::optional(Bounds{x, y}) : std::nullopt) << x << ", " << y;
-    EXPECT_EQ(desktop.popups.back().defaultEntry, defaultEntry);
-    EXPECT_EQ(desktop.ActiveForm(), &form);
-  }
 }
 
 class WindowCommands : public OnDesktop {

@@ -169,81 +169,21 @@ TEST_F(Editor, TheLayoutFollowsTheWindow) {
   });
 }
 
-class Tooltips : public OnDesktop {
- protected:
-  Tooltips() { form.Show(); }
-  // The messages since the last look, as "number:wParam:text".
-  Texts Sent() {
-    Texts sent;
-    for (const auto& message : desktop.tooltipMessages)
-      sent.push_back(std::to_string(message.message) + ':' + std::to_string(message.wParam) + ':' + message.text);
-    desktop.tooltipMessages.clear();
-    return sent;
-  }
-
-  Form form{FormArgs{.ClientWidth = 3000, .ClientHeight = 3000}};
-  CommandButton button{form, {.At = {0, 0, 600, 300}}};
-  std::unique_ptr<Tooltip> tip = std::make_unique<Tooltip>();
-};
-
-TEST_F(Tooltips, CreateTellsTheWindowEverythingThatIsSet) {
-  tip->SetTipText("text");
-  tip->SetTitle("title");
-  tip->SetIcon(2);
-  tip->SetForeColor(0x10);
-  tip->SetBackColor(0x20);
-  tip->SetStyle(1);
-  tip->SetCentered(true);
-  EXPECT_FALSE(tip->Create());
-  EXPECT_TRUE(desktop.tooltips.empty() && Sent().empty()) << "without a control there is no window";
-  tip->SetParentControl(&button);
-  EXPECT_FALSE(tip->Create());
-  EXPECT_EQ(Sent(), (Texts{"1028:0:text", "1056:2:title", "1044:16:", "1043:32:"}));
-  ASSERT_EQ(desktop.tooltips.size(), 1U);
-  const auto& [handle, window] = *desktop.tooltips.begin();
-  EXPECT_EQ(desktop.placings.back(), (Placing{handle, -1, 0, 0, 0, 0, 19}));
-  const auto& tool = *window.tool;
-  EXPECT_EQ(std::tuple(window.style, tool.cbSize, tool.uFlags, tool.uId), std::tuple(67U, 44U, 18U, 0U));
-  EXPECT_EQ(std::tuple(window.owner, tool.hwnd), std::tuple(button.hWnd(), button.hWnd()));
-  EXPECT_EQ(std::tuple(tool.rect.right, tool.rect.bottom), std::tuple(40, 20));
-  // Another control size, style and place count from the next Create on, which replaces the window.
-  button.SetWidth(1200);
-  tip->SetStyle(2);
-  tip->SetCentered(false);
-  EXPECT_EQ(Sent(), Texts{});
-  tip->Create();
-  ASSERT_EQ(desktop.tooltips.size(), 1U);
-  const auto& next = desktop.tooltips.begin()->second;
-  EXPECT_EQ(std::tuple(next.style, next.tool->uFlags, next.tool->rect.right), std::tuple(3U, 16U, 80));
-  tip->SetParentControl(nullptr);
-  tip->Create();
-  EXPECT_TRUE(desktop.tooltips.empty());
-}
-
-TEST_F(Tooltips, SettersReachALiveWindowUnderTheirOwnConditions) {
-  tip->SetParentControl(&button);
-  tip->Create();
-  EXPECT_EQ(Sent(), Texts{"1028:0:"}) << "black and empty are not sent at first";
-  tip->SetTitle("title");
-  EXPECT_EQ(Sent(), Texts{}) << "a title needs an icon";
-  tip->SetIcon(1);
-  tip->SetTitle("other");
-  EXPECT_EQ(Sent(), (Texts{"1056:1:title", "1056:1:other"}));
-  tip->SetTitle("");
-  tip->SetIcon(3);
-  EXPECT_EQ(Sent(), Texts{});
-  tip->Create();
-  EXPECT_EQ(Sent(), (Texts{"1028:0:", "1056:3:"})) << "one of the two is enough there";
-  tip->SetForeColor(0);
-  tip->SetBackColor(0);
-  tip->SetTipText("new");
-  EXPECT_EQ(Sent(), (Texts{"1044:0:", "1043:0:", "1036:0:new"}));
-  tip->SetIcon(0);
-  tip->SetTitle("kept");
-  tip->Create();
-  EXPECT_EQ(Sent(), (Texts{"1028:0:new", "1056:0:kept"}));
-  tip.reset();
-  EXPECT_TRUE(desktop.tooltips.empty());
+TEST_F(Editor, ALiveTooltipTakesATitleAndAnIconTogether) {
+  Tooltip tip;
+  tip.Create();
+  EXPECT_TRUE(desktop.tooltips.empty()) << "without a control there is none";
+  tip.SetParentControl(&application.Default<formVelmaro>().btnFree);
+  tip.Create();
+  const auto& shown = desktop.tooltips.begin()->second;
+  tip.SetTitle("title");
+  EXPECT_EQ(shown.title, "");
+  tip.SetIcon(1);
+  EXPECT_EQ(shown.title + std::to_string(shown.icon), "title1");
+  tip.SetTipText("new");
+  tip.SetForeColor(0);
+  EXPECT_EQ(shown.tool->lpszText, "new");
+  EXPECT_EQ(shown.textColor, 0U) << "black is a colour here, and none at Create";
 }
 
 }  // namespace

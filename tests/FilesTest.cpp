@@ -10,30 +10,17 @@ using namespace std::string_literals;
 class Files : public OnDesktop {};
 
 TEST_F(Files, NamesAreSplitAtTheirLastSeparator) {
-  const Texts cases = {" => |",
-                       "b.exe => |",
-                       "C:b.exe => |",
-                       R"(C:\dir\b.exe => C:\dir\|b.exe)",
-                       "C:/dir/b.exe => C:/dir/|b.exe",
-                       R"(C:\dir/b.exe => C:\dir/|b.exe)",
-                       R"(C:/dir\b.exe => C:/dir\|b.exe)",
-                       R"(C:\dir\ => C:\dir\|)",
-                       R"(\ => \|)",
-                       R"(C:\dir\b.exe?x=1 => C:\dir\|b.exe)",
-                       R"(C:\dir\b.exe?a/b => C:\dir\|b.exe)",
-                       R"(C:\a?b\c.exe => C:\|a)",
-                       "?x => |"};
-  for (const auto& text : cases) {
-    const auto [name, parts] = Sides(text);
-    EXPECT_EQ(ExtractFilePath(name) + '|' + ExtractFileName(name), parts) << name;
-  }
+  ExpectEach([](const auto& name) { return ExtractFilePath(name) + '|' + ExtractFileName(name); },
+             {" => |", "b.exe => |", "C:b.exe => |", R"(C:\dir\b.exe => C:\dir\|b.exe)",
+              "C:/dir/b.exe => C:/dir/|b.exe", R"(C:\dir/b.exe => C:\dir/|b.exe)", R"(C:/dir\b.exe => C:/dir\|b.exe)",
+              R"(C:\dir\ => C:\dir\|)", R"(\ => \|)", R"(C:\dir\b.exe?x=1 => C:\dir\|b.exe)",
+              R"(C:\dir\b.exe?a/b => C:\dir\|b.exe)", R"(C:\a?b\c.exe => C:\|a)", "?x => |"});
 }
 
 TEST_F(Files, ModesOfSavingPutTheTextWhereTheySay) {
   const std::vector<std::tuple<int, std::string, std::string>> cases = {
       {0, "new", "new"}, {1, "old\nnew", "new"}, {-1, "old\nnew", "new"}, {2, "new\r\nold\n", "new\r\n"},
-      {3, "old\n", ""},  {-2, "old\n", ""},
-  };
+      {3, "old\n", ""},  {-2, "old\n", ""}};
   for (const auto& [mode, replaced, made] : cases) {
     desktop.files["C:\\a"].bytes = "old\n";
     SaveTextFile("C:\\a", "new", mode);
@@ -74,19 +61,6 @@ TEST_F(Files, AnEmptyFileCountsAsAbsent) {
       {"C:\\empty", {}}, {"C:\\one", {.bytes = "x", .locked = true}}, {"C:\\dir", {.bytes = "x", .folder = true}}};
   EXPECT_TRUE(FileExists("C:\\ONE"));
   for (const auto* name : {"C:\\empty", "C:\\dir", "C:\\none", ""}) EXPECT_FALSE(FileExists(name)) << name;
-}
-
-TEST_F(Files, TheOpenDialogTakesItsFilterInPairs) {
-  auto& form = Start();
-  const std::vector<std::pair<std::string, std::string>> filters = {
-      {"", "\0"s}, {"A|*.a", "A\0*.a\0"s}, {"A|*.a|", "A\0*.a\0"s}};
-  for (const auto& [given, told] : filters) {
-    auto filter = given;
-    desktop.picks.push_back("C:\\my file.txt");
-    EXPECT_EQ(ShowOpenDialog(form, filter, "Title", "C:\\dir"), "C:\\my file.txt");
-    EXPECT_EQ(filter, told) << "the caller's own list is changed";
-    EXPECT_EQ(desktop.openDialogs.back().lpstrFilter + desktop.openDialogs.back().lpstrInitialDir, told + "C:\\dir");
-  }
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 #include <random>
 #include <string>
 #include <vector>
@@ -30,10 +31,17 @@ inline const std::string NoKillList = "C:\\Velmaro\\nokilllist.txt";
 inline constexpr std::uint32_t Tells = 64;
 inline constexpr std::uint32_t AsksWithNo = 292;
 
-// The two sides of a case that is written as "left => right".
 inline std::pair<std::string, std::string> Sides(const std::string& text) {
   const auto arrow = text.find(" => ");
   return {text.substr(0, arrow), text.substr(arrow + 4)};
+}
+
+// Each case is written as "left => right": what is made of its left side must be its right side.
+inline void ExpectEach(const std::function<std::string(const std::string&)>& made, const Texts& cases) {
+  for (const auto& text : cases) {
+    const auto [left, right] = Sides(text);
+    EXPECT_EQ(made(left), right) << text;
+  }
 }
 
 // A desktop with the program on it.
@@ -54,6 +62,11 @@ struct Program {
 // must have come up.
 class OnDesktop : public testing::Test, protected Program {
  protected:
+  // Lets processes run, each written as its base priority and its name.
+  void Run(const Texts& processes) {
+    for (const auto& text : processes) desktop.AddProcess(text.substr(text.find(' ') + 1), std::stoi(text));
+  }
+
   // The rows of the list, in their order.
   static Texts Rows(const ListBox& list) {
     Texts rows;

@@ -7,13 +7,7 @@ using namespace simulated;
 
 class ListView : public OnDesktop {
  protected:
-  ListView() {
-    desktop.AddProcess("idle.exe", 4);
-    desktop.AddProcess("nine.exe", 9);
-    desktop.AddProcess("normal.exe", 8);
-    desktop.AddProcess("high.exe", 13);
-    desktop.AddProcess("C:\\Emu\\mame.exe", 24);
-  }
+  ListView() { Run({"4 idle.exe", "9 nine.exe", "8 normal.exe", "13 high.exe", "24 C:\\Emu\\mame.exe"}); }
 
   const Texts all = {"[Idle]\tidle.exe", "[Normal]\tnine.exe", "[Normal]\tnormal.exe", "[HIGH]\thigh.exe",
                      "[REAL]\tc:\\emu\\mame.exe"};

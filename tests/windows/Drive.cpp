@@ -180,11 +180,16 @@ std::wstring ClassOf(HWND window) {
   return name;
 }
 
-HWND Child(HWND parent, const std::wstring& windowClass, const std::wstring& text) {
+std::vector<HWND> Children(HWND parent) {
   std::vector<HWND> children;
   ::EnumChildWindows(parent, &CollectWindow, reinterpret_cast<LPARAM>(&children));
-  for (const auto child : children)
-    if (::lstrcmpiW(ClassOf(child).c_str(), windowClass.c_str()) == 0 && (text.empty() || Text(child) == text))
+  return children;
+}
+
+HWND Child(HWND parent, const std::wstring& windowClass, const std::wstring& text) {
+  for (const auto child : Children(parent))
+    if (::lstrcmpiW(ClassOf(child).c_str(), windowClass.c_str()) == 0 &&
+        (text.empty() || Text(child).starts_with(text)))
       return child;
   return nullptr;
 }

@@ -46,8 +46,6 @@ struct Process {
   std::wstring name;
 };
 std::vector<Process> Processes();
-// The processes whose executable has this name.
-std::vector<DWORD> Instances(const std::wstring& name);
 // The priority class of a process, 0 for one that is gone.
 DWORD ClassOf(DWORD process);
 bool SetClass(DWORD process, DWORD priorityClass);
@@ -96,7 +94,6 @@ struct Box {
   HWND window = nullptr;
   std::wstring title;
   std::wstring text;
-  std::wstring icon;
   // The button that has the keyboard: what Enter presses.
   int defaultButton = 0;
   // Presses a button (IDOK, IDYES ...) and waits until the box is gone.
@@ -143,8 +140,6 @@ class Velmaro : public Program {
   // Waits for a message box.
   Box Await(int milliseconds = 10000) const;
   bool HasBox() const { return BoxWindow() != nullptr; }
-  // Asks the library inside the program.
-  std::wstring Asked(Ask ask, HWND window) const;
 
  private:
   HWND BoxWindow() const;
@@ -155,7 +150,9 @@ class Velmaro : public Program {
 // Windows and controls.
 std::wstring Text(HWND window);
 std::wstring ClassOf(HWND window);
-// A child by its class and, where it is given, its text.
+// All that stand in a window, at any depth.
+std::vector<HWND> Children(HWND parent);
+// The first of them of a class whose text begins with a text.
 HWND Child(HWND parent, const std::wstring& windowClass, const std::wstring& text = {});
 // The control that has the keyboard in a window's program.
 HWND Focus(HWND window);
@@ -180,7 +177,6 @@ class Settings {
   ~Settings();
   std::wstring Read(const std::wstring& key) const;
   void Write(const std::wstring& key, const std::wstring& value) const;
-  std::size_t Count() const;
 
  private:
   std::map<std::wstring, std::wstring> before_;

@@ -11,16 +11,9 @@
 
 namespace drive {
 
-// What only the driven program itself can read of its windows: a menu, the icon of a message box, the tips of a
-// tooltip.
-enum class Ask { Menu, Icon, Tips };
-
-// Lies in memory that both programs share, under this name: the question to the library inside, and its answer. The
-// library answers when a window gets the message of the same name.
-constexpr auto QuestionName = L"Velmaro.Question";
-struct Question {
-  Ask ask;
-  wchar_t answer[8000];
-};
+// A menu can be read only by the program that shows it. The question is a message of this name to the window of the
+// menu; the library inside answers in memory of the same name, which both programs share.
+constexpr auto MenuQuestion = L"Velmaro.Menu";
+using MenuAnswer = wchar_t[8000];
 
 }  // namespace drive

@@ -44,16 +44,20 @@ class ProcessTest : public testing::Test {
     velmaro->Press(L"&All");
     velmaro->Refresh();
   }
-  static void ExpectSet(DWORD priorityClass, const std::wstring& status, const std::wstring& row) {
+  // Looks at the box, and at what has changed behind it.
+  static void ExpectSet(DWORD priorityClass, const std::wstring& option) {
+    auto status = option;
+    ::CharUpperW(status.data());
     const auto box = velmaro->Await();
     ASSERT_TRUE(box.window);
     EXPECT_EQ(box.title, L"Velmaro");
-    EXPECT_EQ(box.text, L"viktor.exe process has been set to " + status);
-    EXPECT_EQ(box.icon, L"information");
+    EXPECT_EQ(box.text, L"viktor.exe process has been set to " + status + L'.');
     box.Answer(IDOK);
     EXPECT_EQ(ClassOf(victim->Id()), priorityClass);
+    const auto row = RowOf({victim->Id(), L"Viktor.exe"});
     // The box is gone a moment before the list behind it is filled anew.
     EXPECT_TRUE(Until([&] { return velmaro->Row(L"\tviktor.exe") == row && velmaro->Selected() == -1; }));
+    EXPECT_EQ(velmaro->Checks(), L"Auto Refresh|" + option);
   }
 
   static inline std::optional<Folder> folder;
@@ -82,49 +86,23 @@ TEST_F(ProcessTest, RowsAreTheProcessesThatRun) {
 }
 
 TEST_F(ProcessTest, EveryRoadSetsTheClass) {
-  struct Case {
-    std::function<void()> act;
-    DWORD priorityClass;
-    std::wstring status;
-    std::wstring tag;
-    std::wstring option;
-  };
   const auto choose = [](const std::wstring& entry) { return [entry] { velmaro->Choose(entry); }; };
-  const std::vector<Case> cases{
-      {choose(L"High"), HIGH_PRIORITY_CLASS, L"HIGH.", L"[HIGH]", L"High"},
-      {choose(L"Real Time"), REALTIME_PRIORITY_CLASS, L"REAL TIME.", L"[REAL]", L"Real Time"},
-      {choose(L"Idle"), IDLE_PRIORITY_CLASS, L"IDLE.", L"[Idle]", L"Idle"},
-      {choose(L"Normal"), NORMAL_PRIORITY_CLASS, L"NORMAL.", L"[Normal]", L"Normal"},
-      {[] { Keys({'H'}, VK_CONTROL); }, HIGH_PRIORITY_CLASS, L"HIGH.", L"[HIGH]", L"High"},
+  const std::vector<std::tuple<std::function<void()>, DWORD, std::wstring>> roads{
+      {choose(L"Real Time"), REALTIME_PRIORITY_CLASS, L"Real Time"},
+      {choose(L"Idle"), IDLE_PRIORITY_CLASS, L"Idle"},
+      {choose(L"Normal"), NORMAL_PRIORITY_CLASS, L"Normal"},
+      {[] { Keys({'H'}, VK_CONTROL); }, HIGH_PRIORITY_CLASS, L"High"},
+      {[] { Click(Child(velmaro->Main(), L"BUTTON", L"Velmaro!")); }, HIGH_PRIORITY_CLASS, L"High"},
       {[] { ClickRow(velmaro->List(), velmaro->Selected(), MOUSEEVENTF_LEFTDOWN, 2); }, REALTIME_PRIORITY_CLASS,
-       L"REAL TIME.", L"[REAL]", L"Real Time"},
-  };
-  for (const auto& one : cases) {
+       L"Real Time"}};
+  for (const auto& [act, priorityClass, option] : roads) {
+    SetClass(victim->Id(), option == L"Idle" ? NORMAL_PRIORITY_CLASS : IDLE_PRIORITY_CLASS);
+    velmaro->Refresh();
     Front(velmaro->Main());
     ASSERT_TRUE(velmaro->Select(L"\tviktor.exe"));
-    one.act();
-    ExpectSet(one.priorityClass, one.status, one.tag + L"\tviktor.exe");
-    EXPECT_EQ(velmaro->Checks(), L"Auto Refresh|" + one.option);
+    act();
+    ExpectSet(priorityClass, option);
   }
-}
-
-TEST_F(ProcessTest, ButtonAppliesTheCheckedOptionByMouseAlone) {
-  velmaro->Choose(L"Idle");
-  ASSERT_TRUE(Until([] { return velmaro->Checks() == L"Auto Refresh|Idle"; }));
-  ASSERT_TRUE(velmaro->Select(L"\tviktor.exe"));
-  Front(velmaro->Main());
-  ClickRow(velmaro->List(), velmaro->Selected());
-  Keys({VK_RETURN});
-  Click(Child(velmaro->Main(), L"BUTTON", L"Velmaro!"));
-  ExpectSet(IDLE_PRIORITY_CLASS, L"IDLE.", L"[Idle]\tviktor.exe");
-  // The process stands where the option would put it: no box, no refresh, and the row stays selected.
-  ASSERT_TRUE(velmaro->Select(L"\tviktor.exe"));
-  velmaro->Press(L"Velmaro!");
-  velmaro->Choose(L"Auto Refresh");
-  EXPECT_TRUE(Until([] { return velmaro->Checks() == L"Idle"; }));
-  EXPECT_FALSE(velmaro->HasBox());
-  EXPECT_NE(velmaro->Selected(), -1);
-  velmaro->Choose(L"Auto Refresh");
 }
 
 TEST_F(ProcessTest, PopupOpensAtTheClassOfTheRowAndSetsAnother) {
@@ -151,7 +129,7 @@ TEST_F(ProcessTest, PopupOpensAtTheClassOfTheRowAndSetsAnother) {
     ASSERT_TRUE(Until([&] { return marked() != at; }));
   }
   Keys({VK_RETURN});
-  ExpectSet(IDLE_PRIORITY_CLASS, L"IDLE.", L"[Idle]\tviktor.exe");
+  ExpectSet(IDLE_PRIORITY_CLASS, L"Idle");
 }
 
 TEST_F(ProcessTest, TerminateAsksAndHeedsTheAnswerAndTheNoKillList) {
@@ -163,7 +141,6 @@ TEST_F(ProcessTest, TerminateAsksAndHeedsTheAnswerAndTheNoKillList) {
     velmaro->Choose(L"Terminate Process");
     const auto box = velmaro->Await();
     EXPECT_EQ(box.text, L"Do you want to terminate the process 'doomed.exe'?");
-    EXPECT_EQ(box.icon, L"question");
     EXPECT_EQ(box.defaultButton, IDNO);
     EXPECT_TRUE(doomed.Lives());
     box.Answer(answer);
@@ -171,12 +148,45 @@ TEST_F(ProcessTest, TerminateAsksAndHeedsTheAnswerAndTheNoKillList) {
     EXPECT_EQ(doomed.Lives(), answer == IDNO);
   }
   EXPECT_EQ(doomed.ExitCode(), 0);
-  EXPECT_EQ(velmaro->Row(L"\tdoomed.exe"), L"");
   ASSERT_TRUE(velmaro->Select(L"\tviktor.exe"));
   velmaro->Choose(L"Terminate Process");
   EXPECT_TRUE(Until([] { return velmaro->Selected() == -1; }));
   EXPECT_FALSE(velmaro->HasBox());
   EXPECT_TRUE(victim->Lives());
+}
+
+TEST_F(ProcessTest, KillListEndsOneProcessALineAndSparesTheProtected) {
+  std::map<std::wstring, std::unique_ptr<Program>> programs;
+  for (const auto name : {L"One", L"Two", L"Three", L"Spared", L"Comment", L"Feed"})
+    programs[name] = std::make_unique<Program>(StartProbe(folder->Probe(name + std::wstring(L".exe"))));
+  const auto again = StartProbe(folder->Path(L"One.exe"));
+  // A lone CR ends a line and a lone LF does not, a name is no pattern here, and a path counts by its last part.
+  folder->Write(
+      L"killlist.txt",
+      "; comment.exe\r\n  one.exe  \rTWO.EXE\r\n*.exe\r\n\"C:\\old folder\\three.exe\"\r\nfeed.exe\nx\r\nspared.exe\r\n"
+      "none.exe");
+  folder->Write(L"nokilllist.txt", "\r\n  ;*\r\nSPA[q-s]?[!x].ex*\r\n");
+  velmaro->Choose(L"High");
+  ASSERT_TRUE(Until([&] { return velmaro->Checks() == L"Auto Refresh|High"; }));
+  const auto run = [&](int answer) {
+    velmaro->Choose(L"Kill Processes");
+    const auto box = velmaro->Await();
+    EXPECT_EQ(box.text,
+              L"Do you want to kill all the processes listed\r\nin '" + folder->Path(L"killlist.txt") + L"'?");
+    EXPECT_EQ(box.defaultButton, IDNO);
+    box.Answer(answer);
+  };
+  run(IDNO);
+  velmaro->Refresh();
+  for (const auto& [name, program] : programs) EXPECT_TRUE(program->Lives()) << name;
+  run(IDYES);
+  // The run marks the default option when it is over.
+  EXPECT_TRUE(Until([&] { return velmaro->Checks() == L"Auto Refresh|Real Time"; }));
+  velmaro->Refresh();
+  const auto first = std::move(programs.extract(L"One").mapped());
+  for (const auto& [name, program] : programs) EXPECT_EQ(program->Lives(), name != L"Two" && name != L"Three") << name;
+  EXPECT_NE(first->Lives(), again.Lives());
+  EXPECT_EQ(velmaro->Row(L"\ttwo.exe"), L"");
 }
 
 TEST_F(ProcessTest, ListIsRefreshedByKeyAndByTimerOnlyInTheBackground) {

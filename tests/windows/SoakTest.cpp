@@ -11,19 +11,14 @@ struct Held {
   std::size_t bytes;
 };
 
-BOOL CALLBACK Collect(HWND child, LPARAM all) {
-  reinterpret_cast<std::vector<HWND>*>(all)->push_back(child);
-  return TRUE;
-}
-
 class SoakTest : public testing::Test {
  protected:
   SoakTest() : velmaro(folder) { velmaro.Checks(); }
   Held Holds() const {
-    std::vector<HWND> windows;
+    auto windows = velmaro.Windows(false);
     for (const auto window : velmaro.Windows(false)) {
-      windows.push_back(window);
-      ::EnumChildWindows(window, &Collect, reinterpret_cast<LPARAM>(&windows));
+      const auto children = Children(window);
+      windows.insert(windows.end(), children.begin(), children.end());
     }
     return {windows.size(), Handles(velmaro.Id()), PrivateBytes(velmaro.Id())};
   }

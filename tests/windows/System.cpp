@@ -41,13 +41,6 @@ std::vector<Process> Processes() {
   return processes;
 }
 
-std::vector<DWORD> Instances(const std::wstring& name) {
-  std::vector<DWORD> ids;
-  for (const auto& process : Processes())
-    if (::lstrcmpiW(process.name.c_str(), name.c_str()) == 0) ids.push_back(process.id);
-  return ids;
-}
-
 DWORD ClassOf(DWORD process) {
   const auto opened = Open(process, PROCESS_QUERY_LIMITED_INFORMATION);
   return opened ? ::GetPriorityClass(opened.get()) : 0;
@@ -95,7 +88,5 @@ void Settings::Write(const std::wstring& key, const std::wstring& value) const {
   ::RegSetKeyValueW(HKEY_CURRENT_USER, SettingsPath, key.c_str(), REG_SZ, value.c_str(),
                     static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t)));
 }
-
-std::size_t Settings::Count() const { return AllSettings().size(); }
 
 }  // namespace drive

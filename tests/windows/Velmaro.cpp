@@ -14,6 +14,22 @@ std::wstring WithoutMarks(std::wstring text) {
   return text.substr(0, text.find(L'\t'));
 }
 
+// Asks the library inside the program.
+std::wstring MenuLines(HWND window) {
+  const OwnedHandle memory(
+      ::CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, sizeof(MenuAnswer), MenuQuestion));
+  auto* const answer = static_cast<MenuAnswer*>(::MapViewOfFile(memory.get(), FILE_MAP_WRITE, 0, 0, 0));
+  // The system loads the library into the program when it first runs the hook there.
+  static const auto library = ::LoadLibraryW(L"inside.dll");
+  const auto inside = reinterpret_cast<HOOKPROC>(reinterpret_cast<void*>(::GetProcAddress(library, "Answer")));
+  const auto hook = ::SetWindowsHookExW(WH_CALLWNDPROC, inside, library, ::GetWindowThreadProcessId(window, nullptr));
+  ::SendMessageW(window, ::RegisterWindowMessageW(MenuQuestion), 0, 0);
+  ::UnhookWindowsHookEx(hook);
+  std::wstring text = *answer;
+  ::UnmapViewOfFile(answer);
+  return text;
+}
+
 }  // namespace
 
 void Box::Answer(int button) const {
@@ -80,7 +96,7 @@ void Velmaro::Refresh() const { ::SendMessageW(Child(Main(), L"BUTTON", L"&Refre
 
 std::vector<Entry> Velmaro::Menu(HWND window) const {
   std::vector<Entry> entries;
-  std::wistringstream lines(Asked(Ask::Menu, window ? window : Main()));
+  std::wistringstream lines(MenuLines(window ? window : Main()));
   for (std::wstring line; std::getline(lines, line);) {
     std::size_t read = 0;
     const auto id = static_cast<UINT>(std::stoul(line.substr(3), &read));
@@ -120,25 +136,8 @@ Box Velmaro::Await(int milliseconds) const {
   box.title = Text(box.window);
   for (HWND child = nullptr; (child = ::FindWindowExW(box.window, child, L"Static", nullptr));)
     if (const auto text = Text(child); !text.empty()) box.text = text;
-  box.icon = Asked(Ask::Icon, box.window);
   Until([&] { return (box.defaultButton = ::GetDlgCtrlID(Focus(box.window))) != 0; });
   return box;
-}
-
-std::wstring Velmaro::Asked(Ask ask, HWND window) const {
-  const OwnedHandle memory(
-      ::CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, sizeof(Question), QuestionName));
-  auto* const question = static_cast<Question*>(::MapViewOfFile(memory.get(), FILE_MAP_WRITE, 0, 0, 0));
-  *question = {ask, L""};
-  // The system loads the library into the program when it first runs the hook there.
-  static const auto library = ::LoadLibraryW(L"inside.dll");
-  const auto answer = reinterpret_cast<HOOKPROC>(reinterpret_cast<void*>(::GetProcAddress(library, "Answer")));
-  const auto hook = ::SetWindowsHookExW(WH_CALLWNDPROC, answer, library, ::GetWindowThreadProcessId(window, nullptr));
-  ::SendMessageW(window, ::RegisterWindowMessageW(QuestionName), 0, 0);
-  ::UnhookWindowsHookEx(hook);
-  std::wstring text = question->answer;
-  ::UnmapViewOfFile(question);
-  return text;
 }
 
 }  // namespace drive

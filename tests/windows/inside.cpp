@@ -35,59 +35,16 @@ std::wstring Menu(HWND window) {
   return lines;
 }
 
-std::wstring Icon(HWND box) {
-  struct Known {
-    LPWSTR id;
-    const wchar_t* name;
-  };
-  static const std::array<Known, 3> known{{{reinterpret_cast<LPWSTR>(IDI_INFORMATION), L"information"},
-                                           {reinterpret_cast<LPWSTR>(IDI_WARNING), L"warning"},
-                                           {reinterpret_cast<LPWSTR>(IDI_QUESTION), L"question"}}};
-  for (HWND child = nullptr; (child = ::FindWindowExW(box, child, L"Static", nullptr));) {
-    const auto shown = ::SendMessageW(child, STM_GETICON, 0, 0);
-    for (const auto& icon : known)
-      if (shown && reinterpret_cast<HICON>(shown) == ::LoadIconW(nullptr, icon.id)) return icon.name;
-  }
-  return L"none";
-}
-
-// The texts of a tooltip window, one for each tool.
-std::wstring Tips(HWND tooltip) {
-  std::wstring texts;
-  std::array<wchar_t, 1000> text{};
-  TTTOOLINFOW tool{};
-  tool.cbSize = TTTOOLINFOW_V2_SIZE;
-  for (WPARAM i = 0;
-       tool.lpszText = text.data(), ::SendMessageW(tooltip, TTM_ENUMTOOLSW, i, reinterpret_cast<LPARAM>(&tool)); ++i) {
-    tool.lpszText = text.data();
-    ::SendMessageW(tooltip, TTM_GETTEXTW, text.size(), reinterpret_cast<LPARAM>(&tool));
-    texts += text.data() + std::wstring(L"\v");
-  }
-  return texts;
-}
-
-std::wstring AnswerTo(drive::Ask ask, HWND window) {
-  switch (ask) {
-    case drive::Ask::Menu:
-      return Menu(window);
-    case drive::Ask::Icon:
-      return Icon(window);
-    default:
-      return Tips(window);
-  }
-}
-
 }  // namespace
 
 // A hook on the thread of the window that is asked about: there, no handler is half through its work.
 extern "C" __declspec(dllexport) LRESULT CALLBACK Answer(int code, WPARAM wParam, LPARAM lParam) {
   const auto& message = *reinterpret_cast<const CWPSTRUCT*>(lParam);
-  if (code == HC_ACTION && message.message == ::RegisterWindowMessageW(drive::QuestionName)) {
-    const auto memory = ::OpenFileMappingW(FILE_MAP_WRITE, FALSE, drive::QuestionName);
-    if (auto* question = static_cast<drive::Question*>(::MapViewOfFile(memory, FILE_MAP_WRITE, 0, 0, 0))) {
-      const auto answer = AnswerTo(question->ask, message.hwnd);
-      ::lstrcpynW(question->answer, answer.c_str(), static_cast<int>(std::size(question->answer)));
-      ::UnmapViewOfFile(question);
+  if (code == HC_ACTION && message.message == ::RegisterWindowMessageW(drive::MenuQuestion)) {
+    const auto memory = ::OpenFileMappingW(FILE_MAP_WRITE, FALSE, drive::MenuQuestion);
+    if (auto* answer = static_cast<drive::MenuAnswer*>(::MapViewOfFile(memory, FILE_MAP_WRITE, 0, 0, 0))) {
+      ::lstrcpynW(*answer, Menu(message.hwnd).c_str(), static_cast<int>(std::size(*answer)));
+      ::UnmapViewOfFile(answer);
     }
     ::CloseHandle(memory);
   }

@@ -1,4 +1,4 @@
-// A program for velmaro.exe to start, change and end: probe.exe [--title "TITLE"]
+// A program for velmaro.exe to start, change and end: probe.exe [--title TITLE]
 // It writes how it was started beside itself (probe.exe.txt), shows a window where a title is given, and lives for
 // three minutes unless it is ended.
 #include <windows.h>
@@ -38,13 +38,9 @@ LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lPar
 }
 
 std::wstring Title() {
-  int count = 0;
-  const auto words = ::CommandLineToArgvW(::GetCommandLineW(), &count);
-  std::wstring title;
-  for (int i = 1; i + 1 < count; ++i)
-    if (std::wstring(words[i]) == L"--title") title = words[i + 1];
-  ::LocalFree(words);
-  return title;
+  const std::wstring line = ::GetCommandLineW();
+  const auto at = line.find(L"--title ");
+  return at == std::wstring::npos ? L"" : line.substr(at + 8);
 }
 
 }  // namespace

@@ -122,9 +122,8 @@ class Desktop {
   // Lets time pass: timers tick in the order in which they are due.
   void Advance(std::uint64_t milliseconds);
 
-  // Tooltip windows that live, and all messages that any got.
+  // Tooltip windows that live.
   std::map<platform::WindowHandle, Tooltip> tooltips;
-  std::vector<TooltipMessage> tooltipMessages;
   bool tooltipsFail = false;
 
   // Peers: the resolution for windows that are made from here on (15 at 96 dots an inch, 10 at 144), how many live, how

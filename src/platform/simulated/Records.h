@@ -113,15 +113,6 @@ struct Tooltip {
   std::optional<std::uint32_t> textColor = {};
 };
 
-// A message that was sent to a tooltip window; `text` is the title or the text of the tool.
-struct TooltipMessage {
-  platform::WindowHandle window = 0;
-  std::uint32_t message = 0;
-  std::uint32_t wParam = 0;
-  std::string text;
-  bool operator==(const TooltipMessage&) const = default;
-};
-
 // Physical memory and the blocks that the program claimed of it.
 struct Memory {
   static constexpr std::size_t Unlimited = std::numeric_limits<std::size_t>::max();

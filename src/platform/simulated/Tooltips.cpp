@@ -6,12 +6,11 @@ using simulated::TheDesktop;
 namespace platform {
 namespace {
 
-// The window a message goes to, null where there is none; the message is noted in any case.
-simulated::Tooltip* Receive(WindowHandle window, std::uint32_t message, std::uint32_t wParam, const std::string& text) {
-  auto& desktop = TheDesktop();
-  desktop.tooltipMessages.push_back({window, message, wParam, text});
-  const auto at = desktop.tooltips.find(window);
-  return at == desktop.tooltips.end() ? nullptr : &at->second;
+// The window that a message goes to, null where there is none.
+simulated::Tooltip* Find(WindowHandle window) {
+  auto& tooltips = TheDesktop().tooltips;
+  const auto at = tooltips.find(window);
+  return at == tooltips.end() ? nullptr : &at->second;
 }
 
 }  // namespace
@@ -32,22 +31,22 @@ bool DestroyWindow(WindowHandle window) {
   return false;
 }
 
-void SendMessageA(WindowHandle window, std::uint32_t message, std::uint32_t wParam, const TOOLINFO& tool) {
-  auto* tip = Receive(window, message, wParam, tool.lpszText);
+void SendMessageA(WindowHandle window, std::uint32_t message, std::uint32_t, const TOOLINFO& tool) {
+  auto* tip = Find(window);
   if (!tip || tool.cbSize != 44) return;
   if (message == TTM_ADDTOOLA) tip->tool = tool;
   if (message == TTM_UPDATETIPTEXTA && tip->tool) tip->tool->lpszText = tool.lpszText;
 }
 
 void SendMessageA(WindowHandle window, std::uint32_t message, std::uint32_t wParam, const std::string& text) {
-  auto* tip = Receive(window, message, wParam, text);
+  auto* tip = Find(window);
   if (!tip || message != TTM_SETTITLEA) return;
   tip->icon = wParam;
   tip->title = text;
 }
 
 void SendMessageA(WindowHandle window, std::uint32_t message, std::uint32_t wParam) {
-  auto* tip = Receive(window, message, wParam, {});
+  auto* tip = Find(window);
   if (!tip) return;
   if (message == TTM_SETTIPBKCOLOR) tip->backColor = wParam;
   if (message == TTM_SETTIPTEXTCOLOR) tip->textColor = wParam;
