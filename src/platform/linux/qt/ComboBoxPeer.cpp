@@ -49,11 +49,4 @@ void ComboBoxPeer::ShowEntries() {
   });
 }
 
-void ComboBoxPeer::ShowColors() {
-  auto palette = Widget().palette();
-  palette.setColor(QPalette::Text, Colors().text);
-  palette.setColor(QPalette::Base, Colors().ground);
-  Widget().setPalette(palette);
-}
-
 }  // namespace onlinux

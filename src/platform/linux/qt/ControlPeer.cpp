@@ -61,6 +61,14 @@ void ControlPeer::ShowColors() {
   Widget().setPalette(palette);
 }
 
+void ControlPeer::ShowColorsOfField() {
+  auto palette = Widget().palette();
+  const auto colors = Colors();
+  palette.setColor(QPalette::Text, colors.text);
+  palette.setColor(QPalette::Base, colors.ground);
+  Widget().setPalette(palette);
+}
+
 void ControlPeer::Pressed(const QMouseEvent& event) {
   if (event.button() == Qt::LeftButton) pressed_ = true;
 }

@@ -7,43 +7,44 @@
 
 namespace onlinux {
 
-// A field of one line.
-class SingleLinePeer : public ControlPeer {
+// A field of text. What it shows is not the text itself where that holds bytes that no field can show.
+class FieldPeer : public ControlPeer {
  public:
-  explicit SingleLinePeer(velmaro::TextBox& box);
   void Begin() override;
   void Apply(velmaro::Change what) override;
 
  protected:
-  void ShowColors() override;
-
- private:
-  void ShowContents();
-  void ShowSelection();
-  void NoteSelection();
+  FieldPeer(velmaro::TextBox& box, QWidget* widget) : ControlPeer(box, widget), box_(box) {}
+  void ShowColors() override { ShowColorsOfField(); }
+  virtual void ShowContents() = 0;
+  virtual void ShowSelection() = 0;
 
   velmaro::TextBox& box_;
   ShownText text_;
 };
 
-// A field of many lines.
-class ManyLinesPeer : public ControlPeer {
+// A field of one line.
+class SingleLinePeer : public FieldPeer {
  public:
-  explicit ManyLinesPeer(velmaro::TextBox& box);
-  void Begin() override;
-  void Apply(velmaro::Change what) override;
-
- protected:
-  void ShowColors() override;
+  explicit SingleLinePeer(velmaro::TextBox& box);
 
  private:
-  void ShowContents();
-  void ShowSelection();
+  void ShowContents() override;
+  void ShowSelection() override;
+  void NoteSelection();
+};
+
+// A field of many lines.
+class ManyLinesPeer : public FieldPeer {
+ public:
+  explicit ManyLinesPeer(velmaro::TextBox& box);
+
+ private:
+  void ShowContents() override;
+  void ShowSelection() override;
   void NoteText();
   void NoteSelection();
 
-  velmaro::TextBox& box_;
-  ShownText text_;
   int changedAt_ = 0;
 };
 
@@ -54,7 +55,7 @@ class ComboBoxPeer : public ControlPeer {
   void Apply(velmaro::Change what) override;
 
  protected:
-  void ShowColors() override;
+  void ShowColors() override { ShowColorsOfField(); }
 
  private:
   void ShowEntries();

@@ -108,15 +108,6 @@ void ListBoxPeer::Apply(velmaro::Change what) {
   ControlPeer::Apply(what);
 }
 
-void ListBoxPeer::ShowColors() {
-  auto& widget = static_cast<ListWidget&>(Widget());
-  auto palette = widget.palette();
-  const auto colors = Colors();
-  palette.setColor(QPalette::Text, colors.text);
-  palette.setColor(QPalette::Base, colors.ground);
-  widget.setPalette(palette);
-}
-
 void ListBoxPeer::ShowRows() {
   Quietly([&] { rows_.Changed(); });
   ShowSelected();

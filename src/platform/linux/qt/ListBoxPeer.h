@@ -31,7 +31,7 @@ class ListBoxPeer : public ControlPeer {
   void PressedTwice(const QMouseEvent& event) override;
 
  protected:
-  void ShowColors() override;
+  void ShowColors() override { ShowColorsOfField(); }
 
  private:
   void ShowRows();

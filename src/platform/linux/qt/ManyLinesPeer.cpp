@@ -16,8 +16,7 @@ QString RawText(const QPlainTextEdit& edit) {
 
 }  // namespace
 
-ManyLinesPeer::ManyLinesPeer(velmaro::TextBox& box)
-    : ControlPeer(box, MakeWidget<Heard<QPlainTextEdit>>(box)), box_(box) {
+ManyLinesPeer::ManyLinesPeer(velmaro::TextBox& box) : FieldPeer(box, MakeWidget<Heard<QPlainTextEdit>>(box)) {
   auto& edit = static_cast<Heard<QPlainTextEdit>&>(Widget());
   edit.listener = this;
   if (box.ScrollBars()) edit.setLineWrapMode(QPlainTextEdit::NoWrap);
@@ -25,18 +24,6 @@ ManyLinesPeer::ManyLinesPeer(velmaro::TextBox& box)
   QObject::connect(&edit, &QPlainTextEdit::textChanged, &edit, [this] { NoteText(); });
   QObject::connect(&edit, &QPlainTextEdit::selectionChanged, &edit, [this] { NoteSelection(); });
   QObject::connect(&edit, &QPlainTextEdit::cursorPositionChanged, &edit, [this] { NoteSelection(); });
-}
-
-void ManyLinesPeer::Begin() {
-  ControlPeer::Begin();
-  ShowContents();
-  ShowSelection();
-}
-
-void ManyLinesPeer::Apply(velmaro::Change what) {
-  if (what == velmaro::Change::Text) return ShowContents();
-  if (what == velmaro::Change::Selection) return ShowSelection();
-  ControlPeer::Apply(what);
 }
 
 void ManyLinesPeer::ShowContents() {
@@ -69,13 +56,6 @@ void ManyLinesPeer::NoteSelection() {
   const auto cursor = edit.textCursor();
   const auto start = text_.ByteAt(cursor.selectionStart());
   box_.SelectionByUser(start, text_.ByteAt(cursor.selectionEnd()) - start);
-}
-
-void ManyLinesPeer::ShowColors() {
-  auto palette = Widget().palette();
-  palette.setColor(QPalette::Text, Colors().text);
-  palette.setColor(QPalette::Base, Colors().ground);
-  Widget().setPalette(palette);
 }
 
 }  // namespace onlinux

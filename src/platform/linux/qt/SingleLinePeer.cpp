@@ -9,7 +9,7 @@ QLineEdit& EditOf(const ControlPeer& peer) { return static_cast<QLineEdit&>(peer
 
 }  // namespace
 
-SingleLinePeer::SingleLinePeer(velmaro::TextBox& box) : ControlPeer(box, MakeWidget<Heard<QLineEdit>>(box)), box_(box) {
+SingleLinePeer::SingleLinePeer(velmaro::TextBox& box) : FieldPeer(box, MakeWidget<Heard<QLineEdit>>(box)) {
   auto& edit = static_cast<Heard<QLineEdit>&>(Widget());
   edit.listener = this;
   QObject::connect(&edit, &QLineEdit::textChanged, &edit, [this](const QString& text) {
@@ -20,18 +20,6 @@ SingleLinePeer::SingleLinePeer(velmaro::TextBox& box) : ControlPeer(box, MakeWid
   });
   QObject::connect(&edit, &QLineEdit::selectionChanged, &edit, [this] { NoteSelection(); });
   QObject::connect(&edit, &QLineEdit::cursorPositionChanged, &edit, [this] { NoteSelection(); });
-}
-
-void SingleLinePeer::Begin() {
-  ControlPeer::Begin();
-  ShowContents();
-  ShowSelection();
-}
-
-void SingleLinePeer::Apply(velmaro::Change what) {
-  if (what == velmaro::Change::Text) return ShowContents();
-  if (what == velmaro::Change::Selection) return ShowSelection();
-  ControlPeer::Apply(what);
 }
 
 void SingleLinePeer::ShowContents() {
@@ -55,13 +43,6 @@ void SingleLinePeer::NoteSelection() {
   const auto place = edit.hasSelectedText() ? edit.selectionStart() : edit.cursorPosition();
   const auto start = text_.ByteAt(place);
   box_.SelectionByUser(start, text_.ByteAt(place + edit.selectedText().size()) - start);
-}
-
-void SingleLinePeer::ShowColors() {
-  auto palette = Widget().palette();
-  palette.setColor(QPalette::Text, Colors().text);
-  palette.setColor(QPalette::Base, Colors().ground);
-  Widget().setPalette(palette);
 }
 
 }  // namespace onlinux
