@@ -33,10 +33,16 @@ std::int32_t FoldAliases(std::int32_t mode) {
   }
 }
 
+// The file in a path. Where "/" divides folders, "?" and "\\" are characters of names like any others.
+std::string FileOf(const std::string& path) {
+  if (platform::PathSeparator() != '/') return ExtractFileName(path);
+  return path.substr(path.rfind('/') + 1);
+}
+
 // The name as processes bear it, in lower case: without folder, blanks and quotes.
 std::string SoughtName(std::string_view name) {
   std::string sought(name);
-  if (sought.find(platform::PathSeparator()) != std::string::npos) sought = ExtractFileName(sought);
+  if (sought.find(platform::PathSeparator()) != std::string::npos) sought = FileOf(sought);
   return LCase(DropQuotes(Trim(sought)));
 }
 

@@ -69,7 +69,9 @@ void WriteFileWhole(const std::string& path, std::string_view text) {
   if (path.empty()) throw RuntimeError("there is no file to write");
   const auto temporary = path + ".tmp";
   try {
-    const auto file = Open(temporary, platform::FileAccess::Write);
+    const platform::OwnedFile file(platform::CreateFileA(temporary, platform::FileAccess::Write));
+    // A folder that takes no new file may hold one that can still be written over.
+    if (!file) return Write(Open(path, platform::FileAccess::Write), text);
     Write(file, text);
     if (!platform::FlushFileBuffers(file.get())) throw RuntimeError("the file can't be written");
   } catch (const RuntimeError&) {

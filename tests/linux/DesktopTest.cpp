@@ -105,6 +105,8 @@ TEST_F(LinuxDesktop, AClassIsChangedFromTheMenuAndTheListShowsIt) {
   EXPECT_EQ(List().currentIndex().row(), List().model()->rowCount() - 1);
   EXPECT_EQ(Row(RowOf(program)), "[Normal]");
   Pick(RowOf(program));
+  Key(List(), Qt::Key_Space, Qt::ControlModifier);
+  EXPECT_TRUE(List().selectionModel()->isSelected(List().currentIndex())) << "a picked row stays in sight";
   Answer("set to IDLE", "OK");
   Choose("Idle");
   EXPECT_EQ(child.Nice(), 19);

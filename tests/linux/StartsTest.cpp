@@ -3,6 +3,7 @@
 
 #include "Children.h"
 #include "platform/linux/Start.h"
+#include "process/ProcessName.h"
 
 namespace velmaro {
 namespace {
@@ -76,6 +77,29 @@ TEST(LinuxStarts, WithoutADisplayEveryRoadEndsWell) {
   EXPECT_EQ(RunProgram({"/q", "no such program"}), 0);
   EXPECT_EQ(RunProgram({"/q", "/k"}), 0);
   EXPECT_EQ(RunProgram({"/q", "/m", "/bin/true"}), 0);
+}
+
+TEST(LinuxStarts, ACommandOfOneProgramIsThatProgramBlanksAndAll) {
+  const TestFolder folder;
+  const auto program = folder.Sleeper("star emu/run");
+  for (const auto& command : {program, '"' + program + '"', '"' + program + "\" 300"})
+    EXPECT_EQ(ProcessOfCommand(command), program) << command;
+  EXPECT_EQ(ProcessOfCommand("sleep 300"), "sleep");
+}
+
+TEST(LinuxStarts, AProcessOfAnOddNameIsTheOneThatIsMeant) {
+  const TestFolder folder;
+  const Child decoy(folder.Sleeper("tripzzwho"));
+  const Child meant(folder.Sleeper("zzwho?/it's a\\game"));
+  WriteBytes(folder / "list's.txt", folder / "zzwho?/it's a\\game");
+  EXPECT_EQ(RunProgram({"/q", "/k", folder / "list's.txt", "/bin/true"}), 0);
+  EXPECT_TRUE(decoy.Runs());
+  EXPECT_FALSE(meant.Runs());
+  EXPECT_EQ(RunProgram({"/q", "/i", folder / "zzwho?/it's a\\game", "300"}), 0);
+  const auto id = Running(folder / "zzwho?/it's a\\game");
+  ASSERT_NE(id, 0);
+  EXPECT_EQ(Listed(id).value().pcPriClassBase, 4);
+  ::kill(id, SIGKILL);
 }
 
 TEST(LinuxStarts, ACommandIsSplitAsAShellWould) {

@@ -28,10 +28,18 @@ std::vector<std::string> Arguments() {
   return arguments;
 }
 
-// The shell has taken the quotes off an argument with blanks; the program reads one line, and needs them back.
+// The shell has taken the quotes off an argument; the program reads one line, and what splits or unquotes words there
+// needs them back. One with a double quote of its own was quoted by the user.
 std::string Quoted(const std::string& argument) {
-  const bool needed = argument.empty() || argument.find_first_of(" \t") != std::string::npos;
-  return needed && argument.find('"') == std::string::npos ? '"' + argument + '"' : argument;
+  const bool needed = argument.empty() || argument.find_first_of(" \t\n'\\") != std::string::npos;
+  if (!needed || argument.find('"') != std::string::npos) return argument;
+  std::string quoted = "\"";
+  for (std::size_t i = 0; i < argument.size(); ++i) {
+    quoted += argument[i];
+    const bool escapes = argument[i] == '\\' && (i + 1 == argument.size() || argument[i + 1] == '\\');
+    if (escapes) quoted += '\\';
+  }
+  return quoted + '"';
 }
 
 // Only "*" and "?" stand for other characters.

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <cstring>
+#include <string_view>
 #include <utility>
 
 #include "platform/kernel32.h"
@@ -23,6 +24,13 @@ using onlinux::Snapshot;
 // How long an ended process may take to be gone, so that the list that follows does not show it any more.
 constexpr int GoneWithin = 250;
 
+// The name as far as an entry has room. A process is known by the end of its name, so of a path that is too long the
+// file is left, which fits always.
+std::string_view InEntry(std::string_view name, std::size_t room) {
+  if (name.size() > room) name.remove_prefix(name.rfind('/') + 1);
+  return onlinux::CutAtCharacter(name, room);
+}
+
 void Fill(PROCESSENTRY32& entry, const ProcessRecord& process) {
   entry.cntUsage = 0;
   entry.th32ProcessID = process.id;
@@ -32,7 +40,7 @@ void Fill(PROCESSENTRY32& entry, const ProcessRecord& process) {
   entry.th32ParentProcessID = process.status.parent;
   entry.pcPriClassBase = onlinux::BasePriority(process.status.policy, process.status.nice);
   entry.dwFlags = 0;
-  const auto name = onlinux::CutAtCharacter(process.name, sizeof entry.szExeFile - 1);
+  const auto name = InEntry(process.name, sizeof entry.szExeFile - 1);
   std::memcpy(entry.szExeFile, name.data(), name.size());
   entry.szExeFile[name.size()] = '\0';
 }

@@ -1,6 +1,8 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QPointer>
+#include <QWindow>
 #include <algorithm>
 
 #include "platform/linux/qt/FormWindow.h"
@@ -78,10 +80,13 @@ QWidget* WidgetOf(WindowHandle form) {
 }  // namespace
 
 int QtToolkit::MessageBoxA(const std::string& text, const std::string& title, std::uint32_t flags) {
-  QMessageBox box(IconOf(flags), ToQtLine(title), ToQtLines(text), ButtonsOf(flags), QApplication::activeWindow());
+  const QPointer<QWidget> under(QApplication::activeWindow());
+  QMessageBox box(IconOf(flags), ToQtLine(title), ToQtLines(text), ButtonsOf(flags), under);
   box.setTextFormat(Qt::PlainText);
   box.setDefaultButton(DefaultOf(flags));
-  return AnswerOf(box.exec());
+  const int button = box.exec();
+  if (under) HandKeyboardTo(under->windowHandle());
+  return AnswerOf(button);
 }
 
 bool QtToolkit::GetOpenFileNameA(platform::OPENFILENAME& dialog) {

@@ -7,6 +7,7 @@
 #include <QWindow>
 #include <algorithm>
 
+#include "platform/linux/XServer.h"
 #include "platform/linux/qt/ControlPeer.h"
 #include "platform/linux/qt/FormWidget.h"
 #include "platform/linux/qt/Keys.h"
@@ -54,6 +55,11 @@ int& LiveForms() {
 }
 
 }  // namespace
+
+void HandKeyboardTo(QWindow* window) {
+  auto* server = IsOnX() ? TheXServer() : nullptr;
+  if (window && server && !server->HasManager()) window->requestActivate();
+}
 
 FormWindow::FormWindow(velmaro::Form& form)
     : form_(form),
@@ -175,7 +181,12 @@ void FormWindow::Show(velmaro::Form* owner) {
   widget_->activateWindow();
 }
 
-void FormWindow::Hide() { widget_->hide(); }
+void FormWindow::Hide() {
+  auto* handle = widget_->windowHandle();
+  auto* under = handle ? handle->transientParent() : nullptr;
+  widget_->hide();
+  HandKeyboardTo(under);
+}
 
 void FormWindow::CloseAsked() {
   if (!blocked_) form_.CloseByUser();

@@ -13,6 +13,7 @@
 
 class QAbstractButton;
 class QKeyEvent;
+class QWindow;
 
 namespace onlinux {
 
@@ -83,5 +84,8 @@ class FormWindow : public velmaro::FormPeer, public OwnWindow {
   QSize pushedFrom_;
   QElapsedTimer sincePush_;
 };
+
+// Gives the keyboard back to a window when one above it has gone. A window manager does that by itself.
+void HandKeyboardTo(QWindow* window);
 
 }  // namespace onlinux
