@@ -1,17 +1,11 @@
+#include "ListForm.h"
 #include "Pairs.h"
 #include "platform/kernel32.h"
 #include "platform/simulated/Desktop.h"
 #include "process/WalkProcesses.h"
 #include "runtime/Application.h"
-#include "runtime/ListBox.h"
 
 namespace {
-
-class ListForm : public velmaro::Form {
- public:
-  ListForm() : Form({}), list(*this, {}) {}
-  velmaro::ListBox list;
-};
 
 void RunProcesses(simulated::Desktop& desktop, int count) {
   constexpr std::int32_t priorities[] = {8, 8, 8, 13, 4, 24, 9, 10};

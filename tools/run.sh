@@ -8,15 +8,7 @@ command=(build/linux/velmaro)
 
 [ -z "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ] || exec "${command[@]}"
 
-number=$(mktemp)
-Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$number" >/dev/null 2>&1 &
-server=$!
-trap 'kill $program $server 2>/dev/null; rm -f "$number"' EXIT
-until [ -s "$number" ]; do
-  kill -0 $server 2>/dev/null || { echo 'There is no display, and no virtual one could be started.' >&2; exit 1; }
-  sleep 0.05
-done
-DISPLAY=:$(cat "$number") "${command[@]}" &
-program=$!
-export DISPLAY=:$(cat "$number")
-tools/picture.sh $program build/velmaro.png
+exec xvfb-run -a -s '-screen 0 1280x1024x24' bash -c '
+  "$@" &
+  tools/picture.sh $! build/velmaro.png
+  kill $! 2>/dev/null || true' run "${command[@]}"

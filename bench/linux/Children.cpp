@@ -7,9 +7,7 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
-#include <sstream>
 
 #include "Compare.h"
 
@@ -38,14 +36,6 @@ pid_t StartSilent(const std::vector<std::string>& words) {
 bool Reap(pid_t child) {
   int status = 0;
   return ::waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
-}
-
-std::string Installed(const std::string& name) {
-  const char* told = std::getenv("PATH");
-  std::istringstream folders(told ? told : "/usr/bin:/bin");
-  for (std::string folder; std::getline(folders, folder, ':');)
-    if (const auto path = folder + '/' + name; ::access(path.c_str(), X_OK) == 0) return path;
-  return {};
 }
 
 // Once the other constructor is through, what fails here ends in the destructor too.

@@ -12,8 +12,6 @@ pid_t ForkBound(const std::function<void()>& work);
 pid_t StartSilent(const std::vector<std::string>& words);
 // Waits for a child. False where it did not end well by itself.
 bool Reap(pid_t child);
-// The path of a program in the folders of PATH, empty where it is not installed.
-std::string Installed(const std::string& name);
 
 // Processes that do nothing at all. They are gone when the object is.
 class IdleChildren {

@@ -4,8 +4,6 @@
 #include <string>
 #include <vector>
 
-#include "Clock.h"
-
 // A measurement that would mean nothing; what it says is printed.
 struct Failure : std::runtime_error {
   using std::runtime_error::runtime_error;
@@ -16,13 +14,6 @@ struct Way {
   std::string name;
   std::vector<double> times = {};
 };
-
-template <class Work>
-double MillisecondsOf(Work work) {
-  const auto start = Now();
-  work();
-  return Now() - start;
-}
 
 // Prints the medians and their ratio.
 void PrintRatio(const Way& program, const Way& other);

@@ -10,8 +10,10 @@
 #include <filesystem>
 
 #include "Children.h"
+#include "Clock.h"
 #include "Compare.h"
 #include "platform/linux/Descriptor.h"
+#include "platform/linux/Start.h"
 
 namespace {
 
@@ -58,7 +60,7 @@ std::string Beside(const std::string& name) {
 void CompareStarts() {
   // A program that velmaro starts is nobody's child at first; this makes it one of ours, to wait for.
   ::prctl(PR_SET_CHILD_SUBREAPER, 1);
-  const auto nice = Installed("nice");
+  const auto nice = onlinux::FindFile("nice");
   if (nice.empty()) throw Failure("nice is not installed");
   int ends[2];
   if (::pipe2(ends, O_CLOEXEC) != 0) throw Failure("no pipe can be had");

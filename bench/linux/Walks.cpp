@@ -1,21 +1,17 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "../ListForm.h"
+#include "../Times.h"
 #include "Children.h"
 #include "Compare.h"
+#include "platform/linux/Start.h"
 #include "process/WalkProcesses.h"
 #include "runtime/Application.h"
-#include "runtime/ListBox.h"
 
 namespace {
 
 constexpr int IdleCount = 2000;
-
-class ListForm : public velmaro::Form {
- public:
-  ListForm() : Form({}), list(*this, {}) {}
-  velmaro::ListBox list;
-};
 
 void RefreshList(velmaro::ListBox& list) {
   const velmaro::ListBox::Refill refill(list);
@@ -37,7 +33,7 @@ void CompareWith(const std::string& name, int rounds, velmaro::ListBox& list, Wo
 void CompareWithViewer(std::vector<std::string> words, velmaro::ListBox& list) {
   std::string name;
   for (const auto& word : words) name += (name.empty() ? "" : " ") + word;
-  const auto path = Installed(words.front());
+  const auto path = onlinux::FindFile(words.front());
   if (path.empty()) {
     std::printf("%s is not installed: left out\n", words.front().c_str());
     return;
@@ -61,6 +57,6 @@ void CompareWalks() {
   });
   CompareWithViewer({"ps", "-eo", "pid,ni,comm"}, list);
   CompareWithViewer({"top", "-b", "-n", "1"}, list);
-  if (!Installed("htop").empty() && std::system("htop --help 2>&1 | grep -qi batch") != 0)
+  if (!onlinux::FindFile("htop").empty() && std::system("htop --help 2>&1 | grep -qi batch") != 0)
     std::printf("htop has no batch mode: left out\n");
 }

@@ -1,17 +1,7 @@
-#include <algorithm>
 #include <cstdio>
 
+#include "../Times.h"
 #include "Compare.h"
-
-namespace {
-
-double Median(std::vector<double> times) {
-  const auto middle = times.begin() + static_cast<std::ptrdiff_t>(times.size() / 2);
-  std::nth_element(times.begin(), middle, times.end());
-  return *middle;
-}
-
-}  // namespace
 
 void PrintRatio(const Way& program, const Way& other) {
   const auto programTime = Median(program.times);

@@ -1,23 +1,10 @@
-#include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <vector>
 
+#include "../Times.h"
 #include "Compare.h"
 
 namespace {
-
-double MillisecondsOf(const std::function<void()>& work) {
-  const auto start = std::chrono::steady_clock::now();
-  work();
-  return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
-}
-
-double Median(std::vector<double> times) {
-  const auto middle = times.begin() + static_cast<std::ptrdiff_t>(times.size() / 2);
-  std::nth_element(times.begin(), middle, times.end());
-  return *middle;
-}
 
 void Often(const std::function<void()>& work) {
   for (int i = 0; i < 20; ++i) work();

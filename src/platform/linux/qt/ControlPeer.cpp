@@ -53,19 +53,13 @@ velmaro::Color ControlPeer::Ground() const {
   return inWindow && control_.BackColor() == white ? velmaro::SystemColor::Window : control_.BackColor();
 }
 
-void ControlPeer::ShowColors() {
-  auto palette = Widget().palette();
-  const auto colors = Colors();
-  palette.setColor(Widget().foregroundRole(), colors.text);
-  palette.setColor(Widget().backgroundRole(), colors.ground);
-  Widget().setPalette(palette);
-}
+void ControlPeer::ShowColors() { ShowColorsAs(Widget().foregroundRole(), Widget().backgroundRole()); }
 
-void ControlPeer::ShowColorsOfField() {
+void ControlPeer::ShowColorsAs(QPalette::ColorRole text, QPalette::ColorRole ground) {
   auto palette = Widget().palette();
   const auto colors = Colors();
-  palette.setColor(QPalette::Text, colors.text);
-  palette.setColor(QPalette::Base, colors.ground);
+  palette.setColor(text, colors.text);
+  palette.setColor(ground, colors.ground);
   Widget().setPalette(palette);
 }
 

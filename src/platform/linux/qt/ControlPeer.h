@@ -52,8 +52,8 @@ class ControlPeer : public velmaro::Peer, public OwnWindow {
   virtual void ShowText();
   // Shows the control's colours.
   virtual void ShowColors();
-  // The same for a widget that holds rows or text of the user's.
-  void ShowColorsOfField();
+  // The same, in the roles that a kind of widget draws its text and its ground with.
+  void ShowColorsAs(QPalette::ColorRole text, QPalette::ColorRole ground);
   // The text's colours against the ground that it really stands on.
   TextColors Colors() const { return ColorsOf(control_.ForeColor(), Ground(), Client().palette()); }
   virtual velmaro::Color Ground() const;

@@ -90,8 +90,10 @@ int QtToolkit::MessageBoxA(const std::string& text, const std::string& title, st
 }
 
 bool QtToolkit::GetOpenFileNameA(platform::OPENFILENAME& dialog) {
-  const auto chosen = QFileDialog::getOpenFileName(WidgetOf(dialog.hwndOwner), ToQtLine(dialog.lpstrTitle),
-                                                   ToQt(dialog.lpstrInitialDir), FilterOf(dialog.lpstrFilter));
+  const QPointer<QWidget> under(WidgetOf(dialog.hwndOwner));
+  const auto chosen = QFileDialog::getOpenFileName(under, ToQtLine(dialog.lpstrTitle), ToQt(dialog.lpstrInitialDir),
+                                                   FilterOf(dialog.lpstrFilter));
+  if (under) HandKeyboardTo(under->windowHandle());
   const auto path = QFile::encodeName(chosen).toStdString();
   if (path.empty() || path.size() >= dialog.nMaxFile) return false;
   dialog.lpstrFile.resize(std::max(dialog.lpstrFile.size(), path.size() + 1), ' ');

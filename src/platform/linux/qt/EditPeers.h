@@ -15,7 +15,7 @@ class FieldPeer : public ControlPeer {
 
  protected:
   FieldPeer(velmaro::TextBox& box, QWidget* widget) : ControlPeer(box, widget), box_(box) {}
-  void ShowColors() override { ShowColorsOfField(); }
+  void ShowColors() override { ShowColorsAs(QPalette::Text, QPalette::Base); }
   virtual void ShowContents() = 0;
   virtual void ShowSelection() = 0;
 
@@ -55,7 +55,7 @@ class ComboBoxPeer : public ControlPeer {
   void Apply(velmaro::Change what) override;
 
  protected:
-  void ShowColors() override { ShowColorsOfField(); }
+  void ShowColors() override { ShowColorsAs(QPalette::Text, QPalette::Base); }
 
  private:
   void ShowEntries();

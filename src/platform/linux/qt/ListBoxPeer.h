@@ -31,7 +31,7 @@ class ListBoxPeer : public ControlPeer {
   void PressedTwice(const QMouseEvent& event) override;
 
  protected:
-  void ShowColors() override { ShowColorsOfField(); }
+  void ShowColors() override { ShowColorsAs(QPalette::Text, QPalette::Base); }
 
  private:
   void ShowRows();

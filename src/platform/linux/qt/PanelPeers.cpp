@@ -64,13 +64,7 @@ velmaro::Color LabelPeer::Ground() const {
   return label_.Parent() ? label_.Parent()->BackColor() : label_.Owner().Args().BackColor;
 }
 
-void LabelPeer::ShowColors() {
-  auto palette = Widget().palette();
-  const auto colors = Colors();
-  palette.setColor(QPalette::WindowText, colors.text);
-  palette.setColor(QPalette::Window, colors.ground);
-  Widget().setPalette(palette);
-}
+void LabelPeer::ShowColors() { ShowColorsAs(QPalette::WindowText, QPalette::Window); }
 
 PictureBoxPeer::PictureBoxPeer(velmaro::PictureBox& box) : ControlPeer(box, NewPanel(box), true) {
   static_cast<Heard<QFrame>&>(Widget()).listener = this;
