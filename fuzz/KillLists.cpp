@@ -8,7 +8,7 @@
 #include "NaiveMatch.h"
 #include "platform/simulated/Desktop.h"
 #include "runtime/Application.h"
-#include "startup/formVelmaro.h"
+#include "mainform/formVelmaro.h"
 
 // Whatever both lists hold: the guard answers as its file says, and a kill run ends nothing that the file covers.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

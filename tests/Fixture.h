@@ -11,7 +11,7 @@
 #include "platform/simulated/Desktop.h"
 #include "platform/simulated/User.h"
 #include "runtime/Application.h"
-#include "startup/formVelmaro.h"
+#include "mainform/formVelmaro.h"
 
 namespace velmaro {
 

@@ -6,7 +6,7 @@
 #include "process/KillLists.h"
 #include "runtime/Application.h"
 #include "runtime/Boxes.h"
-#include "startup/formVelmaro.h"
+#include "mainform/formVelmaro.h"
 
 namespace velmaro {
 namespace {

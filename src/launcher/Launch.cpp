@@ -11,7 +11,7 @@
 #include "process/WalkProcesses.h"
 #include "runtime/Application.h"
 #include "runtime/Text.h"
-#include "startup/formVelmaro.h"
+#include "mainform/formVelmaro.h"
 
 namespace velmaro {
 namespace {

@@ -7,7 +7,7 @@
 #include "launcher/Settings.h"
 #include "runtime/Application.h"
 #include "runtime/Text.h"
-#include "startup/formVelmaro.h"
+#include "mainform/formVelmaro.h"
 
 namespace velmaro {
 namespace {

@@ -3,7 +3,7 @@
 #include "memory/MemoryBlock.h"
 #include "memory/formFreeMem.h"
 #include "runtime/Application.h"
-#include "startup/formVelmaro.h"
+#include "mainform/formVelmaro.h"
 
 namespace velmaro {
 namespace {

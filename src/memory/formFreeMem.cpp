@@ -6,7 +6,7 @@
 #include "desktop/modFiles.h"
 #include "runtime/Application.h"
 #include "runtime/Numbers.h"
-#include "startup/formVelmaro.h"
+#include "mainform/formVelmaro.h"
 
 namespace velmaro {
 namespace {

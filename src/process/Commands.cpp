@@ -1,7 +1,7 @@
 #include "desktop/modTrayIcon.h"
 #include "process/WalkProcesses.h"
 #include "runtime/Text.h"
-#include "startup/formVelmaro.h"
+#include "mainform/formVelmaro.h"
 
 namespace velmaro {
 namespace {

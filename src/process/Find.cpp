@@ -1,6 +1,6 @@
 #include "runtime/Boxes.h"
 #include "runtime/Text.h"
-#include "startup/formVelmaro.h"
+#include "mainform/formVelmaro.h"
 
 namespace velmaro {
 

@@ -6,7 +6,7 @@
 #include "runtime/Boxes.h"
 #include "runtime/Files.h"
 #include "runtime/Text.h"
-#include "startup/formVelmaro.h"
+#include "mainform/formVelmaro.h"
 
 namespace velmaro {
 

@@ -1,6 +1,6 @@
 #include "platform/user32.h"
 #include "process/WalkProcesses.h"
-#include "startup/formVelmaro.h"
+#include "mainform/formVelmaro.h"
 
 namespace velmaro {
 

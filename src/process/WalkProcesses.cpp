@@ -33,10 +33,10 @@ std::int32_t FoldAliases(std::int32_t mode) {
   }
 }
 
-// The file in a path. Where "/" divides folders, "?" and "\\" are characters of names like any others.
+// The file in a path.
 std::string FileOf(const std::string& path) {
-  if (platform::PathSeparator() != '/') return ExtractFileName(path);
-  return path.substr(path.rfind('/') + 1);
+  if (!platform::NamesHoldAnyCharacter()) return ExtractFileName(path);
+  return path.substr(path.rfind(platform::PathSeparator()) + 1);
 }
 
 // The name as processes bear it, in lower case: without folder, blanks and quotes.

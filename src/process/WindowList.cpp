@@ -1,7 +1,7 @@
 #include <optional>
 
 #include "platform/user32.h"
-#include "startup/formVelmaro.h"
+#include "mainform/formVelmaro.h"
 
 namespace velmaro {
 namespace {

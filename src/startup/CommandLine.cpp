@@ -15,14 +15,13 @@ void Cut(std::string& line, std::size_t from, std::size_t resume) {
 
 bool IsBlank(std::string_view text) { return text.empty() || text == " " || text == "\""; }
 
-// The position of the first occurrence of a switch, 0 for none. Where folders are divided by the character that
-// switches begin with, any path may hold what reads like a switch: there a switch is a word of its own.
+// The position of the first occurrence of a switch, 0 for none.
 std::size_t FindSwitch(const std::string& line, std::string_view name) {
   const auto from = [&](std::size_t start) {
     return static_cast<std::size_t>(InStr(start, line, name, Compare::IgnoreCase));
   };
   auto at = from(1);
-  if (platform::PathSeparator() != '/') return at;
+  if (!platform::SwitchesAreWords()) return at;
   const auto standsAlone = [&] {
     return (at == 1 || IsBlank(Mid(line, at - 1, 1))) && IsBlank(Mid(line, at + name.size(), 1));
   };

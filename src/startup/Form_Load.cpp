@@ -3,7 +3,7 @@
 #include "runtime/Application.h"
 #include "runtime/Boxes.h"
 #include "startup/CommandLine.h"
-#include "startup/formVelmaro.h"
+#include "mainform/formVelmaro.h"
 
 namespace velmaro {
 

@@ -7,7 +7,7 @@
 #include "process/StartCommand.h"
 #include "process/WalkProcesses.h"
 #include "runtime/Text.h"
-#include "startup/formVelmaro.h"
+#include "mainform/formVelmaro.h"
 
 namespace velmaro {
 namespace {

@@ -1,5 +1,5 @@
 #include "runtime/Application.h"
-#include "startup/formVelmaro.h"
+#include "mainform/formVelmaro.h"
 
 int main() {
   velmaro::Application application;

@@ -18,7 +18,7 @@
 #include "Children.h"
 #include "platform/machine.h"
 #include "runtime/Application.h"
-#include "startup/formVelmaro.h"
+#include "mainform/formVelmaro.h"
 
 namespace velmaro {
 namespace {

@@ -64,6 +64,10 @@ std::string CommandLine() {
 
 char PathSeparator() { return '/'; }
 
+bool SwitchesAreWords() { return true; }
+
+bool NamesHoldAnyCharacter() { return true; }
+
 std::string ProgramEnding() { return {}; }
 
 bool LineFeedEndsLine() { return true; }

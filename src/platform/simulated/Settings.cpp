@@ -15,6 +15,10 @@ std::string AppFolder() { return TheDesktop().appFolder; }
 
 char PathSeparator() { return '\\'; }
 
+bool SwitchesAreWords() { return false; }
+
+bool NamesHoldAnyCharacter() { return false; }
+
 std::string ProgramEnding() { return ".exe"; }
 
 bool LineFeedEndsLine() { return false; }

@@ -40,6 +40,10 @@ std::string AppFolder() {
 
 char PathSeparator() { return '\\'; }
 
+bool SwitchesAreWords() { return false; }
+
+bool NamesHoldAnyCharacter() { return false; }
+
 std::string ProgramEnding() { return ".exe"; }
 
 bool LineFeedEndsLine() { return false; }

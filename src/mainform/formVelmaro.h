@@ -13,8 +13,8 @@
 
 namespace velmaro {
 
-// The main window: the filter buttons, the list of processes or windows, the large buttons and the menu bar. Each
-// subsystem defines the handlers that belong to it in its own folder.
+// The main window: the filter buttons, the list of processes or windows, the large buttons and the menu bar. The rooms
+// above define the handlers that belong to them in their own files; this header knows none of them.
 class formVelmaro : public Form {
  public:
   formVelmaro();
@@ -55,11 +55,14 @@ class formVelmaro : public Form {
   Menu mnuHelp;
   Menu mnuHelpAbout;
 
-  // startup/: the start, the layout and what closes or opens a window.
+  // startup/: the start.
 
   // Reads the command line, acts on its switches, and starts the target that is left of it and ends the program, or
   // fills the list.
   void Form_Load();
+
+  // mainform/: the layout, the end and the about box.
+
   // Lets the list grow with the window, or pushes a window below its limits back.
   void Form_Resize();
   void mnuFileExit_Click();

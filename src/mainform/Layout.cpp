@@ -1,5 +1,5 @@
 #include "desktop/modFiles.h"
-#include "startup/formVelmaro.h"
+#include "mainform/formVelmaro.h"
 
 namespace velmaro {
 

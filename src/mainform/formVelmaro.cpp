@@ -1,4 +1,4 @@
-#include "startup/formVelmaro.h"
+#include "mainform/formVelmaro.h"
 
 #include "desktop/Credits.h"
 
