@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "Children.h"
-#include "platform/linux/XServer.h"
+#include "platform/linux/x11/XServer.h"
 #include "platform/machine.h"
 #include "platform/user32.h"
 

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "platform/linux/Descriptor.h"
-#include "platform/linux/XServer.h"
+#include "platform/linux/WindowCalls.h"
 
 namespace onlinux {
 namespace {
@@ -35,7 +35,8 @@ bool IsDisplayThere() {
   // A user who names another way of showing windows, or none at all, is trusted.
   const auto way = Told("QT_QPA_PLATFORM");
   if (!way.empty() && !way.starts_with("xcb") && !way.starts_with("wayland")) return true;
-  return TheXServer() || IsWaylandThere();
+  const auto* calls = TheWindowCalls();
+  return (calls && calls->HasServer()) || IsWaylandThere();
 }
 
 }  // namespace onlinux

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "platform/linux/Toolkit.h"
 #include "platform/linux/UserFolder.h"
 #include "platform/machine.h"
 
@@ -13,7 +14,7 @@ namespace {
 
 std::string IfThere(const std::string& path) { return ::access(path.c_str(), R_OK) == 0 ? path : std::string(); }
 
-std::string InstalledToolkit() { return IfThere(ProgramFolder() + "/../lib/velmaro/velmaro-toolkit.so"); }
+std::string Installed(const std::string& name) { return IfThere(ProgramFolder() + "/../lib/velmaro/" + name); }
 
 }  // namespace
 
@@ -22,9 +23,9 @@ std::string ProgramFolder() {
   return std::filesystem::read_symlink("/proc/self/exe", error).parent_path().string();
 }
 
-std::string ToolkitPath() {
-  const auto installed = InstalledToolkit();
-  return installed.empty() ? IfThere(ProgramFolder() + "/velmaro-toolkit.so") : installed;
+std::string LibraryPath(const std::string& name) {
+  const auto installed = Installed(name);
+  return installed.empty() ? IfThere(ProgramFolder() + '/' + name) : installed;
 }
 
 }  // namespace onlinux
@@ -32,7 +33,7 @@ std::string ToolkitPath() {
 namespace platform {
 
 std::string AppFolder() {
-  if (onlinux::InstalledToolkit().empty()) return onlinux::ProgramFolder();
+  if (onlinux::Installed(onlinux::ToolkitName).empty()) return onlinux::ProgramFolder();
   const auto folder = onlinux::UserFolder("velmaro");
   onlinux::MakeUserFolder(folder);
   return folder.string();

@@ -6,8 +6,8 @@ namespace onlinux {
 
 // The folder of the running executable.
 std::string ProgramFolder();
-// The path of the widget toolkit's library: where it was installed to, else beside the executable. Empty where it is
+// The path of a library of the program's own: where it was installed to, else beside the executable. Empty where it is
 // in neither place.
-std::string ToolkitPath();
+std::string LibraryPath(const std::string& name);
 
 }  // namespace onlinux

@@ -1,12 +1,10 @@
 #include "platform/linux/Toolkit.h"
 
-#include <dlfcn.h>
-
 #include <cstdio>
 #include <string>
 
 #include "platform/linux/Display.h"
-#include "platform/linux/Places.h"
+#include "platform/linux/Library.h"
 
 namespace onlinux {
 namespace {
@@ -28,13 +26,9 @@ Toolkit* Missing(const char* why) {
 
 Toolkit* Load() {
   if (!IsDisplayThere()) return Missing("there is no display (neither DISPLAY nor WAYLAND_DISPLAY leads to one)");
-  const auto path = ToolkitPath();
-  if (path.empty()) return Missing("velmaro-toolkit.so is missing");
-  // The library stays for good: its objects live to the program's end.
-  void* library = ::dlopen(path.c_str(), RTLD_NOW | RTLD_NODELETE);
-  if (!library) return Missing(::dlerror());
-  const auto entry = reinterpret_cast<Toolkit* (*)()>(::dlsym(library, ToolkitEntry));
-  if (!entry) return Missing(::dlerror());
+  std::string error;
+  const auto entry = reinterpret_cast<Toolkit* (*)()>(LoadEntry(ToolkitName, ToolkitEntry, error));
+  if (!entry) return Missing(error.c_str());
   auto* toolkit = entry();
   return toolkit ? toolkit : Missing("Qt has no plugin for this display (for Wayland it is qt6-wayland)");
 }

@@ -49,13 +49,14 @@ class Toolkit {
   virtual void TellTip(platform::WindowHandle tip, std::uint32_t message, std::uint32_t color) = 0;
 };
 
-// The toolkit, loaded and connected to the user's display at the first call. Null where there is no display, no way to it or no
-// such library; the error output then says so, once.
+// The toolkit, loaded and connected to the user's display at the first call. Null where there is no display, no way to
+// it or no such library; the error output then says so, once.
 Toolkit* TheToolkit();
 // The toolkit where it has been loaded, else null.
 Toolkit* LoadedToolkit();
 
-// The name under which the library gives its toolkit away.
+// The library, and the name under which it gives its toolkit away.
+inline constexpr const char* ToolkitName = "velmaro-toolkit.so";
 inline constexpr const char* ToolkitEntry = "VelmaroToolkit";
 
 }  // namespace onlinux

@@ -1,191 +1,86 @@
-#include <algorithm>
-#include <array>
-#include <cstring>
+#include <cstdio>
+#include <string>
 
+#include "platform/linux/Library.h"
 #include "platform/linux/OwnWindows.h"
-#include "platform/linux/TopLevels.h"
+#include "platform/linux/WindowCalls.h"
 #include "platform/machine.h"
 #include "platform/user32.h"
 
-namespace platform {
+namespace onlinux {
 namespace {
 
-using onlinux::FindOwn;
-using onlinux::TheXServer;
-using onlinux::XServer;
-
-constexpr std::uint32_t keepOrder = 4;
-
-// The number of a window of the X server has its three highest bits clear.
-bool IsOnX(WindowHandle window) { return window != 0 && window < 0x20000000; }
-
-// True for a request that came from a tool of the user and not from the window's own program.
-constexpr std::uint32_t FromUsersTool = 2;
-
-std::vector<WindowHandle> AllWindows() {
-  std::vector<WindowHandle> windows;
-  if (auto* server = TheXServer()) windows = onlinux::TopLevels(*server);
-  std::vector<WindowHandle> own;
-  for (const auto* form : onlinux::OwnForms())
-    if (std::ranges::count(windows, form->Number()) == 0) own.push_back(form->Number());
-  windows.insert(windows.begin(), own.begin(), own.end());
-  return windows;
-}
-
-std::string TitleOf(WindowHandle window) {
-  if (const auto* own = FindOwn(window); own && own->IsForm()) return own->Title();
-  auto* server = IsOnX(window) ? TheXServer() : nullptr;
-  return server ? onlinux::TitleOf(*server, window) : std::string();
-}
-
-bool Shows(WindowHandle window) {
-  if (const auto* own = FindOwn(window)) return own->Shows();
-  auto* server = IsOnX(window) ? TheXServer() : nullptr;
-  return server && onlinux::IsVisible(*server, window);
-}
-
-// A window manager lets go of a window only when it is told by an event of its own that the window was withdrawn.
-bool Withdraw(XServer& server, WindowHandle window) {
-  if (!server.Did(::xcb_unmap_window_checked(server.Line(), window))) return false;
-  xcb_unmap_notify_event_t event{};
-  event.response_type = XCB_UNMAP_NOTIFY;
-  event.event = server.Root();
-  event.window = window;
-  constexpr auto whoListens = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT;
-  return server.Did(
-      ::xcb_send_event_checked(server.Line(), 0, server.Root(), whoListens, reinterpret_cast<const char*>(&event)));
-}
-
-bool ShowOrHide(WindowHandle window, bool show) {
-  if (auto* own = FindOwn(window)) {
-    own->ShowOrHide(show);
-    return true;
-  }
-  auto* server = IsOnX(window) ? TheXServer() : nullptr;
-  if (!server) return false;
-  if (!show) return Withdraw(*server, window);
-  return server->Did(::xcb_map_window_checked(server->Line(), window));
-}
-
-bool Raise(XServer& server, WindowHandle window) {
-  constexpr std::uint32_t above = XCB_STACK_MODE_ABOVE;
-  return server.Did(::xcb_configure_window_checked(server.Line(), window, XCB_CONFIG_WINDOW_STACK_MODE, &above));
-}
-
-// Nobody changes the state of a window that no manager looks after: it is read when one takes the window over.
-bool WriteAbove(XServer& server, WindowHandle window, bool above) {
-  auto states = server.ReadNumbers(window, "_NET_WM_STATE");
-  std::erase(states, server.Atom("_NET_WM_STATE_ABOVE"));
-  if (above) states.push_back(server.Atom("_NET_WM_STATE_ABOVE"));
-  const auto count = static_cast<std::uint32_t>(states.size());
-  return server.Did(::xcb_change_property_checked(server.Line(), XCB_PROP_MODE_REPLACE, window,
-                                                  server.Atom("_NET_WM_STATE"), XCB_ATOM_ATOM, 32, count,
-                                                  states.data()));
-}
-
-bool KeepAbove(WindowHandle window, bool above) {
-  auto* server = IsOnX(window) ? TheXServer() : nullptr;
-  if (!server) return false;
-  if (server->HasManager() && onlinux::IsManaged(*server, window))
-    return server->AskManager(window, "_NET_WM_STATE",
-                              {above ? 1U : 0U, server->Atom("_NET_WM_STATE_ABOVE"), 0, FromUsersTool, 0});
-  return WriteAbove(*server, window, above) && (!above || Raise(*server, window));
-}
-
-bool Place(WindowHandle window, std::array<int, 4> place, std::uint32_t flags) {
-  auto* server = IsOnX(window) ? TheXServer() : nullptr;
-  if (!server) return false;
-  std::uint16_t mask = 0;
-  std::array<std::uint32_t, 4> values{};
-  std::size_t count = 0;
-  const auto add = [&](std::uint16_t bit, int value) {
-    mask |= bit;
-    values[count++] = static_cast<std::uint32_t>(value);
-  };
-  if (!(flags & SWP_NOMOVE)) add(XCB_CONFIG_WINDOW_X, place[0]), add(XCB_CONFIG_WINDOW_Y, place[1]);
-  if (!(flags & SWP_NOSIZE)) add(XCB_CONFIG_WINDOW_WIDTH, place[2]), add(XCB_CONFIG_WINDOW_HEIGHT, place[3]);
-  return mask == 0 || server->Did(::xcb_configure_window_checked(server->Line(), window, mask, values.data()));
-}
-
-bool KeepOwnAbove(onlinux::OwnWindow& own, bool above) {
-  own.KeepAbove(above);
-  return true;
+const WindowCalls* Load() {
+  std::string error;
+  const auto entry = reinterpret_cast<const WindowCalls* (*)()>(LoadEntry(WindowCallsName, WindowCallsEntry, error));
+  if (!entry) std::fprintf(stderr, "velmaro: no window can be found: %s\n", error.c_str());
+  return entry ? entry() : nullptr;
 }
 
 }  // namespace
 
+const WindowCalls* TheWindowCalls() {
+  static const auto* const calls = Load();
+  return calls;
+}
+
+}  // namespace onlinux
+
+// What the platform does with windows of all programs, through the library that reaches them.
+namespace platform {
+
+using onlinux::TheWindowCalls;
+
 WindowHandle FindWindowA(const std::string& title) {
-  const auto wanted = LowerCase(title);
-  for (const auto window : AllWindows())
-    if (LowerCase(TitleOf(window)) == wanted) return window;
-  return 0;
+  const auto* calls = TheWindowCalls();
+  return calls ? calls->FindWindowA(title) : 0;
 }
 
 bool ShowWindow(WindowHandle window, int showCommand) {
-  const bool before = Shows(window);
-  return ShowOrHide(window, showCommand != SW_HIDE) && before;
+  const auto* calls = TheWindowCalls();
+  return calls && calls->ShowWindow(window, showCommand);
 }
 
 bool SetForegroundWindow(WindowHandle window) {
-  if (auto* own = FindOwn(window)) {
-    own->BringToFront();
-    return true;
-  }
-  auto* server = IsOnX(window) ? TheXServer() : nullptr;
-  if (!server) return false;
-  if (server->HasManager()) return server->AskManager(window, "_NET_ACTIVE_WINDOW", {FromUsersTool, 0, 0, 0, 0});
-  return Raise(*server, window) &&
-         server->Did(::xcb_set_input_focus_checked(server->Line(), XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME));
+  const auto* calls = TheWindowCalls();
+  return calls && calls->SetForegroundWindow(window);
 }
 
 bool EnumWindows(const std::function<bool(WindowHandle)>& callback) {
-  for (const auto window : AllWindows())
-    if (!callback(window)) return false;
-  return true;
+  const auto* calls = TheWindowCalls();
+  return calls && calls->EnumWindows(callback);
 }
 
-int GetWindowTextLengthA(WindowHandle window) { return static_cast<int>(TitleOf(window).size()); }
+int GetWindowTextLengthA(WindowHandle window) {
+  const auto* calls = TheWindowCalls();
+  return calls ? calls->GetWindowTextLengthA(window) : 0;
+}
 
 int GetWindowTextA(WindowHandle window, char* buffer, int size) {
-  if (size <= 0) return 0;
-  const auto title = TitleOf(window);
-  const auto length = std::min(title.size(), static_cast<std::size_t>(size) - 1);
-  std::memcpy(buffer, title.data(), length);
-  buffer[length] = '\0';
-  return static_cast<int>(length);
+  const auto* calls = TheWindowCalls();
+  return calls ? calls->GetWindowTextA(window, buffer, size) : 0;
 }
 
 bool SetWindowPos(WindowHandle window, std::int32_t insertAfter, int x, int y, int width, int height,
                   std::uint32_t flags) {
-  bool done = true;
-  if (!(flags & keepOrder) && (insertAfter == HWND_TOPMOST || insertAfter == HWND_NOTOPMOST)) {
-    auto* own = FindOwn(window);
-    const bool above = insertAfter == HWND_TOPMOST;
-    done = own && !(own->Shows() && IsOnX(window)) ? KeepOwnAbove(*own, above) : KeepAbove(window, above);
-  }
-  if (flags & (SWP_SHOWWINDOW | SWP_HIDEWINDOW)) done = ShowOrHide(window, (flags & SWP_SHOWWINDOW) != 0) && done;
-  if ((flags & (SWP_NOMOVE | SWP_NOSIZE)) == (SWP_NOMOVE | SWP_NOSIZE)) return done;
-  return Place(window, {x, y, width, height}, flags) && done;
+  const auto* calls = TheWindowCalls();
+  return calls && calls->SetWindowPos(window, insertAfter, x, y, width, height, flags);
 }
 
 bool GetClientRect(WindowHandle window, PixelRect& rect) {
-  const auto* own = FindOwn(window);
+  const auto* own = onlinux::FindOwn(window);
   if (own) rect = own->Inside();
   return own != nullptr;
 }
 
 bool AppActivate(const std::string& title) {
-  WindowHandle found = 0;
-  for (const auto window : AllWindows()) {
-    const auto text = TitleOf(window);
-    if (!text.starts_with(title) || !Shows(window)) continue;
-    if (text == title) {
-      found = window;
-      break;
-    }
-    if (found == 0) found = window;
-  }
-  return found != 0 && SetForegroundWindow(found);
+  const auto* calls = TheWindowCalls();
+  return calls && calls->AppActivate(title);
+}
+
+bool SendKeys(const std::string& keys) {
+  const auto* calls = TheWindowCalls();
+  return calls && calls->SendKeys(keys);
 }
 
 }  // namespace platform

@@ -7,12 +7,12 @@
 #include <QWindow>
 #include <algorithm>
 
-#include "platform/linux/XServer.h"
 #include "platform/linux/qt/ControlPeer.h"
 #include "platform/linux/qt/FormWidget.h"
 #include "platform/linux/qt/Keys.h"
 #include "platform/linux/qt/Pictures.h"
 #include "platform/linux/qt/QtText.h"
+#include "platform/linux/x11/XServer.h"
 #include "runtime/Buttons.h"
 #include "runtime/Menu.h"
 #include "runtime/TextBox.h"

@@ -6,7 +6,6 @@
 #include <memory>
 #include <utility>
 
-#include "platform/linux/XServer.h"
 #include "platform/linux/qt/ButtonPeers.h"
 #include "platform/linux/qt/EditPeers.h"
 #include "platform/linux/qt/FormWindow.h"
@@ -14,6 +13,7 @@
 #include "platform/linux/qt/PanelPeers.h"
 #include "platform/linux/qt/ScrollBarPeer.h"
 #include "platform/linux/qt/TimerPeer.h"
+#include "platform/linux/x11/XServer.h"
 
 namespace onlinux {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/linux/XServer.h"
+#include "platform/linux/x11/XServer.h"
 
 #include <cstring>
 

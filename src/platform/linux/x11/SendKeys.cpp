@@ -3,14 +3,11 @@
 #include <chrono>
 #include <thread>
 
-#include "platform/linux/XServer.h"
-#include "platform/machine.h"
+#include "platform/linux/x11/Calls.h"
+#include "platform/linux/x11/XServer.h"
 
-namespace platform {
+namespace onlinux {
 namespace {
-
-using onlinux::Reply;
-using onlinux::XServer;
 
 constexpr xcb_keysym_t Enter = 0xFF0D;
 
@@ -50,7 +47,7 @@ bool SendStroke(XServer& server, std::uint8_t what, xcb_keycode_t key) {
 }  // namespace
 
 bool SendKeys(const std::string& keys) {
-  auto* server = keys == "~" ? onlinux::TheXServer() : nullptr;
+  auto* server = keys == "~" ? TheXServer() : nullptr;
   const auto key = server ? KeyFor(*server, Enter) : xcb_keycode_t{0};
   if (key == 0) return false;
   // A window that was just brought to the front gets the keyboard a moment later.
@@ -63,4 +60,4 @@ bool SendKeys(const std::string& keys) {
   return strike(XCB_KEY_RELEASE) && pressed;
 }
 
-}  // namespace platform
+}  // namespace onlinux

@@ -1,4 +1,4 @@
-#include "platform/linux/TopLevels.h"
+#include "platform/linux/x11/TopLevels.h"
 
 #include <algorithm>
 #include <map>

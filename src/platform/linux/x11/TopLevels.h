@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/linux/XServer.h"
+#include "platform/linux/x11/XServer.h"
 
 namespace onlinux {
 
