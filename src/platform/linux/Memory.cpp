@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "platform/kernel32.h"
+#include "platform/linux/ControlGroup.h"
 #include "platform/linux/ReadWhole.h"
 
 namespace platform {
@@ -24,12 +25,19 @@ std::optional<std::uint64_t> ReadFigure(std::string_view text, std::string_view 
   return kilobytes * 1024;
 }
 
-// Near the end of its memory the system ends whole programs instead of refusing a claim, so some of it is left alone.
-bool WouldStarveOthers(std::size_t bytes) {
+bool LeavesTooLittle(std::uint64_t total, std::uint64_t left, std::size_t bytes) {
   constexpr std::uint64_t least = 64U << 20;
+  return left < bytes + std::max(least, total / 64);
+}
+
+// Near the end of its memory, or of that of a control group, the system ends whole programs instead of refusing a
+// claim, so some of it is left alone.
+bool WouldStarveOthers(std::size_t bytes) {
   MEMORYSTATUS status;
   GlobalMemoryStatus(status);
-  return status.dwTotalPhys != 0 && status.dwAvailPhys < bytes + std::max(least, status.dwTotalPhys / 64);
+  if (status.dwTotalPhys != 0 && LeavesTooLittle(status.dwTotalPhys, status.dwAvailPhys, bytes)) return true;
+  const auto group = onlinux::ReadGroupMemory();
+  return group && LeavesTooLittle(group->limit, group->left, bytes);
 }
 
 }  // namespace

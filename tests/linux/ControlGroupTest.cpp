@@ -1,0 +1,89 @@
+#include <fcntl.h>
+#include <gtest/gtest.h>
+
+#include "Children.h"
+#include "platform/linux/ControlGroup.h"
+
+namespace velmaro {
+namespace {
+
+constexpr int Megabyte = 1 << 20;
+
+std::string Bytes(int megabytes) { return std::to_string(megabytes * Megabyte) + '\n'; }
+
+// A folder of control groups with figures of the test's own.
+class Groups : public TestFolder {
+ public:
+  void Write(const std::string& path, const std::string& text) const {
+    fs::create_directories(fs::path(*this / path).parent_path());
+    WriteBytes(*this / path, text);
+  }
+  // The megabytes that are left under the least limit, and that limit; -1 for none.
+  std::pair<int, int> Read(const std::string& groups, const std::string& mounts) const {
+    Write("groups", groups);
+    Write("mounts", mounts);
+    const auto found = onlinux::ReadGroupMemory(*this / "groups", *this / "mounts");
+    if (!found) return {-1, -1};
+    return {static_cast<int>(found->left / Megabyte), static_cast<int>(found->limit / Megabyte)};
+  }
+  std::string Mount(const std::string& root, const std::string& folder, const std::string& kind) const {
+    return "30 23 0:26 " + root + ' ' + (*this / folder) + " rw,nosuid shared:9 - " + kind + '\n';
+  }
+};
+
+TEST(LinuxControlGroups, TheLeastLimitOfEitherVersionCounts) {
+  const Groups groups;
+  using Figures = std::pair<int, int>;
+  const auto second = groups.Mount("/", "two", "cgroup2 cgroup2 rw");
+  EXPECT_EQ(groups.Read("0::/user/app\n", second), Figures(-1, -1));
+  groups.Write("two/user/app/memory.max", "max\n");
+  groups.Write("two/user/app/memory.current", Bytes(500));
+  EXPECT_EQ(groups.Read("0::/user/app\n", second), Figures(-1, -1));
+  groups.Write("two/user/memory.max", Bytes(900));
+  groups.Write("two/user/memory.high", Bytes(800));
+  groups.Write("two/user/memory.current", Bytes(700));
+  groups.Write("two/user/memory.stat", "anon 1\ninactive_file " + Bytes(300) + "active_file 9\n");
+  EXPECT_EQ(groups.Read("1:name=x:/user\n0::/user/app\n", second), Figures(400, 800)) << "a group above has the limit";
+  groups.Write("two/user/app/memory.max", Bytes(400));
+  EXPECT_EQ(groups.Read("0::/user/app\n", second), Figures(0, 400)) << "more is used than the limit allows";
+  const auto first = groups.Mount("/outside", "one", "cgroup cgroup rw,cpu,memory");
+  groups.Write("one/inner/memory.limit_in_bytes", Bytes(600));
+  groups.Write("one/inner/memory.usage_in_bytes", Bytes(200));
+  groups.Write("one/inner/memory.stat", "inactive_file 7\ntotal_inactive_file " + Bytes(50));
+  groups.Write("one/memory.limit_in_bytes", "9223372036854771712\n");
+  EXPECT_EQ(groups.Read("4:cpu,memory:/outside/inner\n0::/\n", first), Figures(450, 600)) << "in a container";
+  EXPECT_EQ(groups.Read("nonsense\n::\n4:memory\n", first + " - \nx - y\n"), Figures(-1, -1));
+}
+
+// A group of the real system with a limit, of whichever version this machine has.
+std::string NewLimitedGroup(int megabytes) {
+  for (const auto& [folder, limit] :
+       {std::pair{"/sys/fs/cgroup/memory", "memory.limit_in_bytes"}, {"/sys/fs/cgroup", "memory.max"}}) {
+    const auto group = std::string(folder) + "/velmaro-test-" + std::to_string(::getpid());
+    std::error_code error;
+    if (!fs::create_directory(group, error)) continue;
+    if (fs::exists(group + '/' + limit)) {
+      WriteBytes(group + '/' + limit, Bytes(megabytes));
+      return group;
+    }
+    fs::remove(group, error);
+  }
+  return {};
+}
+
+TEST(LinuxControlGroups, AMemoryRunUnderALimitEndsWellAndStartsItsTarget) {
+  const auto group = NewLimitedGroup(300);
+  if (group.empty()) GTEST_SKIP() << "this user may not make a control group with a limit";
+  const TestFolder folder;
+  EXPECT_EQ(InChild([&]() -> int {
+              WriteBytes(group + "/cgroup.procs", std::to_string(::getpid()));
+              for (const auto* variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) ::unsetenv(variable);
+              Execute({VELMARO_PROGRAM, "/q", "/m", "/usr/bin/touch", folder / "started"});
+            }),
+            0);
+  EXPECT_TRUE(Eventually([&] { return fs::exists(folder / "started"); }));
+  EXPECT_TRUE(Eventually([&] { return ::rmdir(group.c_str()) == 0; }));
+}
+
+}  // namespace
+}  // namespace velmaro
