@@ -67,6 +67,106 @@ TEST(LinuxProcesses, WithoutRightsNothingBreaksAndNothingIsPretended) {
             0);
 }
 
+// A thread of this process that waits under a policy and nice value of its own.
+pid_t StartThread(int policy, int priority, int nice) {
+  std::atomic<pid_t> id = 0;
+  std::thread([&id, policy, priority, nice] {
+    const sched_param parameters{.sched_priority = priority};
+    ::sched_setscheduler(0, policy, &parameters);
+    ::setpriority(PRIO_PROCESS, 0, nice);
+    id = ::gettid();
+    for (;;) ::pause();
+  }).detach();
+  while (id == 0) std::this_thread::yield();
+  return id;
+}
+
+// Policies and nice values of threads: "0 -10, 3 0".
+std::string SchedulingOf(const std::vector<pid_t>& threads) {
+  std::string text;
+  for (const auto id : threads)
+    text += (text.empty() ? "" : ", ") + std::to_string(::sched_getscheduler(id)) + ' ' +
+            std::to_string(::getpriority(PRIO_PROCESS, static_cast<id_t>(id)));
+  return text;
+}
+
+TEST(LinuxProcesses, ThreadsWithAPolicyOfTheirOwnKeepItAndTheOthersFollow) {
+  if (::geteuid() != 0) GTEST_SKIP() << "only an administrator may raise a class";
+  const auto run = [] {
+    const std::vector<pid_t> threads = {::getpid(), StartThread(SCHED_OTHER, 0, 5), StartThread(SCHED_BATCH, 0, 3),
+                                        StartThread(SCHED_FIFO, 20, 0)};
+    const auto own = Open(::getpid());
+    int failed = 0;
+    const auto expect = [&](std::uint32_t set, const std::string& read) {
+      EXPECT_TRUE(SetPriorityClass(own.get(), set));
+      EXPECT_EQ(SchedulingOf(threads), read) << set;
+      failed += SchedulingOf(threads) != read;
+    };
+    expect(HIGH_PRIORITY_CLASS, "0 -10, 0 -10, 3 3, 1 0");
+    expect(IDLE_PRIORITY_CLASS, "0 19, 0 19, 3 3, 1 0");
+    expect(REALTIME_PRIORITY_CLASS, "2 19, 2 19, 2 3, 1 0");
+    expect(NORMAL_PRIORITY_CLASS, "0 0, 0 0, 0 0, 1 0");
+    return failed;
+  };
+  EXPECT_EQ(InChild(run), 0);
+}
+
+TEST(LinuxProcesses, AChangeThatIsRefusedLeavesEveryThreadAsItWas) {
+  if (::geteuid() != 0) GTEST_SKIP() << "only an administrator may set up what others may not change";
+  for (const auto& [wanted, main, other] : std::vector<std::tuple<std::uint32_t, int, int>>{
+           {HIGH_PRIORITY_CLASS, 0, 0}, {NORMAL_PRIORITY_CLASS, -5, 5}, {REALTIME_PRIORITY_CLASS, 19, 0}}) {
+    const auto run = [&] {
+      const auto own = Open(::getpid());
+      const std::vector<pid_t> threads = {::getpid(), StartThread(SCHED_OTHER, 0, other)};
+      if (main == 0) SetPriorityClass(own.get(), REALTIME_PRIORITY_CLASS);
+      ::setpriority(PRIO_PROCESS, 0, main);
+      const auto before = SchedulingOf(threads);
+      if (!BecomeNobody()) return 1;
+      if (SetPriorityClass(own.get(), wanted)) return 2;
+      EXPECT_EQ(SchedulingOf(threads), before);
+      return SchedulingOf(threads) == before ? 0 : 3;
+    };
+    EXPECT_EQ(InChild(run), 0) << wanted;
+  }
+}
+
+// A process in a session of its own that does nothing but take time of one core.
+pid_t Spin() {
+  const auto child = ::fork();
+  if (child != 0) return child;
+  ::setsid();
+  cpu_set_t first;
+  CPU_ZERO(&first);
+  CPU_SET(0, &first);
+  ::sched_setaffinity(0, sizeof first, &first);
+  for (volatile int i = 0;;) i = i + 1;
+}
+
+double SecondsOf(pid_t id) { return std::stod(ReadBytes("/proc/" + std::to_string(id) + "/schedstat")) / 1e9; }
+
+TEST(LinuxProcesses, AClassCountsAgainstProgramsOfOtherSessionsToo) {
+  if (::geteuid() != 0 || !ReadBytes("/proc/sys/kernel/sched_autogroup_enabled").starts_with("1"))
+    GTEST_SKIP() << "the right to raise a class is missing, or groups of the system's own making";
+  const auto game = Spin();
+  const auto rival = Spin();
+  const auto shares = [&](std::uint32_t set) {
+    EXPECT_TRUE(SetPriorityClass(Open(game).get(), set));
+    const auto before = std::pair(SecondsOf(game), SecondsOf(rival));
+    Eventually([&] { return SecondsOf(game) + SecondsOf(rival) > before.first + before.second + 0.5; });
+    return (SecondsOf(game) - before.first) / (SecondsOf(rival) - before.second);
+  };
+  EXPECT_GT(shares(HIGH_PRIORITY_CLASS), 3);
+  EXPECT_LT(shares(IDLE_PRIORITY_CLASS), 1 / 3.0);
+  for (const auto id : {game, rival}) {
+    ::kill(id, SIGKILL);
+    ::waitpid(id, nullptr, 0);
+  }
+  // This process shares a group with its callers, who did not ask for anything.
+  const auto group = ReadBytes("/proc/self/autogroup");
+  EXPECT_EQ(InChild([] { return SetPriorityClass(Open(::getpid()).get(), IDLE_PRIORITY_CLASS) ? 0 : 1; }), 0);
+  EXPECT_EQ(ReadBytes("/proc/self/autogroup"), group);
+}
+
 TEST(LinuxProcesses, AnEndedProcessIsGoneFromTheListAtOnce) {
   const TestFolder folder;
   const Child child(folder.Sleeper("zzend"));

@@ -4,10 +4,12 @@
 #include <unistd.h>
 
 #include <cstring>
+#include <string>
 #include <string_view>
 #include <utility>
 
 #include "platform/kernel32.h"
+#include "platform/linux/Autogroup.h"
 #include "platform/linux/Handles.h"
 #include "platform/linux/PriorityClass.h"
 #include "platform/linux/ProcFolder.h"
@@ -91,14 +93,12 @@ Handle OpenProcess(std::uint32_t, bool, std::uint32_t processId) {
 bool SetPriorityClass(Handle handle, std::uint32_t priorityClass) {
   const auto* process = onlinux::FindAs<OpenedProcess>(handle);
   if (!process) return false;
-  const auto threads = onlinux::ReadThreads(process->id);
-  bool all = !threads.empty();
-  for (const auto thread : threads) {
-    // Threads are named by numbers alone, and those are free for others once the process is gone.
-    if (HasEnded(process->descriptor, 0)) return false;
-    all = onlinux::SetThreadClass(thread, priorityClass) && all;
-  }
-  return all;
+  if (!onlinux::SetProcessClass(process->id, priorityClass, [&] { return HasEnded(process->descriptor, 0); }))
+    return false;
+  // A group that can't be had leaves the threads their class, as any other program would give it to them.
+  if (const auto nice = onlinux::NiceOfClass(priorityClass); nice && onlinux::IsAloneInGroup(process->id))
+    onlinux::SetGroupNice(std::to_string(process->id), *nice);
+  return true;
 }
 
 bool TerminateProcess(Handle handle, std::uint32_t) {
