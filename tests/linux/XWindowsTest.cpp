@@ -5,7 +5,9 @@
 #include <memory>
 
 #include "Children.h"
-#include "platform/linux/x11/XServer.h"
+#include "platform/linux/x11/Calls.h"
+#include "platform/linux/x11/TopLevels.h"
+#include "platform/linux/x11/WindowState.h"
 #include "platform/machine.h"
 #include "platform/user32.h"
 
@@ -53,6 +55,10 @@ class LinuxWindows : public testing::Test {
     windows.push_back(window);
     return window;
   }
+  void Write(xcb_window_t window, const std::string& name, std::uint32_t number) {
+    EXPECT_TRUE(x->Did(::xcb_change_property_checked(x->Line(), XCB_PROP_MODE_REPLACE, window, x->Atom(name),
+                                                     XCB_ATOM_CARDINAL, 32, 1, &number)));
+  }
   void TearDown() override {
     for (const auto window : windows) x->Did(::xcb_destroy_window_checked(x->Line(), window));
   }
@@ -90,6 +96,36 @@ class LinuxWindows : public testing::Test {
     EXPECT_TRUE(Eventually([&] { return IsAbove(window) && Titles().front() == "pinned"; }));
     EXPECT_TRUE(Set(window, HWND_NOTOPMOST, 0));
     EXPECT_TRUE(Eventually([&] { return !IsAbove(window); }));
+  }
+
+  // Runs something while a window manager looks after the windows; false where there is none.
+  template <class Work>
+  bool WithManager(Work work) {
+    if (!fs::exists("/usr/bin/openbox")) return false;
+    const auto manager = ::fork();
+    if (manager == 0) Execute({"/usr/bin/openbox"});
+    EXPECT_TRUE(Eventually([&] { return x->HasManager(); }));
+    work();
+    ::kill(manager, SIGKILL);
+    ::waitpid(manager, nullptr, 0);
+    return true;
+  }
+  // Starts a line of the shell that shows a window, and brings that window into a state.
+  void ShowFirst(const std::string& line, onlinux::ShowState state) {
+    SCOPED_TRACE(line + ' ' + std::to_string(static_cast<int>(state)));
+    auto mark = onlinux::NewMark();
+    const auto child = ::fork();
+    if (child == 0) {
+      ::putenv(mark.data());
+      Execute({"/bin/sh", "-c", "exec >/dev/null 2>&1; " + line});
+    }
+    EXPECT_TRUE(onlinux::ShowFirstWindow({static_cast<std::uint32_t>(child), mark}, state, std::chrono::seconds(5)));
+    const auto window = FindWindowA("Event Tester");
+    EXPECT_TRUE(IsInState(*x, window, state));
+    EXPECT_EQ(IsShown(window), state == onlinux::ShowState::Maximized);
+    ::xcb_kill_client(x->Line(), window);
+    EXPECT_TRUE(x->Did(::xcb_no_operation_checked(x->Line())));
+    ::waitpid(child, nullptr, 0);
   }
 
   std::vector<xcb_window_t> windows;
@@ -132,17 +168,36 @@ TEST_F(LinuxWindows, AWindowThatIsGoneBreaksNothing) {
 }
 
 TEST_F(LinuxWindows, AWindowManagerIsAskedForTheSame) {
-  if (!fs::exists("/usr/bin/openbox")) GTEST_SKIP() << "there is no window manager";
   const auto window = NewWindow("pinned");
   NewWindow("another");
-  const auto manager = ::fork();
-  if (manager == 0) Execute({"/usr/bin/openbox"});
-  EXPECT_TRUE(Eventually([&] {
-    return x->HasManager() && std::ranges::count(x->ReadNumbers(x->Root(), "_NET_CLIENT_LIST_STACKING"), window) == 1;
-  }));
-  HideShowAndPin(window);
-  ::kill(manager, SIGKILL);
-  ::waitpid(manager, nullptr, 0);
+  if (!WithManager([&] {
+        EXPECT_TRUE(Eventually([&] { return onlinux::IsManaged(*x, window); }));
+        HideShowAndPin(window);
+      }))
+    GTEST_SKIP() << "there is no window manager";
+}
+
+TEST_F(LinuxWindows, TheFirstWindowOfAStartGetsItsStateWhateverStandsBetween) {
+  using onlinux::ShowState;
+  if (!fs::exists("/usr/bin/xev")) GTEST_SKIP() << "there is no program that shows a window";
+  const Child owner("/usr/bin/sleep");
+  const onlinux::Descent named{static_cast<std::uint32_t>(owner.Id()), ""};
+  const auto all = [&] {
+    const auto stranger = NewWindow("a stranger's");
+    ShowFirst("exec xev", ShowState::Maximized);
+    ShowFirst("sleep 0.1; xev; true", ShowState::Minimized);
+    ShowFirst("xev & exit", ShowState::Hidden);
+    ShowFirst("(env --unset=VELMARO_START xev; true) & wait", ShowState::Minimized);
+    const auto splash = NewWindow("splash");
+    const auto window = NewWindow("window");
+    Write(splash, "_NET_WM_WINDOW_TYPE", x->Atom("_NET_WM_WINDOW_TYPE_SPLASH"));
+    for (const auto its : {splash, window}) Write(its, "_NET_WM_PID", named.process);
+    EXPECT_TRUE(onlinux::ShowFirstWindow(named, ShowState::Hidden, std::chrono::seconds(5)));
+    EXPECT_FALSE(onlinux::ShowFirstWindow(named, ShowState::Hidden, std::chrono::milliseconds(50)));
+    EXPECT_TRUE(IsShown(stranger) && IsShown(splash) && !IsShown(window));
+  };
+  all();
+  EXPECT_TRUE(WithManager(all));
 }
 
 }  // namespace

@@ -14,6 +14,7 @@ extern "C" const onlinux::WindowCalls* VelmaroWindowCalls() {
                                      .GetWindowTextA = GetWindowTextA,
                                      .SetWindowPos = SetWindowPos,
                                      .AppActivate = AppActivate,
-                                     .SendKeys = SendKeys};
+                                     .SendKeys = SendKeys,
+                                     .ShowFirstWindow = ShowFirstWindow};
   return &calls;
 }

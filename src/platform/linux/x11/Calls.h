@@ -15,5 +15,7 @@ bool SetWindowPos(platform::WindowHandle window, std::int32_t insertAfter, int x
                   std::uint32_t flags);
 bool AppActivate(const std::string& title);
 bool SendKeys(const std::string& keys);
+// Waits for the first window of a start and brings it into a state. It has a line to the X server of its own.
+bool ShowFirstWindow(const Descent& descent, ShowState state, std::chrono::milliseconds limit);
 
 }  // namespace onlinux

@@ -9,15 +9,9 @@ namespace onlinux {
 namespace {
 
 using Tree = Reply<xcb_query_tree_reply_t>;
-using Facts = Reply<xcb_get_window_attributes_reply_t>;
 
 Tree ReadTree(XServer& server, xcb_window_t window) {
   return Tree(::xcb_query_tree_reply(server.Line(), ::xcb_query_tree(server.Line(), window), nullptr));
-}
-
-Facts ReadFacts(XServer& server, xcb_window_t window) {
-  const auto request = ::xcb_get_window_attributes(server.Line(), window);
-  return Facts(::xcb_get_window_attributes_reply(server.Line(), request, nullptr));
 }
 
 // The child of the root that holds a window, or is it.
@@ -52,7 +46,7 @@ std::vector<xcb_window_t> Drawable(XServer& server, const std::vector<xcb_window
   for (const auto window : windows) requests.push_back(::xcb_get_window_attributes(server.Line(), window));
   std::vector<xcb_window_t> drawable;
   for (std::size_t i = 0; i < windows.size(); ++i) {
-    const Facts facts(::xcb_get_window_attributes_reply(server.Line(), requests[i], nullptr));
+    const WindowFacts facts(::xcb_get_window_attributes_reply(server.Line(), requests[i], nullptr));
     if (facts && CanShow(*facts)) drawable.push_back(windows[i]);
   }
   return drawable;
@@ -93,6 +87,11 @@ std::string FromLatin1(const std::string& bytes) {
 }
 
 }  // namespace
+
+WindowFacts ReadFacts(XServer& server, xcb_window_t window) {
+  const auto request = ::xcb_get_window_attributes(server.Line(), window);
+  return WindowFacts(::xcb_get_window_attributes_reply(server.Line(), request, nullptr));
+}
 
 std::vector<xcb_window_t> TopLevels(XServer& server) {
   const Standstill standstill(server);

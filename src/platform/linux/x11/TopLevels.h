@@ -7,6 +7,11 @@
 
 namespace onlinux {
 
+using WindowFacts = Reply<xcb_get_window_attributes_reply_t>;
+
+// What the server knows of a window, null when it is gone.
+WindowFacts ReadFacts(XServer& server, xcb_window_t window);
+
 // The top-level windows of all programs, shown or not, from front to back: for a window in the frame of a window
 // manager the window itself. Windows that can never show anything are left out.
 std::vector<xcb_window_t> TopLevels(XServer& server);

@@ -5,6 +5,7 @@
 #include "platform/linux/OwnWindows.h"
 #include "platform/linux/x11/Calls.h"
 #include "platform/linux/x11/TopLevels.h"
+#include "platform/linux/x11/WindowState.h"
 #include "platform/machine.h"
 #include "platform/user32.h"
 
@@ -41,18 +42,6 @@ bool Shows(WindowHandle window) {
   if (const auto* own = FindOwn(window)) return own->Shows();
   auto* server = IsOnX(window) ? TheXServer() : nullptr;
   return server && IsVisible(*server, window);
-}
-
-// A window manager lets go of a window only when it is told by an event of its own that the window was withdrawn.
-bool Withdraw(XServer& server, WindowHandle window) {
-  if (!server.Did(::xcb_unmap_window_checked(server.Line(), window))) return false;
-  xcb_unmap_notify_event_t event{};
-  event.response_type = XCB_UNMAP_NOTIFY;
-  event.event = server.Root();
-  event.window = window;
-  constexpr auto whoListens = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT;
-  return server.Did(
-      ::xcb_send_event_checked(server.Line(), 0, server.Root(), whoListens, reinterpret_cast<const char*>(&event)));
 }
 
 bool ShowOrHide(WindowHandle window, bool show) {
