@@ -8,10 +8,10 @@
 #include <string>
 #include <vector>
 
+#include "mainform/formVelmaro.h"
 #include "platform/simulated/Desktop.h"
 #include "platform/simulated/User.h"
 #include "runtime/Application.h"
-#include "mainform/formVelmaro.h"
 
 namespace velmaro {
 
@@ -29,6 +29,7 @@ inline const std::string NoKillList = "C:\\Velmaro\\nokilllist.txt";
 
 // The flags of a box that tells something, and of one that asks and has No preselected.
 inline constexpr std::uint32_t Tells = 64;
+inline constexpr std::uint32_t Asks = 36;
 inline constexpr std::uint32_t AsksWithNo = 292;
 
 inline std::pair<std::string, std::string> Sides(const std::string& text) {

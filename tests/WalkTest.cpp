@@ -121,6 +121,42 @@ TEST_F(Walk, WhatCantBeSetIsReportedAsIfItHadBeen) {
   EXPECT_EQ(Ended(), Texts{});
 }
 
+TEST_F(Walk, WhereTheClassIsReadBackTheReportTellsTheTruth) {
+  desktop.classIsReadBack = true;
+  auto& process = desktop.ProcessById(desktop.AddProcess("game", 4));
+  const auto set = [](int mode) { WalkProcesses("game", mode, false, nullptr); };
+  set(0);
+  ExpectLastBox("game process has been set to NORMAL.", Tells);
+  desktop.realTimeAllowed = false;
+  set(2);
+  ExpectLastBox("game process stays at HIGH, which it has chosen for itself.", Tells);
+  process.stubborn = true;
+  set(3);
+  ExpectLastBox("game process was refused IDLE and stays at HIGH: ask the owner.", Tells);
+  set(1);
+  ExpectLastBox("game process has been set to HIGH.", Tells);
+  desktop.canAskForRight = true;
+  set(1);
+  EXPECT_EQ(desktop.boxes.size(), 5U) << "nobody is asked for what is so already";
+  const std::string question =
+      "game process was refused IDLE and stays at HIGH: do you want to enter an administrator's password for it?";
+  desktop.Answer(7);
+  set(3);
+  ExpectLastBox(question, Asks);
+  desktop.Answer(6);
+  set(3);
+  EXPECT_EQ(desktop.boxes[6].text, question);
+  ExpectLastBox("game process was refused IDLE and stays at HIGH: ask the owner.", Tells);
+  desktop.rightGiven = true;
+  desktop.Answer(6);
+  set(3);
+  ExpectLastBox("game process has been set to IDLE.", Tells);
+  process.stubborn = true;
+  desktop.Answer(6, [&] { process.alive = false; });
+  set(0);
+  ExpectLastBox("game process has ended before it could be set to NORMAL.", Tells);
+}
+
 TEST_F(Walk, TerminationAsksUnlessQuietAndSparesTheNoKillList) {
   desktop.AddProcess("Game.exe");
   desktop.AddProcess("saved.exe");

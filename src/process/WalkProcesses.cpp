@@ -6,6 +6,7 @@
 #include "desktop/modFiles.h"
 #include "platform/kernel32.h"
 #include "platform/machine.h"
+#include "process/ClassChange.h"
 #include "process/KillLists.h"
 #include "process/KnownEmulators.h"
 #include "runtime/Boxes.h"
@@ -97,11 +98,6 @@ void AddProcessRow(ListBox& list, const platform::PROCESSENTRY32& entry) {
   list.SetItemData(list.ListCount() - 1, tag.priorityIndex);
 }
 
-void SetClass(platform::Handle process, std::uint32_t priorityClass, const std::string& report, bool quiet) {
-  platform::SetPriorityClass(process, priorityClass);
-  if (!quiet) MsgBox(report, platform::MB_ICONINFORMATION);
-}
-
 void TerminateUnlessSpared(platform::Handle process, const std::string& name, bool quiet) {
   if (!CanKillProcess(name)) return;
   constexpr auto question = platform::MB_YESNO | platform::MB_ICONQUESTION | platform::MB_DEFBUTTON2;
@@ -113,14 +109,13 @@ void Act(std::uint32_t processId, const std::string& name, std::int32_t mode, bo
   const platform::OwnedHandle process(platform::OpenProcess(platform::PROCESS_ALL_ACCESS, false, processId));
   switch (mode) {
     case SetNormal:
-      return SetClass(process.get(), platform::NORMAL_PRIORITY_CLASS, name + " process has been set to NORMAL.", quiet);
+      return ChangeClass(process.get(), name, platform::NORMAL_PRIORITY_CLASS, quiet);
     case SetHigh:
-      return SetClass(process.get(), platform::HIGH_PRIORITY_CLASS, name + " process has been set to HIGH.", quiet);
+      return ChangeClass(process.get(), name, platform::HIGH_PRIORITY_CLASS, quiet);
     case SetRealTime:
-      return SetClass(process.get(), platform::REALTIME_PRIORITY_CLASS, name + " process has been set to REAL TIME.",
-                      quiet);
+      return ChangeClass(process.get(), name, platform::REALTIME_PRIORITY_CLASS, quiet);
     case SetIdle:
-      return SetClass(process.get(), platform::IDLE_PRIORITY_CLASS, name + " process has been set to IDLE.", quiet);
+      return ChangeClass(process.get(), name, platform::IDLE_PRIORITY_CLASS, quiet);
     case Terminate:
       return TerminateUnlessSpared(process.get(), name, quiet);
     default:

@@ -53,6 +53,9 @@ class Desktop {
   std::deque<Process> processes;
   bool snapshotFails = false;
   bool realTimeAllowed = true;  // without it, Real Time silently becomes High
+  bool classIsReadBack = false;
+  bool canAskForRight = false;
+  bool rightGiven = false;  // what the user who is asked for it has
   int snapshotsTaken = 0;
   std::vector<std::uint32_t> terminated;  // the numbers of the processes that the program ended
   std::uint32_t AddProcess(const std::string& name, std::int32_t basePriority = 8);

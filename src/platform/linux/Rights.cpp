@@ -1,0 +1,82 @@
+#include "platform/rights.h"
+
+#include <grp.h>
+#include <pwd.h>
+#include <unistd.h>
+
+#include <charconv>
+#include <string>
+
+#include "platform/kernel32.h"
+#include "platform/linux/Handles.h"
+#include "platform/linux/PriorityClass.h"
+#include "platform/linux/ReadWhole.h"
+
+namespace platform {
+namespace {
+
+// The group whose members may raise classes, by the limits that come with the program.
+constexpr const char* Group = "velmaro";
+
+// The user whom a process belongs to; nobody's number, which is all ones, when it is gone.
+uid_t OwnerOf(std::uint32_t processId) {
+  const auto status = onlinux::ReadWhole("/proc/" + std::to_string(processId) + "/status");
+  constexpr std::string_view line = "\nUid:\t";
+  uid_t owner = ~uid_t{0};
+  if (const auto at = status.find(line); at != std::string::npos)
+    std::from_chars(status.data() + at + line.size(), status.data() + status.size(), owner);
+  return owner;
+}
+
+std::string NameOf(uid_t user) {
+  const auto* entry = ::getpwuid(user);
+  return entry ? entry->pw_name : std::to_string(user);
+}
+
+bool IsMember(const std::string& user) {
+  const auto* group = ::getgrnam(Group);
+  for (auto member = group ? group->gr_mem : nullptr; member && *member; ++member)
+    if (user == *member) return true;
+  return false;
+}
+
+}  // namespace
+
+bool ClassIsReadBack() { return true; }
+
+std::uint32_t GetPriorityClass(Handle handle) {
+  const auto* process = onlinux::FindAs<onlinux::OpenedProcess>(handle);
+  const auto status = process ? onlinux::ReadStatus(process->id) : std::nullopt;
+  if (!status || status->Ended()) return 0;
+  switch (onlinux::BasePriority(status->policy, status->nice)) {
+    case 4:
+      return IDLE_PRIORITY_CLASS;
+    case 6:
+      return BELOW_NORMAL_PRIORITY_CLASS;
+    case 10:
+      return ABOVE_NORMAL_PRIORITY_CLASS;
+    case 13:
+      return HIGH_PRIORITY_CLASS;
+    case 24:
+      return REALTIME_PRIORITY_CLASS;
+    default:
+      return NORMAL_PRIORITY_CLASS;
+  }
+}
+
+std::string WhatWouldHelp(Handle handle) {
+  const auto* process = onlinux::FindAs<onlinux::OpenedProcess>(handle);
+  const auto owner = process ? OwnerOf(process->id) : ::geteuid();
+  if (owner != ::geteuid()) return "it belongs to " + NameOf(owner) + ", so only an administrator may change it";
+  const auto user = NameOf(owner);
+  const std::string group = Group;
+  if (IsMember(user)) return "log in again, and your membership of the group " + group + " counts";
+  return "members of the group " + group + " may do so (sudo groupadd -f " + group + " && sudo usermod -aG " + group +
+         ' ' + user + ", then log in again)";
+}
+
+bool CanAskForRight() { return false; }
+
+bool SetPriorityClassAsking(Handle, std::uint32_t) { return false; }
+
+}  // namespace platform

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "platform/types.h"
+
+namespace platform {
+
+inline constexpr std::uint32_t BELOW_NORMAL_PRIORITY_CLASS = 16384;
+inline constexpr std::uint32_t ABOVE_NORMAL_PRIORITY_CLASS = 32768;
+
+// True where users are told the class that a process really has after a change, and what would help where it was
+// refused.
+bool ClassIsReadBack();
+// The priority class that an opened process has now; 0 when it is gone.
+std::uint32_t GetPriorityClass(Handle process);
+// What would let this user change the class of an opened process, as the end of a sentence without its full stop.
+std::string WhatWouldHelp(Handle process);
+// True where the user can be asked for the right to a change that was refused.
+bool CanAskForRight();
+// Asks the user for the right to set the class of an opened process, and sets it with that. False when it was not
+// given.
+bool SetPriorityClassAsking(Handle process, std::uint32_t priorityClass);
+
+}  // namespace platform

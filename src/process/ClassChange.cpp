@@ -1,0 +1,59 @@
+#include "process/ClassChange.h"
+
+#include "platform/kernel32.h"
+#include "platform/rights.h"
+#include "runtime/Boxes.h"
+
+namespace velmaro {
+namespace {
+
+const char* NameOf(std::uint32_t priorityClass) {
+  switch (priorityClass) {
+    case platform::HIGH_PRIORITY_CLASS:
+      return "HIGH";
+    case platform::REALTIME_PRIORITY_CLASS:
+      return "REAL TIME";
+    case platform::IDLE_PRIORITY_CLASS:
+      return "IDLE";
+    case platform::ABOVE_NORMAL_PRIORITY_CLASS:
+      return "ABOVE NORMAL";
+    case platform::BELOW_NORMAL_PRIORITY_CLASS:
+      return "BELOW NORMAL";
+    default:
+      return "NORMAL";
+  }
+}
+
+bool IsRefused(std::uint32_t asked, const ClassOutcome& outcome) {
+  return !outcome.made && outcome.now != asked && outcome.now != 0;
+}
+
+}  // namespace
+
+std::string ClassSentence(const std::string& name, std::uint32_t asked, const ClassOutcome& outcome,
+                          const std::string& help) {
+  const auto process = name + " process ";
+  const auto now = std::string("at ") + NameOf(outcome.now);
+  if (outcome.now == 0) return process + "has ended before it could be set to " + NameOf(asked) + '.';
+  if (outcome.now == asked) return process + "has been set to " + NameOf(asked) + '.';
+  if (outcome.made) return process + "stays " + now + ", which it has chosen for itself.";
+  return process + "was refused " + NameOf(asked) + " and stays " + now + ": " + help;
+}
+
+void ChangeClass(platform::Handle process, const std::string& name, std::uint32_t priorityClass, bool quiet) {
+  ClassOutcome outcome{.made = platform::SetPriorityClass(process, priorityClass), .now = priorityClass};
+  if (quiet) return;
+  const auto sentence = [&](const std::string& help) { return ClassSentence(name, priorityClass, outcome, help); };
+  if (platform::ClassIsReadBack()) outcome.now = platform::GetPriorityClass(process);
+  if (IsRefused(priorityClass, outcome) && platform::CanAskForRight()) {
+    constexpr auto asks = platform::MB_YESNO | platform::MB_ICONQUESTION;
+    const auto question = sentence("do you want to enter an administrator's password for it?");
+    if (MsgBox(question, asks) != platform::IDYES) return;
+    outcome.made = platform::SetPriorityClassAsking(process, priorityClass);
+    outcome.now = platform::GetPriorityClass(process);
+  }
+  const bool refused = IsRefused(priorityClass, outcome);
+  MsgBox(sentence(refused ? platform::WhatWouldHelp(process) + '.' : ""), platform::MB_ICONINFORMATION);
+}
+
+}  // namespace velmaro
