@@ -146,7 +146,7 @@ HWND Program::Window(const std::wstring& title, const std::wstring& windowClass,
 Report ReportOf(const std::wstring& probe) {
   Report report;
   // A file that just got its name can be shut for a moment yet.
-  Until([&] {
+  const bool came = Until([&] {
     std::ifstream file(std::filesystem::path(probe + L".txt"), std::ios::binary);
     const std::string bytes{std::istreambuf_iterator<char>(file), {}};
     std::wstring text(bytes.size() / sizeof(wchar_t), L'\0');
@@ -157,6 +157,7 @@ Report ReportOf(const std::wstring& probe) {
     std::getline(lines, report.line);
     return report.id != 0;
   });
+  if (!came) throw std::runtime_error("no report came from " + std::filesystem::path(probe).string());
   return report;
 }
 

@@ -84,7 +84,7 @@ struct Report {
   std::wstring folder;
   std::wstring line;
 };
-// Waits for the report of a probe that was started from this path.
+// Waits for the report of a probe that was started from this path. Throws when none comes.
 Report ReportOf(const std::wstring& probe);
 // Starts a probe and waits until it runs.
 Program StartProbe(const std::wstring& probe, const std::wstring& line = {});
