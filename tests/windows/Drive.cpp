@@ -207,7 +207,7 @@ bool Gone(HWND window) {
 }
 
 void Press(HWND button) {
-  ASSERT_TRUE(button) << "there is no such button";
+  if (!button) throw std::runtime_error("there is no such button");
   ::PostMessageW(button, BM_CLICK, 0, 0);
 }
 

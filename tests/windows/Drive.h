@@ -12,8 +12,10 @@
 // Drives the real velmaro.exe as a user does, from outside, and reads what shows.
 namespace drive {
 
+// For how long a busy machine may need.
+inline constexpr int LongEnough = 30000;
 // Waits until something holds, and tells whether it came to hold in time.
-bool Until(const std::function<bool()>& holds, int milliseconds = 10000);
+bool Until(const std::function<bool()>& holds, int milliseconds = LongEnough);
 
 struct CloseNativeHandle {
   void operator()(HANDLE handle) const { ::CloseHandle(handle); }
@@ -65,11 +67,11 @@ class Program {
   DWORD Id() const { return id_; }
   bool Lives() const { return ::WaitForSingleObject(handle_.get(), 0) == WAIT_TIMEOUT; }
   // Waits for the end and gives the exit code, -1 when it does not come.
-  int ExitCode(int milliseconds = 20000) const;
+  int ExitCode(int milliseconds = LongEnough) const;
   // Every top-level window of the program, the upper ones first.
   std::vector<HWND> Windows(bool visible = true) const;
   // Waits for a visible window by its title, or by its class where that is given; null when none comes.
-  HWND Window(const std::wstring& title, const std::wstring& windowClass = {}, int milliseconds = 10000) const;
+  HWND Window(const std::wstring& title, const std::wstring& windowClass = {}, int milliseconds = LongEnough) const;
 
  private:
   OwnedHandle handle_;
@@ -113,7 +115,7 @@ struct Entry {
 class Velmaro : public Program {
  public:
   explicit Velmaro(const Folder& folder, const std::wstring& line = {});
-  // The main window, once it shows.
+  // The main window, once it shows. Throws where none comes.
   HWND Main() const;
   // The uppermost other form, once one shows.
   HWND Form() const;
@@ -138,7 +140,7 @@ class Velmaro : public Program {
   // Waits for a popup menu.
   HWND Popup() const;
   // Waits for a message box.
-  Box Await(int milliseconds = 10000) const;
+  Box Await(int milliseconds = LongEnough) const;
   bool HasBox() const { return BoxWindow() != nullptr; }
 
  private:

@@ -53,6 +53,7 @@ Velmaro::Velmaro(const Folder& folder, const std::wstring& line) : Program(folde
 
 HWND Velmaro::Main() const {
   if (!main_) main_ = Window(Title);
+  if (!main_) throw std::runtime_error("velmaro.exe shows no window");
   return main_;
 }
 
@@ -127,7 +128,7 @@ void Velmaro::Choose(const std::wstring& text) const {
       ::PostMessageW(Main(), WM_COMMAND, entry.id, 0);
       return;
     }
-  FAIL() << "there is no such entry";
+  throw std::runtime_error("there is no such entry");
 }
 
 HWND Velmaro::Popup() const { return Window({}, L"#32768"); }
