@@ -1,15 +1,17 @@
 #!/usr/bin/env bash
-# Installs what a Debian 12 machine lacks to build Velmaro for the named platforms: setup.sh [linux] [windows]
-# What builds a platform must be there in the end. Wine, which runs velmaro.exe, may stay missing.
+# Installs what a machine with Debian 12 or 13 lacks to build Velmaro for the named platforms: setup.sh [linux] [windows]
+# What builds a platform must be there in the end. Wine, which runs velmaro.exe, may stay missing: where no 32-bit Wine
+# can be had, the 64-bit one and a compiler for it are installed, and a 64-bit build of the same sources stands in.
 set -u
+cd "$(dirname "$0")/.." || exit 1
 export DEBIAN_FRONTEND=noninteractive LC_ALL=C
 
 tools=(make cmake ninja-build g++ python3 libgtest-dev googletest libbenchmark-dev)
 display=(xvfb xauth x11-utils imagemagick)
 wine=()
+stand_in=()
 
-# Some kernels run no 32-bit programs. There the tests drive a 64-bit build of the same sources: the smallest 32-bit
-# program that there is, one that only exits, tells.
+# Some kernels run no 32-bit programs. The smallest one that there is, one that only exits, tells.
 runs_32_bit() {
   local probe code
   probe=$(mktemp) || return 0
@@ -29,7 +31,7 @@ for platform in "$@"; do
     windows)
       tools+=(g++-mingw-w64-i686-posix)
       wine+=(wine wine32:i386 fonts-liberation fonts-wine "${display[@]}")
-      runs_32_bit || wine+=(wine64 g++-mingw-w64-x86-64-posix)
+      stand_in+=(wine wine64 g++-mingw-w64-x86-64-posix fonts-liberation fonts-wine "${display[@]}")
       ;;
   esac
 done
@@ -42,12 +44,25 @@ missing() {
 
 mapfile -t need_tools < <(missing "${tools[@]}")
 mapfile -t need_wine < <(missing "${wine[@]}")
-[ ${#need_tools[@]} -eq 0 ] && [ ${#need_wine[@]} -eq 0 ] && exit 0
+mapfile -t need_stand_in < <(missing "${stand_in[@]}")
+# Where the stand-in serves, 32-bit Wine is tried again after a day: a package index that is out of step heals.
+refused=build/no-wine32
+if ! runs_32_bit; then
+  need_wine=()
+elif [ ${#need_wine[@]} -eq 0 ]; then
+  need_stand_in=()
+elif [ ${#need_stand_in[@]} -eq 0 ] && { [ "$(id -u)" -ne 0 ] || [ -n "$(find $refused -mtime -1 2>/dev/null)" ]; }; then
+  need_wine=()
+fi
+[ $((${#need_tools[@]} + ${#need_wine[@]} + ${#need_stand_in[@]})) -gt 0 ] || exit 0
 
 if [ "$(id -u)" -ne 0 ]; then
   foreign=
-  [ ${#need_wine[@]} -eq 0 ] || foreign='dpkg --add-architecture i386; '
-  echo "Velmaro needs, as root: ${foreign}apt-get install ${need_tools[*]} ${need_wine[*]}" >&2
+  if [ ${#need_wine[@]} -gt 0 ]; then
+    foreign='dpkg --add-architecture i386; '
+    need_stand_in=()
+  fi
+  echo "Velmaro needs, as root: ${foreign}apt-get install ${need_tools[*]} ${need_wine[*]} ${need_stand_in[*]}" >&2
   exit $((${#need_tools[@]} > 0))
 fi
 
@@ -118,11 +133,20 @@ taken_back() {
   done <"$scratch/newer" | sort -u
 }
 
-if [ ${#need_wine[@]} -gt 0 ]; then
-  if get -s "${need_wine[@]}" >/dev/null 2>&1 && get "${need_wine[@]}"; then exit 0; fi
-  echo 'Wine does not fit the package index as it is: trying the release suites alone.' >&2
+install_wine() {
+  if get -s "${need_wine[@]}" >/dev/null 2>&1 && get "${need_wine[@]}"; then return; fi
+  echo '32-bit Wine does not fit the package index as it is: trying the release suites alone.' >&2
   release_suites_only
   mapfile -t back < <(taken_back)
-  if get --allow-downgrades "${need_wine[@]}" ${back[@]+"${back[@]}"}; then exit 0; fi
+  get --allow-downgrades "${need_wine[@]}" ${back[@]+"${back[@]}"}
+}
+
+if [ ${#need_wine[@]} -gt 0 ]; then
+  if install_wine; then exit 0; fi
+  echo '32-bit Wine could not be installed: a 64-bit build stands in for velmaro.exe.' >&2
+  mkdir -p build && touch $refused
+  apt_options=()
+fi
+if [ ${#need_stand_in[@]} -gt 0 ] && ! get "${need_stand_in[@]}"; then
   echo 'Wine could not be installed: what needs it will be skipped.' >&2
 fi

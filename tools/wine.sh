@@ -2,33 +2,36 @@
 # Runs a program under Wine in a prefix of the project's own: wine.sh PROGRAM [ARGUMENT...]
 #   wine.sh --up     makes the prefix, and keeps Wine and a virtual display running for the programs that follow
 #   wine.sh --down   ends both
-# VELMARO_DPI=144 uses a second prefix with that resolution. Where Wine is missing the exit code is 77.
 #   wine.sh --display-file   names the file that holds the number of the virtual display
-#   wine.sh --bits   prints 32, or 64 on a machine that runs no 32-bit programs, or nothing where Wine can't be had
-# VELMARO_DPI=144 uses a second prefix with that resolution. Where Wine is missing the exit code is 77.
+#   wine.sh --bits   prints 32, or 64 where no 32-bit program starts, or nothing where none of either kind does
+# VELMARO_DPI=144 uses a second prefix with that resolution. Where Wine starts no program the exit code is 77.
 # VELMARO_BITS=64 runs 64-bit programs; each kind has a prefix of its own.
 set -u
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 dpi=${VELMARO_DPI:-96}
 bits=${VELMARO_BITS:-32}
 
-# The loader of one kind, by itself or through the system's own script.
+if [ "${1:-}" = --bits ]; then
+  # A loader tells nothing of its kind: the same name can stand for either.
+  for kind in 32 64; do
+    VELMARO_BITS=$kind "$0" --prefix >/dev/null 2>&1 && { echo "$kind"; break; }
+  done
+  exit
+fi
+
+no_wine() { echo "Wine starts no $bits-bit programs here." >&2; exit 77; }
+
+# The loader, by itself or through the system's own script.
 loader() {
-  local suffix=
-  [ "$1" = 64 ] && suffix=64
-  local candidate
-  for candidate in "/usr/lib/wine/wine$suffix" "wine$suffix"; do
+  local suffix= candidate
+  [ "$bits" = 64 ] && suffix=64
+  for candidate in "/usr/lib/wine/wine$suffix" "wine$suffix" wine; do
     "$candidate" --version >/dev/null 2>&1 && { command -v "$candidate"; return; }
   done
   return 1
 }
 
-if [ "${1:-}" = --bits ]; then
-  for kind in 32 64; do loader $kind >/dev/null && { echo $kind; break; }; done
-  exit
-fi
-
-wine=$(loader "$bits") || { echo "Wine cannot run $bits-bit programs here." >&2; exit 77; }
+wine=$(loader) || no_wine
 server=wineserver
 [ -x "/usr/lib/wine/wineserver$bits" ] && server=/usr/lib/wine/wineserver$bits
 export WINELOADER=$wine WINESERVER=$(command -v "$server")
@@ -38,7 +41,10 @@ export WINEPREFIX=$root/build/wine$bits WINEARCH=win$bits WINEDEBUG=${WINEDEBUG:
 export WINEDLLOVERRIDES='mscoree,mshtml='
 state=$WINEPREFIX.display
 
-# A virtual display that outlives this script; its number and its process are kept in a file.
+# What tells a process from every other that had or will have its number: its name and when it started.
+identity_of() { awk '{ print $2, $22 }' "/proc/$1/stat" 2>/dev/null; }
+
+# A virtual display that outlives this script; its number, its process and what tells that from others are kept in a file.
 start_display() {
   local number_file=$state.number
   mkdir -p "$(dirname "$state")"
@@ -49,11 +55,15 @@ start_display() {
     kill -0 "$process" 2>/dev/null || return 1
     sleep 0.05
   done
-  echo "$(cat "$number_file") $process" >"$state"
+  echo "$(cat "$number_file") $process $(identity_of "$process")" >"$state"
   rm -f "$number_file"
 }
 
-display_is_up() { [ -f "$state" ] && read -r number process <"$state" && kill -0 "$process" 2>/dev/null; }
+display_is_up() {
+  local identity
+  [ -f "$state" ] && read -r number process identity <"$state" && [ -n "$identity" ] &&
+    [ "$identity" = "$(identity_of "$process")" ]
+}
 
 use_display() {
   display_is_up || { start_display && display_is_up; } || { echo 'No virtual display could be started.' >&2; exit 77; }
@@ -72,11 +82,20 @@ down() {
   rm -f "$state"
 }
 
+# The command interpreter is a program of the prefix's kind, and knows it.
+starts_its_kind() {
+  local architecture=x86
+  [ "$bits" = 64 ] && architecture=AMD64
+  [ "$(timeout 60 "$wine" cmd /c 'echo %PROCESSOR_ARCHITECTURE%' 2>/dev/null </dev/null | tr -d '\r ')" = $architecture ]
+}
+
 make_prefix() {
   [ -f "$WINEPREFIX/.complete" ] && return
   rm -rf "$WINEPREFIX"
   mkdir -p "$WINEPREFIX"
-  timeout 240 "$wine" wineboot --init >/dev/null 2>&1 </dev/null || return 1
+  timeout 240 "$wine" wineboot --init >/dev/null 2>&1 </dev/null
+  [ $? -ne 124 ] || { echo 'The Wine prefix could not be made in time.' >&2; exit 1; }
+  starts_its_kind || no_wine
   if [ "$dpi" != 96 ]; then
     "$wine" reg add 'HKCU\Control Panel\Desktop' /v LogPixels /t REG_DWORD /d "$dpi" /f >/dev/null 2>&1
   fi
@@ -89,7 +108,7 @@ need_prefix() {
   mkdir -p "$(dirname "$WINEPREFIX")"
   exec 9>"$WINEPREFIX.lock"
   flock 9
-  make_prefix || { echo 'The Wine prefix could not be made.' >&2; exit 1; }
+  make_prefix
   exec 9>&-
 }
 
@@ -98,21 +117,25 @@ case ${1:-} in
     echo "$state"
     ;;
   --up)
-    use_display
     need_prefix
+    use_display
     "$server" -p >/dev/null 2>&1 </dev/null
     with_manager N
     ;;
   --down)
     down
     ;;
+  --prefix)
+    need_prefix
+    starts_its_kind || no_wine
+    ;;
   *)
     own=
+    need_prefix
     if [ -z "${DISPLAY:-}" ]; then
       display_is_up || own=1
       use_display
     fi
-    need_prefix
     [ -z "$own" ] || with_manager N
     "$wine" "$@"
     code=$?
