@@ -37,7 +37,10 @@ bool Shell(const std::string& commandLine, int windowStyle) { return Start(comma
 
 int ShellExecuteA(WindowHandle owner, const std::string& verb, const std::string& file, const std::string& parameters,
                   const std::string& folder, int showCommand) {
-  const auto result = ::ShellExecuteW(ToNative<HWND>(owner), OrNull(Widen(verb)), Widen(file).c_str(),
+  const auto name = Widen(file);
+  // Some shells overrun their buffers on a name that no file can have.
+  if (name.size() >= MAX_PATH && name.find(L"://") == std::wstring::npos) return ERROR_FILE_NOT_FOUND;
+  const auto result = ::ShellExecuteW(ToNative<HWND>(owner), OrNull(Widen(verb)), name.c_str(),
                                       OrNull(Widen(parameters)), OrNull(Widen(folder)), showCommand);
   return static_cast<int>(reinterpret_cast<std::intptr_t>(result));
 }
