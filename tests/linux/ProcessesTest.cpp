@@ -43,7 +43,7 @@ TEST(LinuxProcesses, AClassThatIsSetIsReadBackFromTheSnapshot) {
   const TestFolder folder;
   const Child child(folder.Sleeper("zzclass"));
   const auto process = Open(child.Id());
-  EXPECT_EQ(Listed(child.Id()).value().pcPriClassBase, 8);
+  EXPECT_EQ(Listed(child.Id()).value().pcPriClassBase, onlinux::BasePriority(SCHED_OTHER, child.Nice()));
   EXPECT_TRUE(SetPriorityClass(process.get(), IDLE_PRIORITY_CLASS));
   EXPECT_EQ(Listed(child.Id()).value().pcPriClassBase, 4);
   EXPECT_FALSE(SetPriorityClass(process.get(), 7));
@@ -60,7 +60,9 @@ TEST(LinuxProcesses, WithoutRightsNothingBreaksAndNothingIsPretended) {
               if (!BecomeNobody()) return 1;
               const auto own = Open(::getpid());
               const auto first = Open(1);
-              if (SetPriorityClass(own.get(), HIGH_PRIORITY_CLASS) || Listed(::getpid())->pcPriClassBase != 8) return 2;
+              const auto before = onlinux::BasePriority(SCHED_OTHER, ::getpriority(PRIO_PROCESS, 0));
+              if (SetPriorityClass(own.get(), HIGH_PRIORITY_CLASS)) return 2;
+              if (Listed(::getpid())->pcPriClassBase != before) return 2;
               if (SetPriorityClass(first.get(), IDLE_PRIORITY_CLASS) || TerminateProcess(first.get(), 0)) return 3;
               return Listed(1) && *Listed(1)->szExeFile != '\0' ? 0 : 4;
             }),
@@ -191,7 +193,7 @@ TEST(LinuxProcesses, ANumberThatWentToAnotherProcessIsNotTouched) {
   EXPECT_FALSE(Open(id));
   EXPECT_FALSE(TerminateProcess(before.get(), 0));
   EXPECT_FALSE(SetPriorityClass(before.get(), IDLE_PRIORITY_CLASS));
-  EXPECT_EQ(::getpriority(PRIO_PROCESS, static_cast<id_t>(other)), 0);
+  EXPECT_EQ(::getpriority(PRIO_PROCESS, static_cast<id_t>(other)), ::getpriority(PRIO_PROCESS, 0));
   EXPECT_EQ(::kill(other, 0), 0);
   snapshot.Reset();
   EXPECT_TRUE(Open(id));
@@ -205,7 +207,7 @@ TEST(LinuxProcesses, NamesOfAnyBytesComeThrough) {
     const auto path = folder.Sleeper(name);
     const Child child(path);
     EXPECT_EQ(Listed(child.Id()).value().szExeFile, path);
-    EXPECT_EQ(Listed(child.Id()).value().pcPriClassBase, 8) << name;
+    EXPECT_EQ(Listed(child.Id()).value().pcPriClassBase, onlinux::BasePriority(SCHED_OTHER, child.Nice())) << name;
     fs::remove(path);
     EXPECT_EQ(Listed(child.Id()).value().szExeFile, path) << "the file is gone, the process is not";
   }

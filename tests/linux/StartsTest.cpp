@@ -13,6 +13,9 @@ int RunProgram(std::vector<std::string> arguments, const std::string& program = 
   arguments.insert(arguments.begin(), program);
   return InChild([&]() -> int {
     for (const auto* variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) ::unsetenv(variable);
+    // A memory run is to be over soon, however much memory this machine has in use.
+    const rlimit room{512U << 20, 512U << 20};
+    ::setrlimit(RLIMIT_AS, &room);
     Execute(arguments);
   });
 }
