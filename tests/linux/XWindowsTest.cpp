@@ -41,14 +41,13 @@ class LinuxWindows : public testing::Test {
     if (!x) GTEST_SKIP() << "there is no Xvfb";
   }
 
-  xcb_window_t NewWindow(const std::string& title, bool utf8 = true, bool shown = true) {
+  xcb_window_t NewWindow(const std::string& title, const std::string& kind = "UTF8_STRING", bool shown = true) {
     const auto window = ::xcb_generate_id(x->Line());
     const std::uint32_t events = XCB_EVENT_MASK_KEY_PRESS;
     ::xcb_create_window(x->Line(), XCB_COPY_FROM_PARENT, window, x->Root(), 0, 0, 80, 60, 0,
                         XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &events);
-    const auto name = utf8 ? x->Atom("_NET_WM_NAME") : xcb_atom_t{XCB_ATOM_WM_NAME};
-    const auto type = utf8 ? x->Atom("UTF8_STRING") : xcb_atom_t{XCB_ATOM_STRING};
-    ::xcb_change_property(x->Line(), XCB_PROP_MODE_REPLACE, window, name, type, 8,
+    const auto name = kind == "UTF8_STRING" ? x->Atom("_NET_WM_NAME") : xcb_atom_t{XCB_ATOM_WM_NAME};
+    ::xcb_change_property(x->Line(), XCB_PROP_MODE_REPLACE, window, name, x->Atom(kind), 8,
                           static_cast<std::uint32_t>(title.size()), title.data());
     if (shown) ::xcb_map_window(x->Line(), window);
     EXPECT_TRUE(x->Did(::xcb_no_operation_checked(x->Line())));
@@ -123,6 +122,8 @@ class LinuxWindows : public testing::Test {
     const auto window = FindWindowA("Event Tester");
     EXPECT_TRUE(IsInState(*x, window, state));
     EXPECT_EQ(IsShown(window), state == onlinux::ShowState::Maximized);
+    EXPECT_EQ(std::ranges::count(x->ReadNumbers(x->Root(), "_NET_CLIENT_LIST"), window) == 1,
+              x->HasManager() && state != onlinux::ShowState::Hidden);
     ::xcb_kill_client(x->Line(), window);
     EXPECT_TRUE(x->Did(::xcb_no_operation_checked(x->Line())));
     ::waitpid(child, nullptr, 0);
@@ -134,19 +135,24 @@ class LinuxWindows : public testing::Test {
 };
 
 TEST_F(LinuxWindows, AllTitlesAreListedFromFrontToBack) {
+  using namespace std::string_literals;
   NewWindow("back");
-  NewWindow("M\xfcnchen", false);
-  NewWindow("日本", true, false);
-  const auto front = NewWindow("front");
-  EXPECT_EQ(Titles(), (std::vector<std::string>{"front", "日本", "München", "back"}));
-  EXPECT_EQ(FindWindowA("FRONT"), front);
-  EXPECT_EQ(FindWindowA("fron"), 0U);
-  std::array<char, 4> room{};
-  EXPECT_EQ(GetWindowTextA(front, room.data(), 4), 3);
-  EXPECT_STREQ(room.data(), "fro");
-  EXPECT_FALSE(AppActivate("日")) << "only a window that shows is activated";
-  EXPECT_TRUE(AppActivate("bac"));
+  NewWindow("M\xfcnchen", "STRING");
+  const auto mixed = NewWindow("\x1b$(BF|K\\\x1b(B \x1b-B\xb3\0 more"s, "COMPOUND_TEXT");
+  NewWindow("日本", "UTF8_STRING", false);
+  const auto front = NewWindow("back TO front");
+  EXPECT_EQ(Titles(), (std::vector<std::string>{"back TO front", "日本", "日本 ł", "München", "back"}));
+  EXPECT_EQ(FindWindowA("BACK to front"), front);
+  EXPECT_EQ(FindWindowA("日本 Ł"), mixed);
+  EXPECT_EQ(FindWindowA("back to"), 0U);
+  std::array<char, 5> room{};
+  EXPECT_EQ(GetWindowTextA(front, room.data(), 5), 4);
+  EXPECT_STREQ(room.data(), "back");
+  EXPECT_FALSE(AppActivate("ack"));
+  EXPECT_TRUE(AppActivate("back")) << "a whole title goes before the beginning of one";
   EXPECT_EQ(Titles().front(), "back");
+  EXPECT_TRUE(AppActivate("日本")) << "only a window that shows is activated";
+  EXPECT_EQ(Titles().front(), "日本 ł");
   EXPECT_TRUE(SendKeys("~"));
   EXPECT_TRUE(Eventually([&] {
     const onlinux::Reply<xcb_generic_event_t> event(::xcb_poll_for_event(x->Line()));

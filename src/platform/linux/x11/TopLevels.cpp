@@ -4,6 +4,7 @@
 #include <map>
 
 #include "platform/linux/Utf8.h"
+#include "platform/linux/x11/CompoundText.h"
 
 namespace onlinux {
 namespace {
@@ -68,15 +69,19 @@ class Standstill {
   XServer& server_;
 };
 
+// Asks no more than that: what reads a title may have a line of its own to the server, which stands still.
+bool HasTitle(XServer& server, xcb_window_t window) {
+  return !server.Read(window, "_NET_WM_NAME").bytes.empty() || !server.Read(window, "WM_NAME").bytes.empty();
+}
+
 // The window in a frame that its manager has not yet taken up, or not yet given back; else the window itself.
 xcb_window_t InsideOf(XServer& server, xcb_window_t frame) {
-  if (!TitleOf(server, frame).empty()) return frame;
+  if (HasTitle(server, frame)) return frame;
   const auto tree = ReadTree(server, frame);
   if (!tree) return frame;
   const auto* children = ::xcb_query_tree_children(tree.get());
   for (int i = 0; i < ::xcb_query_tree_children_length(tree.get()); ++i)
-    if (!server.Read(children[i], "WM_STATE").bytes.empty() || !TitleOf(server, children[i]).empty())
-      return children[i];
+    if (!server.Read(children[i], "WM_STATE").bytes.empty() || HasTitle(server, children[i])) return children[i];
   return frame;
 }
 
@@ -115,7 +120,8 @@ std::string TitleOf(XServer& server, xcb_window_t window) {
   auto title = server.Read(window, "_NET_WM_NAME");
   if (!title.bytes.empty()) return title.bytes.substr(0, title.bytes.find('\0'));
   title = server.Read(window, "WM_NAME");
-  const auto text = title.bytes.substr(0, title.bytes.find('\0'));
+  auto text = title.type == server.Atom("COMPOUND_TEXT") ? FromCompoundText(title.bytes) : std::string();
+  if (text.empty()) text = title.bytes.substr(0, title.bytes.find('\0'));
   return title.type == XCB_ATOM_STRING ? FromLatin1(text) : text;
 }
 
