@@ -1,11 +1,15 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QComboBox>
+#include <QFileDialog>
 #include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QRadioButton>
 #include <QScrollBar>
@@ -16,9 +20,9 @@
 #include <functional>
 
 #include "Children.h"
+#include "mainform/formVelmaro.h"
 #include "platform/machine.h"
 #include "runtime/Application.h"
-#include "mainform/formVelmaro.h"
 
 namespace velmaro {
 namespace {
@@ -30,11 +34,18 @@ void Key(QWidget& window, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoM
 }
 
 template <class Widget = QAbstractButton>
-void Click(QWidget& window, const QString& caption) {
+Widget& Find(QWidget& window, const QString& caption) {
   for (auto* widget : window.findChildren<Widget*>())
-    if (widget->text().remove('&') == caption && widget->isVisible()) return QTest::mouseClick(widget, Qt::LeftButton);
-  ADD_FAILURE() << "there is no " << caption.toStdString();
+    if (widget->text().remove('&') == caption && widget->isVisible()) return *widget;
+  throw std::runtime_error("there is no " + caption.toStdString());
 }
+
+template <class Widget = QAbstractButton>
+void Click(QWidget& window, const QString& caption) {
+  QTest::mouseClick(&Find<Widget>(window, caption), Qt::LeftButton);
+}
+
+bool Shows(const QLabel* tip) { return tip->isVisible() && tip->window()->windowType() == Qt::ToolTip; }
 
 // The real program on a screen that nobody sees. What the user does in a box or dialog is queued beforehand.
 class LinuxDesktop : public testing::Test {
@@ -46,7 +57,8 @@ class LinuxDesktop : public testing::Test {
       if (window->isVisible()) main = window;
     EXPECT_TRUE(QTest::qWaitForWindowActive(main));
     QObject::connect(&user, &QTimer::timeout, &user, [this] {
-      auto* window = QApplication::activeModalWidget();
+      auto* window = QApplication::activePopupWidget();
+      if (!window) window = QApplication::activeModalWidget();
       if (!window || actions.empty() || !window->isVisible()) return;
       // A timer does not tick while it is answered, and an action may bring the next box.
       QTimer::singleShot(0, window, [action = std::exchange(actions.front(), {}), window] { action(*window); });
@@ -66,10 +78,21 @@ class LinuxDesktop : public testing::Test {
       Click(box, button);
     });
   }
-  void Choose(const QString& caption) {
+  QAction& Entry(const QString& caption) {
     for (auto* action : main->findChildren<QAction*>())
-      if (action->text().remove('&').section('\t', 0, 0) == caption) return action->trigger();
-    ADD_FAILURE() << "there is no " << caption.toStdString();
+      if (action->text().remove('&').section('\t', 0, 0) == caption) return *action;
+    throw std::runtime_error("there is no " + caption.toStdString());
+  }
+  void Choose(const QString& caption) { Entry(caption).trigger(); }
+  // The entry that bears the check mark in the next popup, which is closed again.
+  void LookAtPopup(const std::string& marked) {
+    Then([=](QWidget& popup) {
+      std::string marks;
+      for (const auto* action : popup.actions())
+        if (action->isChecked()) marks += action->text().section('\t', 0, 0).toStdString();
+      EXPECT_EQ(marks, marked);
+      popup.close();
+    });
   }
   // The row of a process, -1 for none, as the list shows it.
   int RowOf(const std::string& program) {
@@ -80,11 +103,12 @@ class LinuxDesktop : public testing::Test {
     return -1;
   }
   std::string Row(int row) { return List().model()->index(row, 0).data().toString().section('\t', 0, 0).toStdString(); }
-  void Pick(int row) {
+  QPoint PlaceOf(int row) {
     const auto index = List().model()->index(row, 0);
     List().scrollTo(index);
-    QTest::mouseClick(List().viewport(), Qt::LeftButton, {}, List().visualRect(index).center());
+    return List().visualRect(index).center();
   }
+  void Pick(int row) { QTest::mouseClick(List().viewport(), Qt::LeftButton, {}, PlaceOf(row)); }
   QListView& List() { return *main->findChild<QListView*>(); }
 
   TestFolder folder;
@@ -117,6 +141,61 @@ TEST_F(LinuxDesktop, AClassIsChangedFromTheMenuAndTheListShowsIt) {
   EXPECT_GE(RowOf(program), 0);
 }
 
+TEST_F(LinuxDesktop, AButtonIsPressedWhereTheMouseWentDownAndUp) {
+  const auto program = folder.Sleeper("zzdesktop");
+  const Child child(program);
+  auto& button = Find(*main, "Velmaro!");
+  Choose("Idle");
+  Pick(RowOf(program));
+  QTest::mousePress(&button, Qt::LeftButton);
+  QTest::mouseRelease(&button, Qt::LeftButton, {}, QPoint(-9, -9));
+  QTest::mouseRelease(&button, Qt::LeftButton);
+  LookAtPopup("Idle");
+  QTest::mouseClick(&button, Qt::RightButton);
+  EXPECT_EQ(child.Nice(), 0);
+  Answer("set to IDLE", "OK");
+  QTest::mouseClick(&button, Qt::LeftButton);
+  EXPECT_EQ(child.Nice(), 19);
+  QTest::keyPress(main->focusWidget(), Qt::Key_F5);
+  const Child late(folder.Sleeper("zzlate"));
+  QTest::keyRelease(main->focusWidget(), Qt::Key_F5);
+  EXPECT_GE(RowOf(folder / "zzlate"), 0) << "the list is read anew when the key comes up";
+  Pick(RowOf(folder / "zzlate"));
+  LookAtPopup("Normal");
+  QTest::mouseClick(List().viewport(), Qt::RightButton, {}, PlaceOf(RowOf(program)));
+  EXPECT_EQ(List().currentIndex().row(), RowOf(folder / "zzlate")) << "the other buttons pick no row";
+  if (::geteuid() != 0) GTEST_SKIP() << "only an administrator may give a program Real Time";
+  Answer("set to REAL TIME", "OK");
+  QTest::mouseDClick(List().viewport(), Qt::LeftButton, {}, PlaceOf(RowOf(program)));
+  EXPECT_EQ(Row(RowOf(program)), "[REAL]");
+}
+
+TEST_F(LinuxDesktop, MenusAndSizesFollowWhatTheProgramDoes) {
+  const auto options = [&] {
+    std::string first;
+    for (const auto* menu : main->findChild<QMenuBar*>()->actions())
+      if (menu->isVisible() && menu->text() == "&Options")
+        first += menu->menu()->actions().front()->text().toStdString();
+    return first;
+  };
+  EXPECT_EQ(options(), "Normal\tCtrl+N");
+  Choose("High");
+  EXPECT_TRUE(Entry("High").isChecked());
+  EXPECT_FALSE(Entry("Real Time").isChecked());
+  Click(*main, "Hidden");
+  EXPECT_EQ(options(), "&Top Most\tF6");
+  EXPECT_TRUE(Find(*main, "Hidden").isChecked());
+  EXPECT_FALSE(Find(*main, "All").isChecked());
+  List().setFocus();
+  Key(*main, Qt::Key_Tab);
+  EXPECT_EQ(main->focusWidget(), &Find(*main, "Velmaro!"));
+  const auto list = List().size();
+  main->resize(700, 600);
+  EXPECT_EQ(List().width() - list.width(), 700 - 478);
+  main->resize(100, 100);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return main->width() >= 425 && main->height() >= 172; }));
+}
+
 TEST_F(LinuxDesktop, AProcessIsEndedOnlyWhenTheUserSaysYes) {
   const auto program = folder.Sleeper("zzdesktop");
   const Child child(program);
@@ -125,14 +204,17 @@ TEST_F(LinuxDesktop, AProcessIsEndedOnlyWhenTheUserSaysYes) {
     Pick(RowOf(program));
     Key(*main, Qt::Key_Delete);
   };
-  Answer("zzdesktop'?", "No");
+  Then([](QWidget& box) {
+    EXPECT_EQ(static_cast<QMessageBox&>(box).icon(), QMessageBox::Question);
+    Key(box, Qt::Key_Return);
+  });
   end();
   EXPECT_TRUE(child.Runs());
   WriteBytes(spareList, "zzDESKTOP\r\n");
   end();
   EXPECT_TRUE(child.Runs()) << "a spared process is not even asked about";
   fs::remove(spareList);
-  Answer("terminate the process", "Yes");
+  Answer("zzdesktop'?", "Yes");
   end();
   EXPECT_FALSE(child.Runs());
   EXPECT_EQ(RowOf(program), -1);
@@ -172,15 +254,15 @@ TEST_F(LinuxDesktop, TheEditorKeepsEveryByteThatTheUserDoesNotTouch) {
   });
   Answer("save the changes", "Cancel");
   Then([](QWidget& editor) {
-    for (auto* button : editor.findChildren<QAbstractButton*>())
-      if (button->text() == "?") {
-        QHelpEvent rest(QEvent::ToolTip, {5, 5}, button->mapToGlobal(QPoint(5, 5)));
-        QApplication::sendEvent(button, &rest);
-      }
-    EXPECT_TRUE(std::ranges::any_of(editor.findChildren<QLabel*>(), [](const auto* label) {
-      return label->isVisible() && label->window()->windowType() == Qt::ToolTip &&
-             label->text().startsWith("Enter a list");
-    }));
+    auto& button = Find(editor, "?");
+    QHelpEvent rest(QEvent::ToolTip, {5, 5}, button.mapToGlobal(QPoint(5, 5)));
+    QApplication::sendEvent(&button, &rest);
+    const auto labels = editor.findChildren<QLabel*>();
+    EXPECT_TRUE(std::ranges::any_of(
+        labels, [](const auto* label) { return Shows(label) && label->text().startsWith("Enter a list"); }));
+    QEvent leave(QEvent::Leave);
+    QApplication::sendEvent(&button, &leave);
+    EXPECT_TRUE(std::ranges::none_of(editor.findChildren<QLabel*>(), Shows));
     editor.close();
   });
   Answer("save the changes", "No");
@@ -194,6 +276,23 @@ TEST_F(LinuxDesktop, TheLauncherStartsWhatIsTypedAtItsPriority) {
     QTest::keyClicks(launcher.focusWidget(), QString::fromStdString('"' + program + "\" 300"));
     Click<QRadioButton>(launcher, "Idle");
     Key(launcher, Qt::Key_Return);
+  });
+  Key(*main, Qt::Key_R, Qt::ControlModifier);
+  Then([&](QWidget& launcher) {
+    auto* box = launcher.findChild<QComboBox*>();
+    EXPECT_TRUE(Find<QRadioButton>(launcher, "Idle").isChecked());
+    QTest::keyClicks(launcher.focusWidget(), "zz");  // what is there is marked, and nothing is put behind what is typed
+    EXPECT_EQ(box->currentText(), "zz");
+    QTest::keyClick(box, Qt::Key_Down);
+    EXPECT_EQ(box->currentText().toStdString(), '"' + program + "\" 300");
+    Click(launcher, "Browse...");
+    EXPECT_EQ(box->currentText().toStdString(), program);
+    Key(launcher, Qt::Key_Escape);
+  });
+  Then([&](QWidget& dialog) {
+    EXPECT_EQ(static_cast<QFileDialog&>(dialog).nameFilters(), QStringList({"Applications (*)", "All files (*)"}));
+    dialog.findChild<QLineEdit*>()->setText(QString::fromStdString(program));
+    Key(dialog, Qt::Key_Return);
   });
   Key(*main, Qt::Key_R, Qt::ControlModifier);
   Click(*main, "Refresh");

@@ -171,7 +171,9 @@ TEST(LinuxProcesses, AClassCountsAgainstProgramsOfOtherSessionsToo) {
 
 TEST(LinuxProcesses, AnEndedProcessIsGoneFromTheListAtOnce) {
   const TestFolder folder;
+  for (const int end : {SIGTERM, SIGINT, SIGHUP}) ::signal(end, SIG_IGN);  // a program takes over what is ignored
   const Child child(folder.Sleeper("zzend"));
+  for (const int end : {SIGTERM, SIGINT, SIGHUP}) ::signal(end, SIG_DFL);
   const auto process = Open(child.Id());
   EXPECT_TRUE(TerminateProcess(process.get(), 0));
   EXPECT_FALSE(Listed(child.Id()));

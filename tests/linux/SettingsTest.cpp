@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/sysinfo.h>
 
 #include "Children.h"
+#include "platform/kernel32.h"
 #include "platform/machine.h"
 
 namespace velmaro {
@@ -24,6 +26,11 @@ class LinuxSettings : public testing::Test {
 
 TEST_F(LinuxSettings, AnyValueComesBackAndOthersStay) {
   EXPECT_EQ(Read("LastRun"), "none");
+  ::setenv("XDG_CONFIG_HOME", "no/whole/path", 1);
+  ::setenv("HOME", folder.Path().c_str(), 1);
+  EXPECT_TRUE(Write("LastRun", "at home"));
+  EXPECT_EQ(fs::status(folder / ".config/velmaro").permissions(), fs::perms::owner_all);
+  ::setenv("XDG_CONFIG_HOME", folder.Path().c_str(), 1);
   const std::vector<std::string> values = {"a=b", "two\nlines\r\n", "back\\slash\\n", "", "\xff bytes", " blanks "};
   for (const auto& value : values) {
     EXPECT_TRUE(Write("LastRun", value));
@@ -56,6 +63,27 @@ TEST_F(LinuxSettings, AFolderThatCantBeUsedLosesNothing) {
   EXPECT_EQ(InChild([] { return BecomeNobody() && !Write("LastRun", "new") ? 0 : 1; }), 0);
   ::chmod((folder / "velmaro/settings.conf").c_str(), 0644);
   EXPECT_EQ(Read("LastRun"), "old");
+}
+
+TEST(LinuxMachine, MemoryFiguresAreTheSystemsOwn) {
+  platform::MEMORYSTATUS status;
+  platform::GlobalMemoryStatus(status);
+  struct sysinfo system {};
+  ASSERT_EQ(::sysinfo(&system), 0);
+  EXPECT_EQ(status.dwTotalPhys, std::uint64_t{system.totalram} * system.mem_unit);
+  const auto figures = ReadBytes("/proc/meminfo");
+  const auto available = std::stod(figures.substr(figures.find("MemAvailable:") + 13)) * 1024;
+  EXPECT_NEAR(static_cast<double>(status.dwAvailPhys), available, 256e6);
+}
+
+TEST(LinuxMachine, APatternFindsTheFirstFileOfItsFolder) {
+  const TestFolder folder;
+  for (const auto* file : {"c.txt", "b.txt", "d.txt", "[x]y.iso", "x.iso"}) WriteBytes(folder / file, "");
+  fs::create_directory(folder / "a.txt");
+  EXPECT_EQ(platform::Dir(folder / "*.txt"), "b.txt");
+  EXPECT_EQ(platform::Dir(folder / "?.TXT"), "");
+  EXPECT_EQ(platform::Dir(folder / "[x]*"), "[x]y.iso");
+  EXPECT_EQ(platform::Dir(folder / "none/*"), "");
 }
 
 }  // namespace
