@@ -75,6 +75,21 @@ TEST_F(Commands, TheListShowsWhatTheFirstProcessOfThatNameReallyGot) {
   EXPECT_TRUE(desktop.boxes.empty());
 }
 
+TEST_F(Commands, WhereRowsAreToldApartACommandGoesToTheRowItself) {
+  desktop.commandsMeanTheRow = true;
+  const auto twin = desktop.AddProcess("high.exe");
+  desktop.AddProcess("ame");
+  desktop.AddWindow("Game");
+  auto& form = Start("/q");
+  Select(form.List1, 6);
+  Choose(form.mnuOptions[3]);
+  EXPECT_EQ(desktop.ProcessById(twin).basePriority * 100 + BaseOf("high.exe"), 413);
+  Press(form.Option1[6]);
+  Select(form.List1, 1);
+  Press(form.btnVelmaro);
+  EXPECT_EQ(BaseOf("ame"), 8) << "a window is no process";
+}
+
 TEST_F(Commands, TheDefaultButtonListensToTheMouseAlone) {
   auto& form = Start("/q");
   Select(form.List1, 0);

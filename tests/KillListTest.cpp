@@ -41,6 +41,21 @@ TEST_F(KillLists, NoKillPatternsFitTheEndOfANameInAnyCase) {
                      "      => a.exe", "x\na.exe => a.exe", "\r\n\r\n => a.exe", "; [ => a.exe", "x] => a.exe"});
 }
 
+TEST_F(KillLists, WhereNamesAreWholePartsOfPathsPatternsStillFitEveryEnd) {
+  desktop.namesAreWholeParts = true;
+  const auto ends = [&](const std::string& text) {
+    const auto [bytes, name] = Sides(text);
+    desktop.files[NoKillList].bytes = bytes;
+    return CanKillProcess(name);
+  };
+  for (const auto* text : {R"(sh => \bin\SH)", R"(Bin\sh => \usr\bin\sh)", R"(\bin\sh => \usr\bin\sh)", "sh => sh",
+                           R"(*sh => \bin\bash)", R"(?sh => \bin\bash)", R"(as[h] => \bin\bash)",
+                           R"(\b*h => \bin\bash)", R"(a* => \bin\bash)", R"([ => \bin\bash)"})
+    EXPECT_FALSE(ends(text)) << text;
+  for (const auto* text : {R"(sh => \bin\bash)", R"(in\sh => \bin\sh)", R"(bin => \bin\sh)", R"(b? => \bin\bash)"})
+    EXPECT_TRUE(ends(text)) << text;
+}
+
 TEST_F(KillLists, AListThatCantBeReadProtectsAndEndsNothing) {
   auto& form = StartWithLists("/q");
   const std::vector<File> unusable = {{.bytes = "game.exe", .locked = true}, {.bytes = "game.exe", .folder = true}, {}};

@@ -17,8 +17,6 @@ std::string AppFolder();
 char PathSeparator();
 // True where a switch of the command line is a word of its own, since any path may hold what reads like one.
 bool SwitchesAreWords();
-// True where a name may hold any character but the separator, so that "?" and "\\" neither end nor divide a path.
-bool NamesHoldAnyCharacter();
 // What the names of programs end with on this platform, in lower case; empty where they end with nothing of the kind.
 std::string ProgramEnding();
 // True where a lone LF ends a line of a text file, as CR LF and a lone CR do everywhere.

@@ -1,7 +1,8 @@
 #include "desktop/modTrayIcon.h"
+#include "mainform/formVelmaro.h"
+#include "platform/identity.h"
 #include "process/WalkProcesses.h"
 #include "runtime/Text.h"
-#include "mainform/formVelmaro.h"
 
 namespace velmaro {
 namespace {
@@ -20,7 +21,10 @@ void formVelmaro::btnVelmaro_MouseUp(int Button, int, float, float) {
   }
   if (List1.ListIndex() >= 0) {
     if (List1.ItemData(List1.ListIndex()) == PriorityChoice) return;
-    WalkProcesses(ProcessInRow(List1.Text()), CheckedPriorityIndex(), QuietMode, nullptr);
+    if (platform::CommandsMeanTheRow())
+      ActOnProcess(List1.ItemKey(List1.ListIndex()), CheckedPriorityIndex(), QuietMode);
+    else
+      WalkProcesses(ProcessInRow(List1.Text()), CheckedPriorityIndex(), QuietMode, nullptr);
   }
   mnuFileRefresh_Click();
 }

@@ -1,6 +1,6 @@
+#include "mainform/formVelmaro.h"
 #include "runtime/Boxes.h"
 #include "runtime/Text.h"
-#include "mainform/formVelmaro.h"
 
 namespace velmaro {
 

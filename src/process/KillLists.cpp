@@ -1,12 +1,13 @@
 #include "process/KillLists.h"
 
 #include "desktop/modRegistry.h"
+#include "mainform/formVelmaro.h"
 #include "platform/shell32.h"
+#include "process/ProcessNames.h"
 #include "process/WalkProcesses.h"
 #include "runtime/Boxes.h"
 #include "runtime/Files.h"
 #include "runtime/Text.h"
-#include "mainform/formVelmaro.h"
 
 namespace velmaro {
 
@@ -33,7 +34,7 @@ bool CanKillProcess(std::string_view processName) {
   LineReader file(NoKillListPath);
   std::string line;
   for (std::string_view entry; NextEntry(file, line, entry);)
-    if (ResumeTest([&] { return WildcardMatch(name, "*" + LCase(entry)); })) return false;
+    if (ResumeTest([&] { return Covers(entry, name); })) return false;
   return true;
 }
 

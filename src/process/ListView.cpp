@@ -1,6 +1,6 @@
+#include "mainform/formVelmaro.h"
 #include "platform/user32.h"
 #include "process/WalkProcesses.h"
-#include "mainform/formVelmaro.h"
 
 namespace velmaro {
 
@@ -37,6 +37,7 @@ void formVelmaro::Timer1_Timer() {
   if (!mnuFileAutoRefresh.Checked()) return;
   // A user who works in this window must not lose the row that he is about to act on.
   if (platform::GetActiveWindow() == hWnd()) return;
+  const ListBox::SamePlace place(List1);
   mnuFileRefresh_Click();
 }
 

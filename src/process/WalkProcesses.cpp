@@ -1,14 +1,15 @@
 #include "process/WalkProcesses.h"
 
+#include <algorithm>
 #include <cstring>
 #include <string>
 
-#include "desktop/modFiles.h"
+#include "platform/identity.h"
 #include "platform/kernel32.h"
-#include "platform/machine.h"
 #include "process/ClassChange.h"
 #include "process/KillLists.h"
 #include "process/KnownEmulators.h"
+#include "process/ProcessNames.h"
 #include "runtime/Boxes.h"
 #include "runtime/ListBox.h"
 #include "runtime/Text.h"
@@ -34,24 +35,32 @@ std::int32_t FoldAliases(std::int32_t mode) {
   }
 }
 
-// The file in a path.
-std::string FileOf(const std::string& path) {
-  if (!platform::NamesHoldAnyCharacter()) return ExtractFileName(path);
-  return path.substr(path.rfind(platform::PathSeparator()) + 1);
-}
-
-// The name as processes bear it, in lower case: without folder, blanks and quotes.
-std::string SoughtName(std::string_view name) {
-  std::string sought(name);
-  if (sought.find(platform::PathSeparator()) != std::string::npos) sought = FileOf(sought);
-  return LCase(DropQuotes(Trim(sought)));
-}
-
 std::string EntryName(const platform::PROCESSENTRY32& entry) {
   return LCase({entry.szExeFile, strnlen(entry.szExeFile, sizeof entry.szExeFile)});
 }
 
-bool PassesFilter(const platform::PROCESSENTRY32& entry, std::int32_t mode) {
+// A snapshot, and the entry at hand.
+struct Walk {
+  Walk() {
+    entry.dwSize = sizeof entry;
+    snapshot.Reset(platform::CreateToolhelp32Snapshot(platform::TH32CS_SNAPPROCESS));
+    more = platform::Process32First(snapshot.get(), entry);
+  }
+  void Next() { more = platform::Process32Next(snapshot.get(), entry); }
+  // True where a test holds for one of the names of the process at hand, in lower case.
+  template <class Test>
+  bool HasName(Test test) const {
+    const auto names = platform::MoreNames(snapshot.get());
+    return test(EntryName(entry)) || std::ranges::any_of(names, [&](const auto& name) { return test(LCase(name)); });
+  }
+
+  platform::PROCESSENTRY32 entry;
+  platform::OwnedHandle snapshot;
+  bool more = false;
+};
+
+bool PassesFilter(const Walk& walk, std::int32_t mode) {
+  const auto& entry = walk.entry;
   switch (mode) {
     case 0:
       return true;
@@ -64,7 +73,7 @@ bool PassesFilter(const platform::PROCESSENTRY32& entry, std::int32_t mode) {
     case 4:
       return entry.pcPriClassBase == 4;
     case 5:
-      return IsKnownEmulator(EntryName(entry));
+      return walk.HasName(IsKnownEmulator);
     default:
       return false;
   }
@@ -92,21 +101,28 @@ Tag TagOf(std::int32_t basePriority) {
   }
 }
 
-void AddProcessRow(ListBox& list, const platform::PROCESSENTRY32& entry) {
-  auto tag = TagOf(entry.pcPriClassBase);
-  list.AddItem(std::move(tag.text) + '\t' + EntryName(entry));
+void AddProcessRow(ListBox& list, const Walk& walk) {
+  auto tag = TagOf(walk.entry.pcPriClassBase);
+  list.AddItem(std::move(tag.text) + '\t' + EntryName(walk.entry));
   list.SetItemData(list.ListCount() - 1, tag.priorityIndex);
+  list.SetItemKey(list.ListCount() - 1, platform::ProcessIdentity(walk.snapshot.get()));
+}
+
+// The no-kill list is asked for every name that the process goes by, so that none it gave itself slips the list.
+bool IsSpared(platform::Handle process, const std::string& name) {
+  return !CanKillProcess(name) || !std::ranges::all_of(platform::NamesOf(process), CanKillProcess);
 }
 
 void TerminateUnlessSpared(platform::Handle process, const std::string& name, bool quiet) {
-  if (!CanKillProcess(name)) return;
+  if (IsSpared(process, name)) return;
   constexpr auto question = platform::MB_YESNO | platform::MB_ICONQUESTION | platform::MB_DEFBUTTON2;
   if (quiet || MsgBox("Do you want to terminate the process '" + name + "'?", question) == platform::IDYES)
     platform::TerminateProcess(process, 0);
 }
 
-void Act(std::uint32_t processId, const std::string& name, std::int32_t mode, bool quiet) {
-  const platform::OwnedHandle process(platform::OpenProcess(platform::PROCESS_ALL_ACCESS, false, processId));
+void Act(const platform::PROCESSENTRY32& entry, std::int32_t mode, bool quiet) {
+  const auto name = EntryName(entry);
+  const platform::OwnedHandle process(platform::OpenProcess(platform::PROCESS_ALL_ACCESS, false, entry.th32ProcessID));
   switch (mode) {
     case SetNormal:
       return ChangeClass(process.get(), name, platform::NORMAL_PRIORITY_CLASS, quiet);
@@ -129,23 +145,27 @@ bool WalkProcesses(std::string_view name, std::int32_t mode, const bool& quiet, 
   bool found = false;
   // A failure anywhere in the walk stops it, and the result is what it then was.
   Resume([&] {
-    platform::PROCESSENTRY32 entry;
-    entry.dwSize = sizeof entry;
-    const platform::OwnedHandle snapshot(platform::CreateToolhelp32Snapshot(platform::TH32CS_SNAPPROCESS));
-    bool more = platform::Process32First(snapshot.get(), entry);
+    Walk walk;
     if (name.empty() && list) list->Clear();
     mode = FoldAliases(mode);
     const auto sought = SoughtName(name);
-    for (; more; more = platform::Process32Next(snapshot.get(), entry)) {
+    for (; walk.more; walk.Next()) {
       if (sought.empty()) {
-        if (list && PassesFilter(entry, mode)) AddProcessRow(*list, entry);
-      } else if (const auto running = EntryName(entry); Right(running, sought.size()) == sought) {
+        if (list && PassesFilter(walk, mode)) AddProcessRow(*list, walk);
+      } else if (walk.HasName([&](const std::string& running) { return FitsName(running, sought); })) {
         found = true;
-        return Act(entry.th32ProcessID, running, mode, quiet);
+        return Act(walk.entry, mode, quiet);
       }
     }
   });
   return found;
+}
+
+void ActOnProcess(std::uint64_t key, std::int32_t mode, const bool& quiet) {
+  Resume([&] {
+    for (Walk walk; walk.more; walk.Next())
+      if (key != 0 && platform::ProcessIdentity(walk.snapshot.get()) == key) return Act(walk.entry, mode, quiet);
+  });
 }
 
 }  // namespace velmaro

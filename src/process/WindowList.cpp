@@ -1,7 +1,7 @@
 #include <optional>
 
-#include "platform/user32.h"
 #include "mainform/formVelmaro.h"
+#include "platform/user32.h"
 
 namespace velmaro {
 namespace {

@@ -1,5 +1,7 @@
 #include "runtime/ListBox.h"
 
+#include <algorithm>
+
 #include "runtime/Form.h"
 
 namespace velmaro {
@@ -25,6 +27,7 @@ void ListBox::EndRefill() {
 void ListBox::Clear() {
   rows_.clear();
   selected_ = -1;
+  top_ = 0;
   RowsChanged();
 }
 
@@ -37,6 +40,31 @@ void ListBox::AddItem(std::string text) {
 void ListBox::SetItemData(int index, std::int32_t data) {
   At(index);
   rows_[static_cast<std::size_t>(index)].data = data;
+}
+
+void ListBox::SetItemKey(int index, std::uint64_t key) {
+  At(index);
+  rows_[static_cast<std::size_t>(index)].key = key;
+}
+
+// The row of a key, -1 for none and for the key 0.
+int ListBox::RowOf(std::uint64_t key) const {
+  const auto at = key == 0 ? rows_.end() : std::ranges::find(rows_, key, &Row::key);
+  return at == rows_.end() ? -1 : static_cast<int>(at - rows_.begin());
+}
+
+ListBox::SamePlace::SamePlace(ListBox& list)
+    : refill_(list), list_(list), selected_(list.selected_ < 0 ? 0 : list.ItemKey(list.selected_)) {
+  for (int row = list.top_; row < list.ListCount(); ++row) shown_.push_back(list.ItemKey(row));
+}
+
+ListBox::SamePlace::~SamePlace() {
+  if (list_.selected_ < 0) list_.selected_ = static_cast<std::int16_t>(list_.RowOf(selected_));
+  for (const auto key : shown_)
+    if (const auto row = list_.RowOf(key); row >= 0) {
+      list_.top_ = row;
+      return;
+    }
 }
 
 void ListBox::SetListIndex(int index) {

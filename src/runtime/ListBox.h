@@ -30,6 +30,10 @@ class ListBox : public Control {
   // The number that a row carries, 0 until it is set. Throws RuntimeError for a row that is not there.
   std::int32_t ItemData(int index) const { return At(index).data; }
   void SetItemData(int index, std::int32_t data);
+  // What tells the thing that a row shows from all others, 0 until it is set. Throws RuntimeError for a row that is not
+  // there.
+  std::uint64_t ItemKey(int index) const { return At(index).key; }
+  void SetItemKey(int index, std::uint64_t key);
   // The selected row, -1 for none.
   std::int16_t ListIndex() const { return selected_; }
   // Selects a row, or none with -1. Throws RuntimeError for a row that is not there.
@@ -50,8 +54,29 @@ class ListBox : public Control {
     ListBox& list_;
   };
 
+  // Holds a refill back as well, and at its end selects the row that was selected and brings the one to the top that
+  // stood there, as far as rows of the same keys, 0 excepted, are still there.
+  class SamePlace {
+   public:
+    explicit SamePlace(ListBox& list);
+    ~SamePlace();
+    SamePlace(const SamePlace&) = delete;
+    SamePlace& operator=(const SamePlace&) = delete;
+
+   private:
+    Refill refill_;
+    ListBox& list_;
+    std::uint64_t selected_;
+    std::vector<std::uint64_t> shown_;  // the keys from the top on
+  };
+
+  // The row at the top of the part that shows.
+  int TopIndex() const { return top_; }
+
   // For peers: the user selected a row.
   void SelectedByUser(int index) { selected_ = static_cast<std::int16_t>(index); }
+  // For peers: another row stands at the top.
+  void ScrolledByUser(int top) { top_ = top; }
   // For peers: raises the event.
   void RaiseDblClick();
 
@@ -62,13 +87,16 @@ class ListBox : public Control {
   struct Row {
     std::string text = {};
     std::int32_t data = 0;
+    std::uint64_t key = 0;
   };
   const Row& At(int index) const;
   void RowsChanged();
   void EndRefill();
+  int RowOf(std::uint64_t key) const;
 
   std::vector<Row> rows_;
   std::int16_t selected_ = -1;
+  int top_ = 0;
   int held_ = 0;
   bool changed_ = false;
 };

@@ -91,7 +91,7 @@ class Child {
  public:
   explicit Child(const std::string& program) : id_(::fork()) {
     if (id_ == 0) Execute({program, "300"});
-    Eventually([&] { return fs::exists("/proc/" + std::to_string(id_) + "/exe") && Executable() == program; });
+    Eventually([&] { return ReadBytes("/proc/" + std::to_string(id_) + "/cmdline").find(program) != std::string::npos; });
   }
   Child(const Child&) = delete;
   Child& operator=(const Child&) = delete;
@@ -110,10 +110,6 @@ class Child {
   int Nice() const { return ::getpriority(PRIO_PROCESS, static_cast<id_t>(id_)); }
 
  private:
-  std::string Executable() const {
-    std::error_code error;
-    return fs::read_symlink("/proc/" + std::to_string(id_) + "/exe", error).string();
-  }
   pid_t id_;
 };
 

@@ -220,6 +220,32 @@ TEST_F(LinuxDesktop, AProcessIsEndedOnlyWhenTheUserSaysYes) {
   EXPECT_EQ(RowOf(program), -1);
 }
 
+TEST_F(LinuxDesktop, ARefreshInTheBackgroundKeepsTheRowAndThePlaceOfTheList) {
+  std::deque<Child> children;
+  for (int i = 0; i < 30; ++i) children.emplace_back(folder.Sleeper("zz" + std::to_string(i)));
+  const auto picked = folder / "zz29";
+  Click(*main, "Refresh");
+  auto& bar = *List().verticalScrollBar();
+  Pick(RowOf(picked));
+  bar.setValue(RowOf(folder / "zz5"));
+  const auto before = bar.value();
+  const auto row = RowOf(picked);
+  children.pop_front();
+  QWidget other;
+  other.show();
+  other.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
+  app.Default<formVelmaro>().Timer1_Timer();
+  EXPECT_LT(RowOf(picked), row);
+  EXPECT_EQ(List().currentIndex().row(), RowOf(picked));
+  EXPECT_TRUE(List().selectionModel()->isSelected(List().currentIndex()));
+  EXPECT_EQ(bar.value(), before - 1);
+  children.pop_back();
+  app.Default<formVelmaro>().Timer1_Timer();
+  EXPECT_FALSE(List().currentIndex().isValid()) << "no other row takes the place of one that is gone";
+  EXPECT_EQ(bar.value(), before - 1);
+}
+
 TEST_F(LinuxDesktop, AKillRunAsksOnceAndEndsTheList) {
   const Child first(folder.Sleeper("zzone"));
   const Child second(folder.Sleeper("zztwo"));

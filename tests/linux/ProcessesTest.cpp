@@ -3,10 +3,19 @@
 #include <sys/syscall.h>
 
 #include <atomic>
+#include <map>
 
 #include "Children.h"
 #include "platform/linux/PriorityClass.h"
 #include "platform/linux/ProcFolder.h"
+#include "platform/linux/Script.h"
+#include "platform/machine.h"
+#include "process/KillLists.h"
+#include "process/KnownEmulators.h"
+#include "process/WalkProcesses.h"
+#include "runtime/Application.h"
+#include "runtime/Form.h"
+#include "runtime/ListBox.h"
 
 namespace velmaro {
 namespace {
@@ -135,7 +144,10 @@ TEST(LinuxProcesses, AChangeThatIsRefusedLeavesEveryThreadAsItWas) {
 // A process in a session of its own that does nothing but take time of one core.
 pid_t Spin() {
   const auto child = ::fork();
-  if (child != 0) return child;
+  if (child != 0) {
+    Eventually([&] { return ::getsid(child) == child; });
+    return child;
+  }
   ::setsid();
   cpu_set_t first;
   CPU_ZERO(&first);
@@ -227,6 +239,108 @@ TEST(LinuxProcesses, NamesOfAnyBytesComeThrough) {
   EXPECT_EQ(status->startTime, 99U);
   for (const auto* line : {"", "7", "7 (a", "7 )a(", "7 (a) S 3", "7 (a) S x y z"})
     EXPECT_FALSE(onlinux::ParseStatus(line));
+}
+
+int OwnNice() { return ::getpriority(PRIO_PROCESS, 0); }
+
+// True where a line of a list finds a process.
+bool Finds(const std::string& line) { return WalkProcesses(line, 5, true, nullptr); }
+
+TEST(LinuxProcesses, ANameStandsForWholePartsOfAPath) {
+  const TestFolder folder;
+  const Child longer(folder.Sleeper("zzgames/aazzstar"));
+  const auto path = folder.Sleeper("zzgames/zzstar");
+  const Child star(path);
+  fs::create_symlink(path, folder / "link");
+  for (const auto& line :
+       {std::string("zzSTAR"), std::string("zzgames/zzstar"), path, " \"" + path + "\" ", folder / "link"})
+    EXPECT_TRUE(Finds(line)) << line;
+  for (const auto& line : {"zstar", "games/zzstar", "/zzgames/zzstar", "zzgames/", "/", "zz*", "link"})
+    EXPECT_FALSE(Finds(line)) << line;
+  WalkProcesses("zzstar", 3, true, nullptr);
+  EXPECT_EQ(star.Nice(), 19);
+  EXPECT_EQ(longer.Nice(), OwnNice());
+  for (const auto* emulator : {"/usr/games/stella", "mame.exe", "/opt/duckstation-qt", "86box", "zsnes"})
+    EXPECT_TRUE(IsKnownEmulator(emulator)) << emulator;
+  for (const auto* other : {"/usr/bin/e", "/stella/sh", "stella;tiemu", "mame.ex", "/"})
+    EXPECT_FALSE(IsKnownEmulator(other)) << other;
+}
+
+TEST(LinuxProcesses, AScriptIsKnownByItsOwnNameAndByItsInterpreters) {
+  const TestFolder folder;
+  NoKillListPath = folder / "spared";
+  const auto script = folder / "zz-tool.pl";
+  for (const auto* first : {"#!/usr/bin/perl -w", "#!/usr/bin/env perl"}) {
+    WriteBytes(script, first + std::string("\nsleep 300;\n"));
+    fs::permissions(script, fs::perms::owner_all);
+    const Child tool(script);
+    ASSERT_TRUE(Eventually([&] { return Finds("zz-tool.pl"); }));
+    EXPECT_EQ(std::string(Listed(tool.Id())->szExeFile), "/usr/bin/perl " + script);
+    for (const auto* spared : {"zz-tool.pl", "perl", "/usr/bin/perl", "z?-tool*", "[", "*tool.pl"}) {
+      WriteBytes(NoKillListPath, spared);
+      EXPECT_TRUE(WalkProcesses("zz-tool.pl", 4, true, nullptr) && tool.Runs()) << spared;
+    }
+    WriteBytes(NoKillListPath, "tool.pl");
+    WalkProcesses(script, 4, true, nullptr);
+    EXPECT_FALSE(tool.Runs());
+  }
+  const std::vector<std::pair<std::vector<std::string>, std::string>> lines = {
+      {{"python3", "-Es", "-W", "ignore", "/x/a.py", "b.py"}, "/x/a.py"},
+      {{"python3", "-m", "a"}, ""},
+      {{"python3", "-c", "a.py"}, ""},
+      {{"python3"}, ""},
+      {{"python3", "-", "a"}, ""},
+      {{"python3", "--", "-a"}, "-a"},
+      {{"-bash", "-eu", "-o", "pipefail", "a.sh"}, "a.sh"},
+      {{"bash", "-lc", "a.sh"}, ""},
+      {{"vim", "a.sh"}, ""},
+      {{"perl", "-MDateTime", "-w", "a.pl"}, "a.pl"},
+      {{"perl", "-ne", "a.pl"}, ""},
+      {{"python3ish", "a.py"}, ""}};
+  for (const auto& [words, own] : lines)
+    EXPECT_EQ(onlinux::ScriptOf(words[0].substr(words[0][0] == '-'), words[0], words), own) << words.back();
+  EXPECT_EQ(onlinux::ScriptOf("/opt/lang", "a-script-of-15-", {"lang", "-x", "/a-script-of-15-and-more"}),
+            "/a-script-of-15-and-more");
+}
+
+TEST(LinuxProcesses, NoNameThatAProcessGivesItselfSlipsTheNoKillList) {
+  const TestFolder folder;
+  NoKillListPath = folder / "spared";
+  fs::copy_file("/usr/bin/perl", folder / "wine-zz");
+  const auto script = folder / "zz-tool.pl";
+  WriteBytes(script, "#!" + folder / "wine-zz" + "\n$0 = 'zzother'; sleep 300;\n");
+  fs::permissions(script, fs::perms::owner_all);
+  const Child tool(script);
+  ASSERT_TRUE(Eventually([] { return Finds("zzother"); }));
+  for (const auto* spared : {"zz-tool.pl", "wine-zz", "zzother"}) {
+    WriteBytes(NoKillListPath, spared);
+    WalkProcesses("zzother", 4, true, nullptr);
+    EXPECT_TRUE(tool.Runs()) << spared;
+  }
+}
+
+TEST(LinuxProcesses, ARowStandsForItsOwnProcessAndNoneForTheKernels) {
+  const TestFolder folder;
+  const auto program = folder.Sleeper("zztwin");
+  const Child first(program);
+  Child second(program);
+  Application app;
+  Form form{FormArgs{}};
+  ListBox list{form, {}};
+  std::map<std::string, std::vector<std::uint64_t>> keys;
+  WalkProcesses("", 0, true, &list);
+  for (int row = 0; row < list.ListCount(); ++row)
+    keys[list.List(row).substr(list.List(row).find('\t') + 1)].push_back(list.ItemKey(row));
+  EXPECT_FALSE(keys.contains("kthreadd"));
+  auto twins = keys[platform::LowerCase(program)];
+  ASSERT_EQ(twins.size(), 2U);
+  if (first.Id() > second.Id()) std::swap(twins[0], twins[1]);
+  ActOnProcess(twins[1], 3, true);
+  EXPECT_EQ(second.Nice(), 19);
+  second.End();
+  ActOnProcess(twins[1], 3, true);
+  ActOnProcess(0, 3, true);
+  EXPECT_EQ(first.Nice(), OwnNice());
 }
 
 TEST(LinuxProcesses, TheWalkHoldsWhileProcessesComeAndGo) {

@@ -66,8 +66,6 @@ char PathSeparator() { return '/'; }
 
 bool SwitchesAreWords() { return true; }
 
-bool NamesHoldAnyCharacter() { return true; }
-
 std::string ProgramEnding() { return {}; }
 
 bool LineFeedEndsLine() { return true; }

@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/linux/ProcessNames.h"
+
 namespace onlinux {
 
 // What the program wants to know of a process, all of it from its one status line.
@@ -26,16 +28,18 @@ struct ProcessStatus {
 struct ProcessRecord {
   std::uint32_t id = 0;
   ProcessStatus status;
-  std::string name;  // the executable's whole path where it can be read, else its base name
+  ProcessNames names;
 };
 
+// Reads a file under an open folder in one call, as far as `room` goes; empty when it can't be read.
+std::string ReadSmall(int folder, const std::string& path, std::size_t room);
 // Takes a status line apart. Nothing for a line that is no status line. The name in it may hold blanks, brackets and
 // line ends.
 std::optional<ProcessStatus> ParseStatus(std::string_view line);
 // Reads the status of a process; nothing when it is gone.
 std::optional<ProcessStatus> ReadStatus(std::uint32_t processId);
-// All running processes in the order of their numbers. Nothing when they can't be had; a process that goes away
-// meanwhile is left out.
+// All running processes in the order of their numbers, without the kernel's own threads. Nothing when they can't be
+// had; a process that goes away meanwhile is left out.
 std::optional<std::vector<ProcessRecord>> ReadProcesses();
 // The numbers of the threads of a process, empty when it is gone.
 std::vector<std::uint32_t> ReadThreads(std::uint32_t processId);

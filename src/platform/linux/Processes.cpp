@@ -42,7 +42,8 @@ void Fill(PROCESSENTRY32& entry, const ProcessRecord& process) {
   entry.th32ParentProcessID = process.status.parent;
   entry.pcPriClassBase = onlinux::BasePriority(process.status.policy, process.status.nice);
   entry.dwFlags = 0;
-  const auto name = InEntry(process.name, sizeof entry.szExeFile - 1);
+  const auto shown = process.names.Shown();
+  const auto name = InEntry(shown, sizeof entry.szExeFile - 1);
   std::memcpy(entry.szExeFile, name.data(), name.size());
   entry.szExeFile[name.size()] = '\0';
 }

@@ -56,6 +56,8 @@ class Desktop {
   bool classIsReadBack = false;
   bool canAskForRight = false;
   bool rightGiven = false;  // what the user who is asked for it has
+  bool commandsMeanTheRow = false;
+  bool namesAreWholeParts = false;
   int snapshotsTaken = 0;
   std::vector<std::uint32_t> terminated;  // the numbers of the processes that the program ended
   std::uint32_t AddProcess(const std::string& name, std::int32_t basePriority = 8);

@@ -17,8 +17,6 @@ char PathSeparator() { return '\\'; }
 
 bool SwitchesAreWords() { return false; }
 
-bool NamesHoldAnyCharacter() { return false; }
-
 std::string ProgramEnding() { return ".exe"; }
 
 bool LineFeedEndsLine() { return false; }

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QListView>
 #include <QPainter>
+#include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <algorithm>
 #include <utility>
@@ -100,6 +101,9 @@ ListBoxPeer::ListBoxPeer(velmaro::ListBox& list) : ControlPeer(list, NewList(lis
   widget.setModel(&rows_);
   QObject::connect(widget.selectionModel(), &QItemSelectionModel::currentRowChanged, &widget,
                    [this](const QModelIndex& row) { Picked(row); });
+  // The list scrolls by whole rows.
+  QObject::connect(widget.verticalScrollBar(), &QScrollBar::valueChanged, &widget,
+                   [this](int top) { list_.ScrolledByUser(top); });
 }
 
 void ListBoxPeer::Begin() {
@@ -114,9 +118,12 @@ void ListBoxPeer::Apply(velmaro::Change what) {
 }
 
 void ListBoxPeer::ShowRows() {
+  auto& widget = static_cast<ListWidget&>(Widget());
+  const auto top = list_.TopIndex();
   Quietly([&] { rows_.Changed(); });
   ShowSelected();
-  if (list_.ListIndex() < 0) static_cast<ListWidget&>(Widget()).scrollToTop();
+  widget.scrollTo(rows_.index(top), QAbstractItemView::PositionAtTop);
+  list_.ScrolledByUser(widget.verticalScrollBar()->value());
 }
 
 void ListBoxPeer::ShowSelected() {

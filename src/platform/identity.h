@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/types.h"
+
+namespace platform {
+
+// True where a command of the window goes to the process of the selected row itself, false where it goes to the first
+// process of that name.
+bool CommandsMeanTheRow();
+// Tells the process that a snapshot delivered last from all others, also from a later one of its number. 0, which is no
+// process, where rows are not told apart.
+std::uint64_t ProcessIdentity(Handle snapshot);
+
+// True where a name stands for whole parts of a path, false where it stands for the end of any name.
+bool NamesAreWholeParts();
+// The names of the process that a snapshot delivered last which its entry does not hold as they are, such as that of a
+// script, or one that is too long for it.
+std::vector<std::string> MoreNames(Handle snapshot);
+// All names by which an opened process goes now, those that it gave itself among them; for what must not be slipped by
+// a new name. Empty where its entry in a snapshot holds the only one.
+std::vector<std::string> NamesOf(Handle process);
+// The path that a program bears when it was started from a whole path, which may lead through links.
+std::string ResolvedPath(const std::string& path);
+
+// The emulators that the platform knows beside those for Windows, in lower case, joined by ";".
+std::string_view NativeEmulators();
+
+}  // namespace platform

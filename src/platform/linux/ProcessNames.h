@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace onlinux {
+
+// What a process is known by: the whole path of its executable where that can be read, else its base name, and the path
+// of the script that the executable runs, empty where it runs none. A program for Windows has its own name, not its
+// loader's.
+struct ProcessNames {
+  std::string program;
+  std::string script;
+
+  // Both, as a command line has them.
+  std::string Shown() const { return script.empty() ? program : program + ' ' + script; }
+};
+
+// The names of a process, told by the open process folder, its place in that and the short name that the kernel keeps.
+ProcessNames ReadNames(int folder, const std::string& id, const std::string& shortName);
+// Every name that a process goes by, whether the system gave it or the process itself.
+std::vector<std::string> ReadAllNames(std::uint32_t processId);
+
+}  // namespace onlinux
