@@ -59,6 +59,24 @@ TEST(CommandLine, ListFilesRunToTheFirstTextEnding) {
              "/q /k /m /h x => quiet kill() memory high >x"});
 }
 
+TEST(CommandLine, WordsAreSwitchesUpToTheProgram) {
+  // Written with "|" behind each word.
+  const auto read = [](std::string words) {
+    std::ranges::replace(words, '|', '\0');
+    auto options = ReadCommandWords(words, "C:\\V\\");
+    std::ranges::replace(options.target, '\0', '|');
+    return Summary(options);
+  };
+  ExpectEach(read,
+             {" => >", "/Q|/h|game| => quiet high >game|", "game|/q|/?|| => >game|/q|/?||",
+              R"(/q|/usr/max/h|a "b|c\| => quiet >/usr/max/h|a "b|c\|)", "/quick|/i| => >/quick|/i|", "|/q| => >|/q|",
+              "/m|/?|game| => help >", "/k|game|a.txt| => kill() >game|a.txt|",
+              R"(/k|my list.TXT|/y|D:\b.txt|game| => spare(D:\b.txt) kill(C:\V\my list.TXT) >game|)",
+              "/k|/y|/i|g| => kill() idle >g|", "/max|/hide|/min|g| => style0 >g|", "/max|/normal|g| => >g|",
+              "/max|/min|g| => style2 >g|", "/x|My Game|g|a| => hide(My Game) >g|a|", "/x|game| => hide(ePSXe) >game|",
+              "/x|/q|game| => quiet hide(ePSXe) >game|", "/x||game| => hide(ePSXe) >game|", "/x| => hide(ePSXe) >"});
+}
+
 TEST(CommandLine, PositionsAreSixteenBitsWide) {
   const std::string far(32767, 'a');
   EXPECT_FALSE(ReadCommandLine(far + "/q", "C:\\V\\").quiet);

@@ -4,14 +4,13 @@
 #include "desktop/modFiles.h"
 #include "launcher/Settings.h"
 #include "launcher/formLauncher.h"
-#include "platform/machine.h"
+#include "mainform/formVelmaro.h"
 #include "platform/user32.h"
 #include "process/ProcessName.h"
 #include "process/StartCommand.h"
 #include "process/WalkProcesses.h"
 #include "runtime/Application.h"
 #include "runtime/Text.h"
-#include "mainform/formVelmaro.h"
 
 namespace velmaro {
 namespace {
@@ -21,7 +20,7 @@ constexpr std::int16_t NormalEntry = 0;
 constexpr std::array<std::int16_t, 4> EntryOfOption = {2, 1, NormalEntry, 3};
 
 std::string ProcessWithoutFolder(const std::string& command) {
-  const auto name = ProcessOfCommand(command).value_or(command + platform::ProgramEnding());
+  const auto name = ProcessOfCommand(command).value_or(command + ".exe");
   return name.substr(ExtractFilePath(name).size());
 }
 
@@ -32,8 +31,14 @@ void formLauncher::btnOK_Click() {
     FileCommand(command);
     Hide();
     SaveSetting("LastRun", command);
-    StartCommand(command, platform::SW_SHOWNORMAL);
-    ApplyPriority(command);
+    const auto entry = ChosenEntry();
+    if (StartAtMode({.command = command, .atHome = true}, entry, true)) {
+      MarkEntry(entry);
+    } else {
+      StartCommand(command, platform::SW_SHOWNORMAL);
+      MarkEntry(entry);
+      if (entry != NormalEntry) WalkProcesses(ProcessWithoutFolder(command), entry, true, nullptr);
+    }
   }
   UnloadForm(*this);
 }
@@ -47,14 +52,16 @@ void formLauncher::FileCommand(const std::string& command) {
   for (int i = 1; i <= filed; ++i) SaveSetting("LastRun" + std::to_string(i), cmbRun.List(i - 1));
 }
 
-void formLauncher::ApplyPriority(const std::string& command) {
-  auto& main = App().Default<formVelmaro>();
-  for (auto& entry : main.mnuOptions) entry.SetChecked(false);
+std::int16_t formLauncher::ChosenEntry() const {
   const auto chosen = std::ranges::find_if(optPriority, [](const OptionButton& option) { return option.Value(); });
   const auto index = std::min<std::ptrdiff_t>(chosen - optPriority.begin(), 3);
-  const auto entry = EntryOfOption[static_cast<std::size_t>(index)];
+  return EntryOfOption[static_cast<std::size_t>(index)];
+}
+
+void formLauncher::MarkEntry(std::int16_t entry) {
+  auto& main = App().Default<formVelmaro>();
+  for (auto& option : main.mnuOptions) option.SetChecked(false);
   main.mnuOptions[static_cast<std::size_t>(entry)].SetChecked(true);
-  if (entry != NormalEntry) WalkProcesses(ProcessWithoutFolder(command), entry, true, nullptr);
 }
 
 }  // namespace velmaro

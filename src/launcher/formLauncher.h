@@ -38,7 +38,9 @@ class formLauncher : public Form {
 
  private:
   void FileCommand(const std::string& command);
-  void ApplyPriority(const std::string& command);
+  // The entry of the main window's options that stands for the chosen priority.
+  std::int16_t ChosenEntry() const;
+  void MarkEntry(std::int16_t entry);
 };
 
 }  // namespace velmaro

@@ -131,8 +131,9 @@ class formVelmaro : public Form {
   std::string FindText;             // the last text searched for, as typed
 
  private:
-  // Starts the target of an unattended run, sets its priority and hides a window where that was asked for.
-  void RunTarget(const std::string& target);
+  // Starts the target of an unattended run, sets its priority and hides a window where that was asked for. Gives the
+  // exit code of the run.
+  int RunTarget(const std::string& target);
   void RunProgram(const std::string& target);
   void RunEmulator(const std::string& target);
   // Ends the programs of a kill list.

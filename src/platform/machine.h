@@ -8,17 +8,15 @@
 
 namespace platform {
 
-// The command line behind the program's own name, unchanged.
+// The command line behind the program's own name, unchanged: one text, or words, each with a NUL behind it.
 std::string CommandLine();
 // The folder of the list files, without a separator at its end unless it is a root: that of the executable, or, where
 // programs are installed into folders that their users can't write, the user's own folder for this program.
 std::string AppFolder();
 // The character that stands between folders in the paths of this platform.
 char PathSeparator();
-// True where a switch of the command line is a word of its own, since any path may hold what reads like one.
+// True where the command line comes as words. Switches are then words in front of the program's.
 bool SwitchesAreWords();
-// What the names of programs end with on this platform, in lower case; empty where they end with nothing of the kind.
-std::string ProgramEnding();
 // True where a lone LF ends a line of a text file, as CR LF and a lone CR do everywhere.
 bool LineFeedEndsLine();
 // The program's instance handle, for the records that ask for it.

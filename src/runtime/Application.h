@@ -42,9 +42,13 @@ class Application {
   void RunWhile(Test goOn) {
     while (!ended_ && goOn() && ProcessNextEvent()) continue;
   }
-  // Ends the program at once: no form is shown any more and no form is asked.
-  void End() { ended_ = true; }
+  // Ends the program at once, with an exit code: no form is shown any more and no form is asked.
+  void End(int exitCode = 0) {
+    ended_ = true;
+    exitCode_ = exitCode;
+  }
   bool Ended() const { return ended_; }
+  int ExitCode() const { return exitCode_; }
 
   // The forms that are loaded, in the order of their loading.
   const std::vector<Form*>& Forms() const { return forms_; }
@@ -61,6 +65,7 @@ class Application {
   std::map<std::type_index, Form*> defaults_;
   std::vector<Form*> forms_;
   bool ended_ = false;
+  int exitCode_ = 0;
 };
 
 // The running program. There is exactly one while any form or box is used: the entry, or a test, keeps it alive.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
 
 #include "runtime/Failures.h"
@@ -45,11 +46,13 @@ std::string Digits(double value, int decimals) {
 // Halves go away from zero, as they do on paper: 17 digits tell apart all that a double can hold, and binary rounding
 // of a half that is not exact must not pull it down.
 std::string Rounded(double value, int decimals) {
-  const auto scale = std::pow(10.0, decimals);
+  double scale = 1;
+  for (int i = 0; i < decimals; ++i) scale *= 10;
   const auto scaled = value * scale;
   // Above this every double is a whole number and there is nothing to round.
   if (std::abs(scaled) >= 9007199254740992.0) return Digits(value, decimals);
-  return Digits(std::round(scaled) / scale, decimals);
+  const auto below = static_cast<double>(static_cast<std::int64_t>(scaled));
+  return Digits((scaled - below < 0.5 ? below : below + 1) / scale, decimals);
 }
 
 }  // namespace

@@ -6,27 +6,14 @@
 namespace velmaro {
 namespace {
 
-constexpr auto DefaultTitle = "ePSXe";
-
 // Keeps what stands before position `from` and what stands from position `resume` on.
 void Cut(std::string& line, std::size_t from, std::size_t resume) {
   line = std::string(Mid(line, 1, from - 1)) + std::string(Mid(line, resume));
 }
 
-bool IsBlank(std::string_view text) { return text.empty() || text == " " || text == "\""; }
-
 // The position of the first occurrence of a switch, 0 for none.
 std::size_t FindSwitch(const std::string& line, std::string_view name) {
-  const auto from = [&](std::size_t start) {
-    return static_cast<std::size_t>(InStr(start, line, name, Compare::IgnoreCase));
-  };
-  auto at = from(1);
-  if (!platform::SwitchesAreWords()) return at;
-  const auto standsAlone = [&] {
-    return (at == 1 || IsBlank(Mid(line, at - 1, 1))) && IsBlank(Mid(line, at + name.size(), 1));
-  };
-  while (at != 0 && !standsAlone()) at = from(at + 1);
-  return at;
+  return static_cast<std::size_t>(InStr(1, line, name, Compare::IgnoreCase));
 }
 
 // Cuts the first occurrence of a switch and tells whether there was one.

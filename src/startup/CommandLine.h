@@ -2,8 +2,12 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace velmaro {
+
+// The title of the window that "/x" hides where the line names none.
+inline constexpr auto DefaultTitle = "ePSXe";
 
 // What a command line asks for.
 struct StartOptions {
@@ -23,9 +27,11 @@ struct StartOptions {
 
 // Reads a command line, the text behind the program's own name. It is one string and never split into arguments: each
 // switch is looked for in the whole of what is left, in any case, in a fixed order, its first occurrence is cut, and
-// neither words nor quotes matter, except where "/" divides folders: there a switch is a word of its own. List files
-// without a folder get `appPath` in front.
+// neither words nor quotes matter. List files without a folder get `appPath` in front.
 StartOptions ReadCommandLine(std::string line, const std::string& appPath);
+// Reads a command line that comes as words, each with a NUL behind it. The switches are the words in front of the first
+// that is none; the target is that word and all behind it, unchanged.
+StartOptions ReadCommandWords(std::string_view words, const std::string& appPath);
 
 // The lines of the help box, with CR LF between them.
 std::string CommandLineHelp();

@@ -1,16 +1,17 @@
+#include "mainform/formVelmaro.h"
 #include "platform/machine.h"
 #include "process/KillLists.h"
 #include "runtime/Application.h"
 #include "runtime/Boxes.h"
 #include "startup/CommandLine.h"
-#include "mainform/formVelmaro.h"
 
 namespace velmaro {
 
 void formVelmaro::Form_Load() {
   AppPath = platform::AppFolder();
   if (!AppPath.ends_with(platform::PathSeparator())) AppPath += platform::PathSeparator();
-  const auto options = ReadCommandLine(platform::CommandLine(), AppPath);
+  const auto line = platform::CommandLine();
+  const auto options = platform::SwitchesAreWords() ? ReadCommandWords(line, AppPath) : ReadCommandLine(line, AppPath);
   if (options.help) {
     MsgBox(CommandLineHelp(), platform::MB_ICONINFORMATION);
     App().End();
@@ -31,8 +32,7 @@ void formVelmaro::Form_Load() {
     mnuOptions_Click(2);
     return;
   }
-  RunTarget(options.target);
-  App().End();
+  App().End(RunTarget(options.target));
 }
 
 }  // namespace velmaro

@@ -1,4 +1,5 @@
 #include "desktop/modRegistry.h"
+#include "mainform/formVelmaro.h"
 #include "platform/advapi32.h"
 #include "platform/kernel32.h"
 #include "platform/machine.h"
@@ -7,7 +8,6 @@
 #include "process/StartCommand.h"
 #include "process/WalkProcesses.h"
 #include "runtime/Text.h"
-#include "mainform/formVelmaro.h"
 
 namespace velmaro {
 namespace {
@@ -19,7 +19,7 @@ constexpr std::uint32_t HideDelay = 750;
 
 std::string TargetProcess(const std::string& target) {
   if (const auto name = ProcessOfCommand(target)) return *name;
-  return WildcardMatch(LCase(target), "*.dat") ? target : target + platform::ProgramEnding();
+  return WildcardMatch(LCase(target), "*.dat") ? target : target + ".exe";
 }
 
 // What starts the emulator: the target where it is a file, else a local copy, else the installed one.
@@ -31,11 +31,15 @@ std::string EmulatorCommand(const std::string& target, const std::string& appPat
 
 }  // namespace
 
-void formVelmaro::RunTarget(const std::string& target) {
+int formVelmaro::RunTarget(const std::string& target) {
+  platform::Start start{.command = target, .showCommand = RunWindowStyle, .takesPlace = QuietMode};
+  if (HideWindowAfterRun) start.titleToHide = HideWindowTitle;
+  if (const auto started = StartAtMode(start, CheckedPriorityIndex(), QuietMode)) return started->exitCode;
   if (WildcardMatch(LCase(target), "*vgs.exe*"))
     RunEmulator(target);
   else
     RunProgram(target);
+  return 0;
 }
 
 void formVelmaro::RunProgram(const std::string& target) {

@@ -1,9 +1,9 @@
-#include "runtime/Application.h"
 #include "mainform/formVelmaro.h"
+#include "runtime/Application.h"
 
 int main() {
   velmaro::Application application;
   application.Default<velmaro::formVelmaro>().Show();
   application.Run();
-  return 0;
+  return application.ExitCode();
 }

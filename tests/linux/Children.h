@@ -113,6 +113,20 @@ class Child {
   pid_t id_;
 };
 
+// The number of the process that runs a program, 0 for none.
+inline pid_t Running(const std::string& program) {
+  for (const auto& entry : fs::directory_iterator("/proc")) {
+    std::error_code error;
+    if (fs::read_symlink(entry.path() / "exe", error) == program) return std::stoi(entry.path().filename());
+  }
+  return 0;
+}
+
+// True where this user may raise a priority.
+inline bool MayRaise() {
+  return InChild([] { return ::setpriority(PRIO_PROCESS, 0, -10); }) == 0;
+}
+
 // What a fresh snapshot says of a process; nothing where it does not list it.
 inline std::optional<platform::PROCESSENTRY32> Listed(pid_t id) {
   const platform::OwnedHandle snapshot(platform::CreateToolhelp32Snapshot(platform::TH32CS_SNAPPROCESS));

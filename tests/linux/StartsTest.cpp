@@ -1,49 +1,193 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <pty.h>
+#include <sys/mount.h>
 
 #include "Children.h"
+#include "platform/linux/PriorityClass.h"
 #include "platform/linux/Start.h"
-#include "process/ProcessName.h"
 
 namespace velmaro {
 namespace {
 
-// Runs the real program without a display and gives its exit code.
-int RunProgram(std::vector<std::string> arguments, const std::string& program = VELMARO_PROGRAM) {
+// Starts the real program without a display, in a process of its own.
+template <class Prepare>
+pid_t StartProgram(std::vector<std::string> arguments, Prepare prepare, const std::string& program = VELMARO_PROGRAM) {
   arguments.insert(arguments.begin(), program);
-  return InChild([&]() -> int {
-    for (const auto* variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) ::unsetenv(variable);
-    // A memory run is to be over soon, however much memory this machine has in use.
-    const rlimit room{512U << 20, 512U << 20};
-    ::setrlimit(RLIMIT_AS, &room);
-    Execute(arguments);
-  });
+  const auto child = ::fork();
+  if (child != 0) return child;
+  for (const auto* variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) ::unsetenv(variable);
+  prepare();
+  Execute(arguments);
 }
 
-// The number of the process that runs a program, 0 for none.
-pid_t Running(const std::string& program) {
-  for (const auto& entry : fs::directory_iterator("/proc")) {
-    std::error_code error;
-    if (fs::read_symlink(entry.path() / "exe", error) == program) return std::stoi(entry.path().filename());
-  }
-  return 0;
+int ExitCodeOf(pid_t child) {
+  int status = -1;
+  ::waitpid(child, &status, 0);
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-TEST(LinuxStarts, AnUnattendedRunStartsItsProgramAtItsPriority) {
+// The same, to its end; gives its exit code.
+int RunProgram(const std::vector<std::string>& arguments, const std::string& program = VELMARO_PROGRAM) {
+  // A memory run is to be over soon, however much memory this machine has in use.
+  const rlimit room{512U << 20, 512U << 20};
+  return ExitCodeOf(StartProgram(
+      arguments, [&] { ::setrlimit(RLIMIT_AS, &room); }, program));
+}
+
+int OwnBase() { return onlinux::BasePriority(SCHED_OTHER, ::getpriority(PRIO_PROCESS, 0)); }
+
+int BasePriorityOf(const std::string& program) {
+  const auto id = Running(program);
+  const auto listed = id == 0 ? std::nullopt : Listed(id);
+  return listed ? listed->pcPriClassBase : 0;
+}
+
+std::string ProcOf(pid_t id, const std::string& file) { return "/proc/" + std::to_string(id) + '/' + file; }
+
+TEST(LinuxStarts, AQuietStartBecomesItsProgramAndHandsItsWordsOn) {
   const TestFolder folder;
-  // What looks like a switch inside of a path is a part of the path.
+  const std::vector<std::string> words = {"set \"a b\"; run", "/roms/12\" mix.iso", "", "/h", "a\\b\\\\", "x.EXE", " "};
+  WriteBytes(folder / "my.exe.d", "#!/bin/sh\nprintf '%s\\n' $$ \"$PWD\" \"$@\" >out\nexit 7\n");
+  fs::permissions(folder / "my.exe.d", fs::perms::owner_all);
+  auto line = words;
+  line.insert(line.begin(), {"/Q", "/i", "./my.exe.d"});
+  const auto child = StartProgram(line, [&] { EXPECT_EQ(::chdir(folder.Path().c_str()), 0); });
+  EXPECT_EQ(ExitCodeOf(child), 7);
+  auto told = std::to_string(child) + '\n' + folder.Path() + '\n';
+  for (const auto& word : words) told += word + '\n';
+  EXPECT_EQ(ReadBytes(folder / "out"), told);
+  const auto whole = "/q  /i '" + folder / "my.exe.d" + "' \"a  b\" c";
+  EXPECT_EQ(ExitCodeOf(StartProgram({whole}, [&] { EXPECT_EQ(::chdir(folder.Path().c_str()), 0); })), 7);
+  EXPECT_TRUE(ReadBytes(folder / "out").ends_with("\na  b\nc\n"));
+  WriteBytes(folder / "broken", "#!/etc/passwd\n");
+  fs::permissions(folder / "broken", fs::perms::owner_all);
+  EXPECT_EQ(RunProgram({"/q", "no such program", "/h"}), 127);
+  EXPECT_EQ(RunProgram({"no such program"}), 127);
+  EXPECT_EQ(RunProgram({"/q", folder / "broken"}), 126);
+}
+
+TEST(LinuxStarts, TheClassIsThatOfAllThatTheProgramStartsAndOfNothingElse) {
+  const TestFolder folder;
+  const Child older(folder.Sleeper("zzolder/zzstart"));
+  for (const auto* name : {"zzstart", "zzforked", "zzlater", "zzlast"}) folder.Sleeper(name);
+  fs::create_symlink("script", folder / "link");
+  WriteBytes(folder / "script",
+             "#!/bin/sh\ncd \"${0%/*}\"\n./zzforked 300 &\n(sleep 0.3; exec ./zzlater 300) &\n./zzstart 1\nexec "
+             "./zzlast 300\n");
+  fs::permissions(folder / "script", fs::perms::owner_all);
+  for (const bool quiet : {true, false}) {
+    const auto child = StartProgram({quiet ? "/q" : "/max", "/i", folder / "link"}, [] {});
+    for (const auto* name : {"zzstart", "zzforked", "zzlater", "zzlast"}) {
+      EXPECT_TRUE(Eventually([&] { return BasePriorityOf(folder / name) == 4; })) << name;
+      if (const auto id = Running(folder / name)) ::kill(id, SIGKILL);
+    }
+    EXPECT_EQ(ExitCodeOf(child), quiet ? -1 : 0) << "the program ended by a signal";
+  }
+  EXPECT_EQ(older.Nice(), ::getpriority(PRIO_PROCESS, 0));
+}
+
+TEST(LinuxStarts, AStartThatIsWatchedLeavesItsProgramAlone) {
+  const TestFolder folder;
   const auto program = folder.Sleeper("home/max/kind/zzstart");
   const int leak = ::open("/dev/null", O_RDONLY);
-  EXPECT_EQ(RunProgram({"/q", "/h", program, "300"}), 0);
+  EXPECT_EQ(RunProgram({"/h", program, "300"}), 0);
   const auto id = Running(program);
   ASSERT_NE(id, 0);
-  EXPECT_EQ(Listed(id).value().pcPriClassBase, ::geteuid() == 0 ? 13 : 8);
-  const auto proc = "/proc/" + std::to_string(id);
-  EXPECT_EQ(fs::read_symlink(proc + "/cwd"), "/");
+  EXPECT_EQ(Listed(id).value().pcPriClassBase, MayRaise() ? 13 : OwnBase());
+  EXPECT_EQ(::getsid(id), id);
+  EXPECT_EQ(fs::read_symlink(ProcOf(id, "cwd")), fs::current_path());
   EXPECT_NE(Listed(id).value().th32ParentProcessID, static_cast<std::uint32_t>(::getpid()));
-  for (const auto& file : fs::directory_iterator(proc + "/fd")) EXPECT_LE(std::stoi(file.path().filename()), 2);
+  for (const auto& file : fs::directory_iterator(ProcOf(id, "fd"))) EXPECT_LE(std::stoi(file.path().filename()), 2);
   ::kill(id, SIGKILL);
   ::close(leak);
+}
+
+TEST(LinuxStarts, AQuietStartKeepsItsTerminalAndLendsItTheShareOfItsClass) {
+  const TestFolder folder;
+  const auto game = folder.Sleeper("zzgame");
+  const auto after = folder.Sleeper("zzafter");
+  int terminal = -1;
+  const auto shell = ::forkpty(&terminal, nullptr, nullptr, nullptr);
+  if (shell == 0)
+    Execute({"/bin/sh", "-c", "trap : INT; '" VELMARO_PROGRAM "' /q /i '" + game + "' 300; '" + after + "' 300"});
+  const auto group = [&](int nice) {
+    return ReadBytes(ProcOf(shell, "autogroup")).ends_with(" nice " + std::to_string(nice) + '\n');
+  };
+  ASSERT_TRUE(Eventually([&] { return Running(game) != 0; }));
+  EXPECT_EQ(::getsid(Running(game)), shell);
+  const bool hasGroups = fs::exists("/proc/self/autogroup");
+  EXPECT_TRUE(!hasGroups || Eventually([&] { return group(19); }));
+  EXPECT_EQ(::write(terminal, "\x03", 1), 1);
+  EXPECT_TRUE(Eventually([&] { return Running(after) != 0; })) << "the terminal's keys reach the program";
+  EXPECT_TRUE(!hasGroups || Eventually([&] { return group(0); }));
+  ::kill(Running(after), SIGKILL);
+  ::waitpid(shell, nullptr, 0);
+  ::close(terminal);
+}
+
+// Lets a program spin on one core against a rival of another session, and gives its share by the rival's.
+double ShareOf(const std::string& priority) {
+  const auto onOneCore = [] {
+    cpu_set_t core;
+    CPU_ZERO(&core);
+    CPU_SET(static_cast<std::size_t>(::sched_getcpu()), &core);
+    return core;
+  }();
+  const auto bind = [&] { ::sched_setaffinity(0, sizeof onOneCore, &onOneCore); };
+  const std::string spin = "while :; do :; done";
+  const auto rival = ::fork();
+  if (rival == 0) bind(), ::setsid(), Execute({"/bin/sh", "-c", spin});
+  const auto game = StartProgram({"/q", priority, "/bin/sh", "-c", spin}, bind);
+  std::this_thread::sleep_for(std::chrono::milliseconds(1500));
+  const auto used = [](pid_t child) {
+    rusage usage{};
+    ::kill(child, SIGKILL);
+    ::wait4(child, nullptr, 0, &usage);
+    return static_cast<double>(usage.ru_utime.tv_sec) + static_cast<double>(usage.ru_utime.tv_usec) / 1e6;
+  };
+  return used(game) / used(rival);
+}
+
+TEST(LinuxStarts, APriorityCountsAgainstOtherSessions) {
+  if (!fs::exists("/proc/self/autogroup")) GTEST_SKIP() << "the kernel keeps no groups of sessions";
+  EXPECT_LE(ShareOf("/i"), 1.0 / 3);
+  if (!MayRaise()) GTEST_SKIP() << "High is refused to this user";
+  EXPECT_GE(ShareOf("/h"), 3);
+}
+
+TEST(LinuxStarts, WhatIsRefusedIsToldAndTheProgramStartsAllTheSame) {
+  const TestFolder folder;
+  const auto program = folder.Sleeper("zzrefused");
+  fs::permissions(folder.Path(), fs::perms::all);
+  const auto errors = folder / "errors";
+  const auto start = [&](const std::string& priority, auto prepare) {
+    const auto child = StartProgram({"/q", priority, program, "300"}, [&] {
+      const int file = ::open(errors.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
+      ::dup2(file, STDERR_FILENO);
+      if (!prepare()) ::_exit(1);
+    });
+    int base = 0;
+    Eventually([&] { return (base = BasePriorityOf(program)) != 0; });
+    ::kill(child, SIGKILL);
+    EXPECT_EQ(ExitCodeOf(child), -1);
+    return base;
+  };
+  EXPECT_EQ(start("/i", BecomeNobody), 4);
+  EXPECT_EQ(ReadBytes(errors), "");
+  if (::geteuid() != 0) GTEST_SKIP() << "only an administrator can take rights away and change the kernel's settings";
+  EXPECT_EQ(start("/h", BecomeNobody), OwnBase());
+  EXPECT_TRUE(ReadBytes(errors).starts_with("velmaro: High is refused"));
+  // The kernel's settings as a program of its own sees them: it keeps nothing for others.
+  WriteBytes(folder / "most", "-1\n");
+  EXPECT_EQ(start("/normal",
+                  [&] {
+                    return ::unshare(CLONE_NEWNS) == 0 && ::mount("", "/", "", MS_PRIVATE | MS_REC, "") == 0 &&
+                           ::mount((folder / "most").c_str(), "/proc/sys/kernel/sched_rt_runtime_us", "", MS_BIND,
+                                   "") == 0;
+                  }),
+            13);
+  EXPECT_TRUE(ReadBytes(errors).starts_with("velmaro: Real Time would leave nothing"));
 }
 
 TEST(LinuxStarts, AKillRunEndsWhatIsListedAndSparesWhatIsGuarded) {
@@ -77,17 +221,8 @@ TEST(LinuxStarts, AnInstalledProgramFindsItsToolkitAndKeepsItsListsWithItsUser) 
 TEST(LinuxStarts, WithoutADisplayEveryRoadEndsWell) {
   EXPECT_EQ(RunProgram({}), 0);
   EXPECT_EQ(RunProgram({"/?"}), 0);
-  EXPECT_EQ(RunProgram({"/q", "no such program"}), 0);
   EXPECT_EQ(RunProgram({"/q", "/k"}), 0);
   EXPECT_EQ(RunProgram({"/q", "/m", "/bin/true"}), 0);
-}
-
-TEST(LinuxStarts, ACommandOfOneProgramIsThatProgramBlanksAndAll) {
-  const TestFolder folder;
-  const auto program = folder.Sleeper("star emu/run");
-  for (const auto& command : {program, '"' + program + '"', '"' + program + "\" 300"})
-    EXPECT_EQ(ProcessOfCommand(command), program) << command;
-  EXPECT_EQ(ProcessOfCommand("sleep 300"), "sleep");
 }
 
 TEST(LinuxStarts, AProcessOfAnOddNameIsTheOneThatIsMeant) {
@@ -96,13 +231,8 @@ TEST(LinuxStarts, AProcessOfAnOddNameIsTheOneThatIsMeant) {
   const Child meant(folder.Sleeper("zzwho?/it's a\\game"));
   WriteBytes(folder / "list's.txt", folder / "zzwho?/it's a\\game");
   EXPECT_EQ(RunProgram({"/q", "/k", folder / "list's.txt", "/bin/true"}), 0);
+  EXPECT_TRUE(Eventually([&] { return !meant.Runs(); }));
   EXPECT_TRUE(decoy.Runs());
-  EXPECT_FALSE(meant.Runs());
-  EXPECT_EQ(RunProgram({"/q", "/i", folder / "zzwho?/it's a\\game", "300"}), 0);
-  const auto id = Running(folder / "zzwho?/it's a\\game");
-  ASSERT_NE(id, 0);
-  EXPECT_EQ(Listed(id).value().pcPriClassBase, 4);
-  ::kill(id, SIGKILL);
 }
 
 TEST(LinuxStarts, ACommandIsSplitAsAShellWould) {
@@ -112,8 +242,12 @@ TEST(LinuxStarts, ACommandIsSplitAsAShellWould) {
   EXPECT_EQ(onlinux::SplitWords("   "), Words{});
   EXPECT_EQ(onlinux::FindFile("no such program"), "");
   EXPECT_TRUE(onlinux::FindFile("sleep").ends_with("/sleep"));
-  EXPECT_NE(onlinux::StartApart({"/no/such/program"}, ""), 0);
-  EXPECT_NE(onlinux::StartApart({"/etc/passwd"}, ""), 0);
+  const TestFolder folder;
+  const auto program = folder.Sleeper("star emu/run");
+  for (const auto& command : {program, '"' + program + '"'}) EXPECT_EQ(onlinux::SplitCommand(command), Words{program});
+  EXPECT_EQ(onlinux::SplitCommand('"' + program + "\" 300"), (Words{program, "300"}));
+  EXPECT_NE(onlinux::StartApart({"/no/such/program", {"a"}}, "").error, 0);
+  EXPECT_NE(onlinux::StartApart({"/etc/passwd", {"a"}}, "").error, 0);
   EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1) << "a start leaves no child behind";
 }
 

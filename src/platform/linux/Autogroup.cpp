@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <charconv>
 #include <map>
 
 #include "platform/kernel32.h"
@@ -16,13 +17,23 @@ namespace {
 
 std::string FileOf(const std::string& process) { return "/proc/" + process + "/autogroup"; }
 
-// The group's name, "/autogroup-12"; empty where there is none.
+// "/autogroup-12 nice 0".
+std::string LineOf(std::uint32_t processId) { return ReadWhole(FileOf(std::to_string(processId))); }
+
+}  // namespace
+
 std::string GroupOf(std::uint32_t processId) {
-  const auto line = ReadWhole(FileOf(std::to_string(processId)));
+  const auto line = LineOf(processId);
   return line.substr(0, line.find(' '));
 }
 
-}  // namespace
+int GroupNice(std::uint32_t processId) {
+  const auto line = LineOf(processId);
+  const auto value = line.rfind(' ') + 1;
+  int nice = 0;
+  std::from_chars(line.data() + value, line.data() + line.size(), nice);
+  return nice;
+}
 
 bool SetGroupNice(const std::string& process, int nice) {
   constexpr int tries = 25;

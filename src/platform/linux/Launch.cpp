@@ -15,12 +15,6 @@ namespace {
 constexpr std::uint32_t Started = 33;
 constexpr int NotFound = 2;
 constexpr int AccessDenied = 5;
-constexpr int NothingOpensIt = 31;
-
-bool IsAddress(const std::string& file) {
-  const auto at = file.find("://");
-  return at != std::string::npos && at > 1 && file.find_first_of("/ \"") == at + 1;
-}
 
 // Programs are told the root of the system's disk where they have no folder of their own.
 std::string WorkingFolder(const std::string& folder) {
@@ -29,54 +23,27 @@ std::string WorkingFolder(const std::string& folder) {
   return std::filesystem::is_directory(folder, error) ? folder : "/";
 }
 
-std::string WithoutQuotes(const std::string& file) {
-  const bool quoted = file.size() >= 2 && file.front() == '"' && file.find('"', 1) == file.size() - 1;
-  return quoted ? file.substr(1, file.size() - 2) : file;
-}
-
-// From a relative path, which counts from here, to one that does from any folder.
-std::string Absolute(const std::string& path) {
-  std::error_code error;
-  auto absolute = std::filesystem::absolute(path, error);
-  return error ? path : absolute.string();
-}
-
-std::uint32_t ResultOf(int error) {
-  if (error == 0) return Started;
+std::uint32_t Run(const std::vector<std::string>& words, const std::string& folder) {
+  int error = 0;
+  auto command = onlinux::Resolve(words, error);
+  if (command) command->path = onlinux::Absolute(command->path);
+  if (command) error = onlinux::StartApart(*command, folder).error;
+  if (command && error == 0) return Started;
   return error == ENOENT ? NotFound : AccessDenied;
-}
-
-std::uint32_t Run(const std::string& commandLine, const std::string& folder) {
-  auto words = onlinux::SplitWords(commandLine);
-  const auto program = words.empty() ? std::string() : onlinux::FindFile(words.front());
-  if (program.empty()) return NotFound;
-  words.front() = Absolute(program);
-  return ResultOf(onlinux::StartApart(words, folder));
 }
 
 }  // namespace
 
 int ShellExecuteA(WindowHandle, const std::string&, const std::string& file, const std::string& parameters,
                   const std::string& folder, int) {
-  const auto where = WorkingFolder(folder);
-  const auto open = [&](const std::string& what) {
-    return onlinux::OpenWithDesktop(what, where) == 0 ? static_cast<int>(Started) : NothingOpensIt;
-  };
-  if (IsAddress(file)) return open(file);
-  auto path = onlinux::FindFile(WithoutQuotes(file));
-  if (path.empty()) return NotFound;
-  path = Absolute(path);
-  if (!onlinux::IsProgram(path)) return open(path);
   auto words = onlinux::SplitWords(parameters);
-  words.insert(words.begin(), path);
-  const auto error = onlinux::StartApart(words, where);
-  // A file that may be executed and is no program after all is one to look at.
-  return error == ENOEXEC ? open(path) : static_cast<int>(ResultOf(error));
+  words.insert(words.begin(), file);
+  return static_cast<int>(Run(words, WorkingFolder(folder)));
 }
 
 // Without a folder of its own, a command runs at the root, as a file that the desktop starts does.
-std::uint32_t WinExec(const std::string& commandLine, int) { return Run(commandLine, "/"); }
+std::uint32_t WinExec(const std::string& commandLine, int) { return Run(onlinux::SplitCommand(commandLine), "/"); }
 
-bool Shell(const std::string& commandLine, int) { return Run(commandLine, "") == Started; }
+bool Shell(const std::string& commandLine, int) { return Run(onlinux::SplitCommand(commandLine), "") == Started; }
 
 }  // namespace platform

@@ -9,38 +9,17 @@
 #include <string>
 #include <system_error>
 #include <thread>
-#include <vector>
 
 #include "platform/kernel32.h"
 #include "platform/linux/ReadWhole.h"
+#include "platform/linux/Start.h"
 
 namespace platform {
 namespace {
 
 namespace fs = std::filesystem;
 
-// The arguments of this program, without its own name; each ends with a NUL.
-std::vector<std::string> Arguments() {
-  const auto line = onlinux::ReadWhole("/proc/self/cmdline");
-  std::vector<std::string> arguments;
-  for (std::size_t at = line.find('\0'); at != std::string::npos && at + 1 < line.size(); at = line.find('\0', at + 1))
-    arguments.push_back(line.substr(at + 1, line.find('\0', at + 1) - at - 1));
-  return arguments;
-}
-
-// The shell has taken the quotes off an argument; the program reads one line, and what splits or unquotes words there
-// needs them back. One with a double quote of its own was quoted by the user.
-std::string Quoted(const std::string& argument) {
-  const bool needed = argument.empty() || argument.find_first_of(" \t\n'\\") != std::string::npos;
-  if (!needed || argument.find('"') != std::string::npos) return argument;
-  std::string quoted = "\"";
-  for (std::size_t i = 0; i < argument.size(); ++i) {
-    quoted += argument[i];
-    const bool escapes = argument[i] == '\\' && (i + 1 == argument.size() || argument[i + 1] == '\\');
-    if (escapes) quoted += '\\';
-  }
-  return quoted + '"';
-}
+bool IsFile(const std::string& path) { return ::access(path.c_str(), F_OK) == 0; }
 
 // Only "*" and "?" stand for other characters.
 std::string AsShellPattern(const std::string& name) {
@@ -55,18 +34,20 @@ std::string AsShellPattern(const std::string& name) {
 }  // namespace
 
 std::string CommandLine() {
-  const auto arguments = Arguments();
-  if (arguments.size() == 1) return arguments.front();
-  std::string line;
-  for (const auto& argument : arguments) line += (line.empty() ? "" : " ") + Quoted(argument);
-  return line;
+  auto words = onlinux::ReadWhole("/proc/self/cmdline");
+  words.erase(0, words.find('\0') + 1);
+  const auto end = words.find('\0');
+  const bool isOneWord = end != std::string::npos && end + 1 == words.size();
+  if (!isOneWord || IsFile(words.substr(0, end))) return words;
+  // A single word can hold the whole line, as a file of shortcuts or a makefile passes it on.
+  std::string split;
+  for (const auto& word : onlinux::SplitWords(words.substr(0, end))) split += word + '\0';
+  return split;
 }
 
 char PathSeparator() { return '/'; }
 
 bool SwitchesAreWords() { return true; }
-
-std::string ProgramEnding() { return {}; }
 
 bool LineFeedEndsLine() { return true; }
 

@@ -10,6 +10,8 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <filesystem>
+#include <system_error>
 
 namespace onlinux {
 namespace {
@@ -27,6 +29,11 @@ std::string FindInPath(const std::string& name) {
     if (more) folders.remove_prefix(end + 1);
   }
   return {};
+}
+
+std::string WithoutQuotes(const std::string& file) {
+  const bool quoted = file.size() >= 2 && file.front() == '"' && file.find('"', 1) == file.size() - 1;
+  return quoted ? file.substr(1, file.size() - 2) : file;
 }
 
 std::vector<char*> Pointers(const std::vector<std::string>& words) {
@@ -49,16 +56,43 @@ void BecomeOfItsOwn(const char* folder) {
   ::syscall(SYS_close_range, 3U, ~0U, CLOSE_RANGE_CLOEXEC);
 }
 
+struct Plan {
+  const char* path;
+  char* const* words;
+  const char* folder;
+  std::uint32_t priorityClass;
+};
+
 // Runs in the first child: the program is a child of that one, and of nobody once it has ended. Both children use this
-// process's memory, which waits for them meanwhile, so an error needs no other way back.
-[[noreturn]] void Fork(char* const* words, const char* folder, volatile int& error) {
+// process's memory, which waits for them meanwhile, so what comes of it needs no other way back.
+[[noreturn]] void Fork(const Plan& plan, Apart& apart) {
   const auto child = ::vfork();
   if (child == 0) {
-    BecomeOfItsOwn(folder);
-    ::execv(words[0], words);
+    BecomeOfItsOwn(plan.folder);
+    apart.id = ::getpid();
+    apart.taken = TakeClass(plan.priorityClass);
+    TakeGroup(apart.taken.got);
+    ::execv(plan.path, plan.words);
   }
-  if (child <= 0) error = errno;
+  if (child <= 0) apart.error = errno;
   ::_exit(0);
+}
+
+bool IsAddress(const std::string& file) {
+  const auto at = file.find("://");
+  return at != std::string::npos && at > 1 && file.find_first_of("/ \"") == at + 1;
+}
+
+Apart StartOne(const Command& command, const std::string& folder, std::uint32_t priorityClass) {
+  const auto pointers = Pointers(command.words);
+  const Plan plan{command.path.c_str(), pointers.data(), folder.c_str(), priorityClass};
+  Apart apart;
+  // Two copies of the tables of this memory would take as long as the rest of a start.
+  const auto child = ::vfork();
+  if (child < 0) apart.error = errno;
+  if (child == 0) Fork(plan, apart);
+  while (child > 0 && ::waitpid(child, nullptr, 0) < 0 && errno == EINTR) continue;
+  return apart;
 }
 
 }  // namespace
@@ -90,6 +124,11 @@ std::vector<std::string> SplitWords(std::string_view line) {
   return words;
 }
 
+std::vector<std::string> SplitCommand(const std::string& command) {
+  const auto bare = WithoutQuotes(command);
+  return bare.size() != command.size() || !FindFile(bare).empty() ? std::vector{bare} : SplitWords(command);
+}
+
 bool IsProgram(const std::string& path) {
   struct stat facts {};
   return ::stat(path.c_str(), &facts) == 0 && S_ISREG(facts.st_mode) && ::access(path.c_str(), X_OK) == 0;
@@ -105,20 +144,41 @@ std::string FindFile(const std::string& name) {
   return path.find('/') == std::string::npos ? "./" + path : path;
 }
 
-int StartApart(const std::vector<std::string>& words, const std::string& folder) {
-  const auto pointers = Pointers(words);
-  volatile int error = 0;
-  // Two copies of the tables of this memory would cost a fifth of an unattended start.
-  const auto child = ::vfork();
-  if (child < 0) return errno;
-  if (child == 0) Fork(pointers.data(), folder.c_str(), error);
-  while (::waitpid(child, nullptr, 0) < 0 && errno == EINTR) continue;
+std::string Absolute(const std::string& path) {
+  std::error_code error;
+  auto absolute = std::filesystem::absolute(path, error);
+  return error ? path : absolute.string();
+}
+
+std::optional<Command> Opener(const std::string& what) {
+  const auto opener = FindInPath("xdg-open");
+  return opener.empty() ? std::nullopt : std::optional(Command{opener, {opener, what}});
+}
+
+std::optional<Command> Resolve(const std::vector<std::string>& words, int& error) {
+  error = EACCES;
+  if (!words.empty() && IsAddress(words.front())) return Opener(words.front());
+  const auto path = words.empty() ? std::string() : FindFile(words.front());
+  if (path.empty()) {
+    error = ENOENT;
+    return std::nullopt;
+  }
+  return IsProgram(path) ? std::optional(Command{path, words}) : Opener(Absolute(path));
+}
+
+int Become(const Command& command) {
+  ::execv(command.path.c_str(), Pointers(command.words).data());
+  const auto error = errno;
+  const auto opener = error == ENOEXEC ? Opener(Absolute(command.path)) : std::nullopt;
+  if (opener) ::execv(opener->path.c_str(), Pointers(opener->words).data());
   return error;
 }
 
-int OpenWithDesktop(const std::string& what, const std::string& folder) {
-  const auto opener = FindInPath("xdg-open");
-  return opener.empty() ? ENOENT : StartApart({opener, what}, folder);
+Apart StartApart(const Command& command, const std::string& folder, std::uint32_t priorityClass) {
+  const auto apart = StartOne(command, folder, priorityClass);
+  // A file that may be executed and is no program after all is one to look at.
+  const auto opener = apart.error == ENOEXEC ? Opener(Absolute(command.path)) : std::nullopt;
+  return opener ? StartOne(*opener, folder, priorityClass) : apart;
 }
 
 }  // namespace onlinux

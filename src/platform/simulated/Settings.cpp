@@ -17,8 +17,6 @@ char PathSeparator() { return '\\'; }
 
 bool SwitchesAreWords() { return false; }
 
-std::string ProgramEnding() { return ".exe"; }
-
 bool LineFeedEndsLine() { return false; }
 
 std::uint32_t AppInstance() { return 0x400000; }

@@ -5,13 +5,14 @@
 #include "platform/shell32.h"
 #include "platform/simulated/Desktop.h"
 #include "platform/simulated/FormWindow.h"
+#include "platform/start.h"
 
 using simulated::TheDesktop;
 
 namespace platform {
 namespace {
 
-int Started(simulated::Start start) {
+int Note(simulated::Start start) {
   auto& desktop = TheDesktop();
   desktop.starts.push_back(start);
   return desktop.onStart ? desktop.onStart(start) : 42;
@@ -31,22 +32,24 @@ simulated::Window* FindActivated(const std::string& title) {
 
 int ShellExecuteA(WindowHandle owner, const std::string& verb, const std::string& file, const std::string& parameters,
                   const std::string& folder, int showCommand) {
-  return Started({.call = "ShellExecuteA",
-                  .file = file,
-                  .show = showCommand,
-                  .folder = folder,
-                  .parameters = parameters,
-                  .verb = verb,
-                  .owner = owner});
+  return Note({.call = "ShellExecuteA",
+               .file = file,
+               .show = showCommand,
+               .folder = folder,
+               .parameters = parameters,
+               .verb = verb,
+               .owner = owner});
 }
 
 std::uint32_t WinExec(const std::string& commandLine, int showCommand) {
-  return static_cast<std::uint32_t>(Started({.call = "WinExec", .file = commandLine, .show = showCommand}));
+  return static_cast<std::uint32_t>(Note({.call = "WinExec", .file = commandLine, .show = showCommand}));
 }
 
 bool Shell(const std::string& commandLine, int windowStyle) {
-  return Started({.call = "Shell", .file = commandLine, .show = windowStyle}) > 31;
+  return Note({.call = "Shell", .file = commandLine, .show = windowStyle}) > 31;
 }
+
+std::optional<Started> StartAtClass(const Start&) { return std::nullopt; }
 
 bool AppActivate(const std::string& title) {
   TheDesktop().activations.push_back(title);

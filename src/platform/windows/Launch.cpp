@@ -1,3 +1,4 @@
+#include "platform/start.h"
 #include "platform/windows/Codepage.h"
 #include "platform/windows/System.h"
 
@@ -5,7 +6,7 @@ namespace platform {
 namespace {
 
 // Starts a command line and gives 0, or the system's error. It does not wait until the program is ready for input.
-DWORD Start(const std::string& commandLine, int showCommand, const wchar_t* folder = nullptr) {
+DWORD Run(const std::string& commandLine, int showCommand, const wchar_t* folder = nullptr) {
   STARTUPINFOW startup{};
   startup.cb = sizeof startup;
   startup.dwFlags = STARTF_USESHOWWINDOW;
@@ -27,13 +28,13 @@ std::uint32_t WinExec(const std::string& commandLine, int showCommand) {
   // What is started with arguments finds itself in the same folder as what is started without.
   constexpr auto folder = L"C:\\";
   const bool present = ::GetFileAttributesW(folder) != INVALID_FILE_ATTRIBUTES;
-  const auto error = Start(commandLine, showCommand, present ? folder : nullptr);
+  const auto error = Run(commandLine, showCommand, present ? folder : nullptr);
   if (error == 0) return 33;
   const bool known = error <= ERROR_PATH_NOT_FOUND || error == ERROR_BAD_FORMAT;
   return known ? error : 0;
 }
 
-bool Shell(const std::string& commandLine, int windowStyle) { return Start(commandLine, windowStyle) == 0; }
+bool Shell(const std::string& commandLine, int windowStyle) { return Run(commandLine, windowStyle) == 0; }
 
 int ShellExecuteA(WindowHandle owner, const std::string& verb, const std::string& file, const std::string& parameters,
                   const std::string& folder, int showCommand) {
@@ -44,6 +45,8 @@ int ShellExecuteA(WindowHandle owner, const std::string& verb, const std::string
                                       OrNull(Widen(parameters)), OrNull(Widen(folder)), showCommand);
   return static_cast<int>(reinterpret_cast<std::intptr_t>(result));
 }
+
+std::optional<Started> StartAtClass(const Start&) { return std::nullopt; }
 
 std::string Dir(const std::string& pattern) {
   struct Search {

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <functional>
+
+namespace onlinux {
+
+// Does work in a process of its own, with a session of its own and none of this one's open files but one. Nobody waits
+// for that process: it goes when the work is done.
+void DoAside(int kept, const std::function<void()>& work);
+
+}  // namespace onlinux

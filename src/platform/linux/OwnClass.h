@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace onlinux {
+
+// What this process got of a priority class that it asked for.
+struct Taken {
+  std::uint32_t asked = 0;
+  std::uint32_t got = 0;          // 0: it was left as it is
+  bool isSpared = false;          // Real Time was not asked of the kernel, since it would stop the rest of the machine
+  std::int32_t basePriority = 0;  // read back
+};
+
+// Gives this process, which is about to become a program, a priority class; 0 leaves it as it is. What is no Real Time
+// can still be High.
+Taken TakeClass(std::uint32_t priorityClass);
+// Makes the nice value of a class count against programs of other sessions too, where this process has a session of its
+// own or can begin one without the loss of a terminal. False where its group is shared with others.
+bool TakeGroup(std::uint32_t priorityClass);
+// One sentence on what a program did not get; empty where it got all.
+std::string Shortfall(const Taken& taken, const std::string& program);
+
+}  // namespace onlinux
