@@ -2,6 +2,21 @@
 
 namespace velmaro {
 
+const std::string& ComboBox::Text() const {
+  ReadPeer();
+  return text_;
+}
+
+void ComboBox::SetText(std::string text) {
+  ReadPeer();
+  Set(text_, std::move(text), Change::Text);
+}
+
+std::int16_t ComboBox::ListCount() const {
+  ReadPeer();
+  return static_cast<std::int16_t>(entries_.size());
+}
+
 const std::string& ComboBox::List(int index) const {
   if (index < 0 || index >= ListCount()) throw RuntimeError("the list has no such entry");
   return entries_[static_cast<std::size_t>(index)];
@@ -9,12 +24,8 @@ const std::string& ComboBox::List(int index) const {
 
 void ComboBox::AddItem(std::string text, int index) {
   if (index < 0 || index > ListCount()) throw RuntimeError("the list has no such place");
-  Insert(static_cast<std::size_t>(index), std::move(text));
-}
-
-void ComboBox::Insert(std::size_t at, std::string text) {
   if (entries_.size() >= 32767) throw RuntimeError("the list is full");
-  entries_.insert(entries_.begin() + static_cast<std::ptrdiff_t>(at), std::move(text));
+  entries_.insert(entries_.begin() + index, std::move(text));
   Tell(Change::Rows);
 }
 

@@ -100,6 +100,10 @@ class Control {
  protected:
   // Makes the peer of the control's own kind.
   virtual std::unique_ptr<velmaro::Peer> NewPeer() = 0;
+  // Lets the peer, if there is one, bring what the user sees into the model.
+  void ReadPeer() const {
+    if (peer_) peer_->Read();
+  }
   // Tells the peer, if there is one, what changed.
   void Tell(Change what) {
     if (peer_) peer_->Apply(what);

@@ -6,7 +6,23 @@
 
 namespace velmaro {
 
+// While a refill is held back, the peer still shows what was there before it.
+void ListBox::ReadRows() const {
+  if (held_ == 0) ReadPeer();
+}
+
+std::int16_t ListBox::ListCount() const {
+  ReadRows();
+  return static_cast<std::int16_t>(rows_.size());
+}
+
+std::int16_t ListBox::ListIndex() const {
+  ReadRows();
+  return selected_;
+}
+
 const ListBox::Row& ListBox::At(int index) const {
+  ReadRows();
   if (index < 0 || index >= static_cast<int>(rows_.size())) throw RuntimeError("the list has no such row");
   return rows_[static_cast<std::size_t>(index)];
 }
@@ -32,6 +48,7 @@ void ListBox::Clear() {
 }
 
 void ListBox::AddItem(std::string text) {
+  ReadRows();
   if (rows_.size() >= MaxRows) throw RuntimeError("the list is full");
   rows_.push_back({.text = std::move(text)});
   RowsChanged();
@@ -68,11 +85,15 @@ ListBox::SamePlace::~SamePlace() {
 }
 
 void ListBox::SetListIndex(int index) {
+  ReadRows();
   if (index != -1) At(index);
   Set(selected_, static_cast<std::int16_t>(index), Change::ListIndex);
 }
 
-std::string ListBox::Text() const { return selected_ < 0 ? std::string() : List(selected_); }
+std::string ListBox::Text() const {
+  const auto index = ListIndex();
+  return index < 0 ? std::string() : List(index);
+}
 
 void ListBox::RaiseDblClick() {
   if (Enabled() && DblClick && !Owner().Unloaded()) Resume(DblClick);

@@ -16,6 +16,12 @@ class ListBox : public Control {
 
   using Control::Control;
 
+  struct Row {
+    std::string text = {};
+    std::int32_t data = 0;
+    std::uint64_t key = 0;
+  };
+
   // The user pressed a row twice.
   std::function<void()> DblClick;
 
@@ -24,7 +30,7 @@ class ListBox : public Control {
   // Adds a row at the end. Throws RuntimeError when the list is full.
   void AddItem(std::string text);
   // How many rows there are.
-  std::int16_t ListCount() const { return static_cast<std::int16_t>(rows_.size()); }
+  std::int16_t ListCount() const;
   // The text of a row. Throws RuntimeError for a row that is not there.
   const std::string& List(int index) const { return At(index).text; }
   // The number that a row carries, 0 until it is set. Throws RuntimeError for a row that is not there.
@@ -35,7 +41,7 @@ class ListBox : public Control {
   std::uint64_t ItemKey(int index) const { return At(index).key; }
   void SetItemKey(int index, std::uint64_t key);
   // The selected row, -1 for none.
-  std::int16_t ListIndex() const { return selected_; }
+  std::int16_t ListIndex() const;
   // Selects a row, or none with -1. Throws RuntimeError for a row that is not there.
   void SetListIndex(int index);
   // The text of the selected row, empty when there is none.
@@ -45,7 +51,10 @@ class ListBox : public Control {
   // at once, so that the list is refilled without flicker.
   class Refill {
    public:
-    explicit Refill(ListBox& list) : list_(list) { ++list_.held_; }
+    explicit Refill(ListBox& list) : list_(list) {
+      list_.ReadRows();
+      ++list_.held_;
+    }
     ~Refill() { list_.EndRefill(); }
     Refill(const Refill&) = delete;
     Refill& operator=(const Refill&) = delete;
@@ -73,8 +82,9 @@ class ListBox : public Control {
   // The row at the top of the part that shows.
   int TopIndex() const { return top_; }
 
-  // For peers: the user selected a row.
+  // For peers: the user selected a row, or another program filled the list.
   void SelectedByUser(int index) { selected_ = static_cast<std::int16_t>(index); }
+  void RowsByUser(std::vector<Row> rows) { rows_ = std::move(rows); }
   // For peers: another row stands at the top.
   void ScrolledByUser(int top) { top_ = top; }
   // For peers: raises the event.
@@ -84,11 +94,7 @@ class ListBox : public Control {
   std::unique_ptr<velmaro::Peer> NewPeer() override { return MakePeer(*this); }
 
  private:
-  struct Row {
-    std::string text = {};
-    std::int32_t data = 0;
-    std::uint64_t key = 0;
-  };
+  void ReadRows() const;
   const Row& At(int index) const;
   void RowsChanged();
   void EndRefill();

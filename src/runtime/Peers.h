@@ -30,6 +30,8 @@ class Peer {
   virtual ~Peer() = default;
   // Brings the native side up to date with what changed in the model. Throws RuntimeError where the platform refuses.
   virtual void Apply(Change what) = 0;
+  // Tells the model what the native side shows by now, where that can change without an event.
+  virtual void Read() {}
   // The native window, 0 for a peer that has none.
   virtual platform::WindowHandle hWnd() const { return 0; }
   // Gives the control the keyboard.

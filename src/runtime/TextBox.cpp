@@ -4,7 +4,23 @@
 
 namespace velmaro {
 
+const std::string& TextBox::Text() const {
+  ReadPeer();
+  return text_;
+}
+
+std::size_t TextBox::SelStart() const {
+  ReadPeer();
+  return selStart_;
+}
+
+std::size_t TextBox::SelLength() const {
+  ReadPeer();
+  return selLength_;
+}
+
 void TextBox::SetText(std::string text) {
+  ReadPeer();
   if (text == text_) return;
   text_ = std::move(text);
   selStart_ = selLength_ = 0;
@@ -13,12 +29,14 @@ void TextBox::SetText(std::string text) {
 }
 
 void TextBox::SetSelStart(std::size_t start) {
+  ReadPeer();
   selStart_ = std::min(start, text_.size());
   selLength_ = 0;
   Tell(velmaro::Change::Selection);
 }
 
 void TextBox::SetSelLength(std::size_t length) {
+  ReadPeer();
   selLength_ = std::min(length, text_.size() - selStart_);
   Tell(velmaro::Change::Selection);
 }

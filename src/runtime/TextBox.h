@@ -25,13 +25,13 @@ class TextBox : public Control {
 
   bool MultiLine() const { return kind_.MultiLine; }
   bool ScrollBars() const { return kind_.ScrollBars; }
-  const std::string& Text() const { return text_; }
+  const std::string& Text() const;
   // Replaces the text, moves the caret to its start, and raises Change where it differs.
   void SetText(std::string text);
   // Where the selection, or the caret, starts.
-  std::size_t SelStart() const { return selStart_; }
+  std::size_t SelStart() const;
   // How many bytes are selected.
-  std::size_t SelLength() const { return selLength_; }
+  std::size_t SelLength() const;
   // Moves the caret, with nothing selected. A place behind the text becomes its end.
   void SetSelStart(std::size_t start);
   // Selects from SelStart on. A length that runs behind the text is cut.

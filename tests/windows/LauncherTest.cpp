@@ -64,5 +64,30 @@ TEST_F(LauncherTest, PriorityReachesTheProgramThatTheCommandNames) {
   }
 }
 
+TEST_F(LauncherTest, CommandIsWhatTheFieldShows) {
+  const auto probe = folder.Probe(L"Shown.exe");
+  const auto command = probe + L" -long";
+  for (const bool completed : {true, false}) {
+    settings.Write(L"LastRun1", completed ? command : L"");
+    const auto dialog = Open();
+    const auto field = Child(dialog, L"COMBOBOX");
+    if (completed) {
+      // The list completes the text when it drops, and stays silent about it.
+      ::SendMessageW(field, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(probe.substr(0, probe.size() - 8).c_str()));
+      Front(dialog);
+      Keys({VK_F4, VK_F4});
+    } else {
+      ::SendMessageW(field, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(command.c_str()));
+      ::SendMessageW(field, CB_SETCURSEL, 0, 0);
+    }
+    ASSERT_TRUE(Until([&] { return Text(field) == command; })) << Text(field);
+    settings.Write(L"LastRun", L"");
+    Press(Child(dialog, L"BUTTON", L"OK"));
+    EXPECT_TRUE(Until([&] { return settings.Read(L"LastRun") == command; })) << settings.Read(L"LastRun");
+    EXPECT_TRUE(ReportOf(probe).line.ends_with(L" -long"));
+    EXPECT_EQ(settings.Read(L"LastRun1"), completed ? command : L"") << "it stands in the list already";
+  }
+}
+
 }  // namespace
 }  // namespace drive

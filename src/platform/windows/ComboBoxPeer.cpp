@@ -8,6 +8,19 @@ namespace {
 // Room for ten entries below the field, in pixels at 96 dots an inch.
 constexpr int ListHeight = 140;
 
+bool FillsList(UINT message) {
+  switch (message) {
+    case CB_ADDSTRING:
+    case CB_INSERTSTRING:
+    case CB_DELETESTRING:
+    case CB_RESETCONTENT:
+    case CB_DIR:
+      return true;
+    default:
+      return false;
+  }
+}
+
 }  // namespace
 
 ComboBoxPeer::ComboBoxPeer(velmaro::ComboBox& combo)
@@ -31,37 +44,52 @@ void ComboBoxPeer::Apply(velmaro::Change what) {
 }
 
 void ComboBoxPeer::Refill() {
+  applying_ = true;
   while (Send(CB_GETCOUNT) > 0) Send(CB_DELETESTRING, 0);
   for (int i = 0; i < combo_.ListCount(); ++i) {
     const auto text = platform::Widen(combo_.List(i), platform::Nul::Escaped);
     Send(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
   }
+  applying_ = filledByOthers_ = false;
 }
 
 void ComboBoxPeer::ShowText() {
-  applying_ = true;
   SetText(Window(), combo_.Text());
-  applying_ = false;
+  shown_ = TextOf(Window());
 }
 
-// When the user picks an entry, the field does not show it yet.
-std::string ComboBoxPeer::PickedText() const {
-  const auto picked = Send(CB_GETCURSEL);
-  return picked < 0 ? TextOf(Window()) : combo_.List(static_cast<int>(picked));
+// The control completes its field when its list drops, and other programs choose and fill without a word.
+void ComboBoxPeer::Read() {
+  if (applying_) return;
+  if (std::exchange(filledByOthers_, false)) combo_.EntriesByUser(Entries());
+  auto text = TextOf(Window());
+  if (text == shown_) return;
+  shown_ = std::move(text);
+  combo_.TextByUser(Meant());
 }
 
-std::optional<LRESULT> ComboBoxPeer::Notified(const Message& message) {
-  if (message.id != WM_COMMAND) return ControlPeer::Notified(message);
-  if (HIWORD(message.wParam) == CBN_SELCHANGE) combo_.TextByUser(PickedText());
-  if (HIWORD(message.wParam) == CBN_EDITCHANGE && !applying_) combo_.TextByUser(TextOf(Window()));
-  return 0;
+std::vector<std::string> ComboBoxPeer::Entries() const {
+  std::vector<std::string> entries;
+  const auto count = Send(CB_GETCOUNT);
+  for (WPARAM i = 0; static_cast<LRESULT>(i) < count; ++i) {
+    std::wstring text(static_cast<std::size_t>(Send(CB_GETLBTEXTLEN, i)) + 1, L'\0');
+    text.resize(static_cast<std::size_t>(Send(CB_GETLBTEXT, i, reinterpret_cast<LPARAM>(text.data()))));
+    entries.push_back(platform::Narrow(text));
+  }
+  return entries;
+}
+
+// The field shows the first line of an entry that was picked, and the whole of it is meant.
+std::string ComboBoxPeer::Meant() const {
+  const auto picked = static_cast<int>(Send(CB_GETCURSEL));
+  if (picked < 0 || picked >= combo_.ListCount()) return shown_;
+  const auto& entry = combo_.List(picked);
+  return entry.substr(0, entry.find_first_of("\r\n")) == shown_ ? entry : shown_;
 }
 
 LRESULT ComboBoxPeer::Handle(const Message& message) {
-  const auto result = ControlPeer::Handle(message);
-  // A text that another program puts in is the user's, though the field does not tell of it.
-  if (message.id == WM_SETTEXT && !applying_) combo_.TextByUser(TextOf(Window()));
-  return result;
+  if (FillsList(message.id) && !applying_) filledByOthers_ = true;
+  return ControlPeer::Handle(message);
 }
 
 }  // namespace windows

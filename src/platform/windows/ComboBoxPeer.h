@@ -9,7 +9,7 @@ class ComboBoxPeer final : public ControlPeer {
  public:
   explicit ComboBoxPeer(velmaro::ComboBox& combo);
   void Apply(velmaro::Change what) override;
-  std::optional<LRESULT> Notified(const Message& message) override;
+  void Read() override;
 
  protected:
   LRESULT Handle(const Message& message) override;
@@ -17,9 +17,12 @@ class ComboBoxPeer final : public ControlPeer {
  private:
   void Refill();
   void ShowText();
-  std::string PickedText() const;
+  std::vector<std::string> Entries() const;
+  std::string Meant() const;
 
   velmaro::ComboBox& combo_;
+  std::string shown_;  // the field's text as it was last read
+  bool filledByOthers_ = false;
   bool applying_ = false;
 };
 

@@ -27,6 +27,21 @@ class Undrawn {
   bool shows_;
 };
 
+bool FillsList(UINT message) {
+  switch (message) {
+    case LB_ADDSTRING:
+    case LB_INSERTSTRING:
+    case LB_DELETESTRING:
+    case LB_RESETCONTENT:
+    case LB_SETITEMDATA:
+    case LB_DIR:
+    case LB_ADDFILE:
+      return true;
+    default:
+      return false;
+  }
+}
+
 }  // namespace
 
 ListBoxPeer::ListBoxPeer(velmaro::ListBox& list)
@@ -36,16 +51,41 @@ ListBoxPeer::ListBoxPeer(velmaro::ListBox& list)
                          .extendedStyle = WS_EX_CLIENTEDGE,
                          .takesKeyboard = true}),
       list_(list) {
-  Refill();
+  Apply(velmaro::Change::Rows);
 }
 
 void ListBoxPeer::Apply(velmaro::Change what) {
+  // What the window shows while it is brought up to date is nobody's choice.
+  applying_ = true;
   if (what == velmaro::Change::Rows)
     Refill();
   else if (what == velmaro::Change::ListIndex)
     Select();
   else
     ControlPeer::Apply(what);
+  applying_ = false;
+}
+
+// Other programs, such as a screen reader, select and fill without a word.
+void ListBoxPeer::Read() {
+  if (std::exchange(applying_, true)) return;
+  if (std::exchange(filledByOthers_, false)) ReadRows();
+  const int index = RowIndex();
+  list_.SelectedByUser(index < list_.ListCount() ? index : -1);
+  applying_ = false;
+}
+
+void ListBoxPeer::ReadRows() {
+  std::vector<velmaro::ListBox::Row> rows;
+  const auto count = std::min<LRESULT>(Send(LB_GETCOUNT), velmaro::ListBox::MaxRows);
+  shown_.clear();
+  for (WPARAM i = 0; static_cast<LRESULT>(i) < count; ++i) {
+    std::wstring text(static_cast<std::size_t>(Send(LB_GETTEXTLEN, i)) + 1, L'\0');
+    text.resize(static_cast<std::size_t>(Send(LB_GETTEXT, i, reinterpret_cast<LPARAM>(text.data()))));
+    shown_.push_back(platform::Narrow(text));
+    rows.push_back({.text = shown_.back(), .data = static_cast<std::int32_t>(Send(LB_GETITEMDATA, i))});
+  }
+  list_.RowsByUser(std::move(rows));
 }
 
 void ListBoxPeer::Rescale() {
@@ -55,7 +95,7 @@ void ListBoxPeer::Rescale() {
 
 void ListBoxPeer::Refill() {
   // A refresh that brings nothing new leaves the picture as it is.
-  if (!StandsAsShown()) {
+  if (std::exchange(filledByOthers_, false) || !StandsAsShown()) {
     const Undrawn undrawn(Window());
     Send(LB_RESETCONTENT);
     AddRows();
@@ -105,24 +145,17 @@ void ListBoxPeer::KeepExtent() {
   ::ReleaseDC(Window(), context);
 }
 
-void ListBoxPeer::Select() {
-  applying_ = true;
-  Send(LB_SETCURSEL, static_cast<WPARAM>(static_cast<LONG_PTR>(list_.ListIndex())));
-  applying_ = false;
-}
+void ListBoxPeer::Select() { Send(LB_SETCURSEL, static_cast<WPARAM>(static_cast<LONG_PTR>(list_.ListIndex()))); }
 
 std::optional<LRESULT> ListBoxPeer::Notified(const Message& message) {
   if (message.id != WM_COMMAND) return ControlPeer::Notified(message);
-  if (HIWORD(message.wParam) == LBN_SELCHANGE) list_.SelectedByUser(RowIndex());
   if (HIWORD(message.wParam) == LBN_DBLCLK) list_.RaiseDblClick();
   return 0;
 }
 
 LRESULT ListBoxPeer::Handle(const Message& message) {
-  const auto result = ControlPeer::Handle(message);
-  // A selection that came from another program, such as a screen reader, is the user's.
-  if (message.id == LB_SETCURSEL && !applying_) list_.SelectedByUser(RowIndex());
-  return result;
+  if (FillsList(message.id) && !applying_) filledByOthers_ = true;
+  return ControlPeer::Handle(message);
 }
 
 }  // namespace windows

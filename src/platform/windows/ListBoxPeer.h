@@ -12,6 +12,7 @@ class ListBoxPeer final : public ControlPeer {
  public:
   explicit ListBoxPeer(velmaro::ListBox& list);
   void Apply(velmaro::Change what) override;
+  void Read() override;
   void Rescale() override;
   std::optional<LRESULT> Notified(const Message& message) override;
 
@@ -20,6 +21,7 @@ class ListBoxPeer final : public ControlPeer {
 
  private:
   void Refill();
+  void ReadRows();
   bool StandsAsShown() const;
   void AddRows();
   void SetData() const;
@@ -30,6 +32,7 @@ class ListBoxPeer final : public ControlPeer {
   velmaro::ListBox& list_;
   std::vector<std::string> shown_;
   bool applying_ = false;
+  bool filledByOthers_ = false;
 };
 
 }  // namespace windows

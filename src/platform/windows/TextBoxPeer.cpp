@@ -12,28 +12,6 @@ DWORD StyleOf(const velmaro::TextBox& box) {
   return style;
 }
 
-// What can move the caret or the selection.
-bool MovesCaret(UINT message) {
-  switch (message) {
-    case WM_KEYDOWN:
-    case WM_CHAR:
-    case WM_LBUTTONDOWN:
-    case WM_LBUTTONUP:
-    case WM_LBUTTONDBLCLK:
-    case WM_SETFOCUS:
-    case WM_PASTE:
-    case WM_CUT:
-    case WM_CLEAR:
-    case WM_UNDO:
-    case EM_UNDO:
-    case EM_SETSEL:
-    case EM_REPLACESEL:
-      return true;
-    default:
-      return false;
-  }
-}
-
 // Tab and Esc go to the form also from a text of many lines, and coming in does not select it.
 LRESULT WithoutFormKeys(LRESULT code, LPARAM message) {
   code &= ~static_cast<LRESULT>(DLGC_HASSETSEL);
@@ -67,6 +45,7 @@ void TextBoxPeer::ShowText() {
   applying_ = true;
   SetText(Window(), box_.Text());
   applying_ = false;
+  shown_ = TextOf(Window());
   told_ = Selection();
 }
 
@@ -80,13 +59,21 @@ void TextBoxPeer::ShowSelection() {
   told_ = Selection();
 }
 
-void TextBoxPeer::TellText() { box_.TextByUser(TextOf(Window())); }
-
-void TextBoxPeer::TellSelection() {
+// The caret moves without a word, and so does a text that another program puts in.
+void TextBoxPeer::Read() {
+  if (std::exchange(applying_, true)) return;
+  auto text = TextOf(Window());
+  const bool changed = text != shown_;
+  if (changed) {
+    shown_ = std::move(text);
+    box_.TextByUser(shown_);
+  }
   const auto range = Selection();
-  if (range == std::exchange(told_, range)) return;
-  const auto start = platform::BytesBefore(box_.Text(), range.start);
-  box_.SelectionByUser(start, platform::BytesBefore(box_.Text(), range.end) - start);
+  if (range != std::exchange(told_, range) || changed) {
+    const auto start = platform::BytesBefore(box_.Text(), range.start);
+    box_.SelectionByUser(start, platform::BytesBefore(box_.Text(), range.end) - start);
+  }
+  applying_ = false;
 }
 
 TextBoxPeer::Range TextBoxPeer::Selection() const {
@@ -97,17 +84,15 @@ TextBoxPeer::Range TextBoxPeer::Selection() const {
 
 std::optional<LRESULT> TextBoxPeer::Notified(const Message& message) {
   if (message.id != WM_COMMAND) return ControlPeer::Notified(message);
-  if (HIWORD(message.wParam) == EN_CHANGE && !applying_) TellText();
+  if (HIWORD(message.wParam) == EN_CHANGE) Read();
   return 0;
 }
 
 LRESULT TextBoxPeer::Handle(const Message& message) {
   const auto result = ControlPeer::Handle(message);
   if (message.id == WM_GETDLGCODE && box_.MultiLine()) return WithoutFormKeys(result, message.lParam);
-  if (applying_) return result;
-  // A text that another program puts in is the user's, though a field of many lines does not tell of it.
-  if (message.id == WM_SETTEXT) TellText();
-  if (MovesCaret(message.id) || message.id == WM_SETTEXT) TellSelection();
+  // A field of many lines does not tell of a text that another program puts in.
+  if (message.id == WM_SETTEXT) Read();
   return result;
 }
 

@@ -9,6 +9,7 @@ class TextBoxPeer final : public ControlPeer {
  public:
   explicit TextBoxPeer(velmaro::TextBox& box);
   void Apply(velmaro::Change what) override;
+  void Read() override;
   std::optional<LRESULT> Notified(const Message& message) override;
 
  protected:
@@ -22,11 +23,10 @@ class TextBoxPeer final : public ControlPeer {
   };
   void ShowText();
   void ShowSelection();
-  void TellText();
-  void TellSelection();
   Range Selection() const;
 
   velmaro::TextBox& box_;
+  std::string shown_;  // the field's text as it was last read
   Range told_;
   bool applying_ = false;
 };
