@@ -4,6 +4,7 @@
 #include "editor/formEdit.h"
 #include "launcher/formLauncher.h"
 #include "memory/formFreeMem.h"
+#include "platform/simulated/FormWindow.h"
 
 namespace velmaro {
 namespace {
@@ -20,6 +21,7 @@ class About : public OnDesktop {
       auto& box = application.Default<formSplash>();
       opened = true;
       EXPECT_EQ(&FrontForm(), &box);
+      EXPECT_EQ(WindowFor(box)->owner, &desktop.forms.at(1)->form) << "it belongs to the form before it";
       EXPECT_TRUE(Shows(box.btnOK) && Shows(box.lblProgrammers));
       EXPECT_TRUE(desktop.WindowOf(box.hWnd()).topmost);
       desktop.Advance(60000);
@@ -47,6 +49,7 @@ TEST_F(About, EveryCreditsLabelOpensIt) {
   Choose(main.mnuFileFreeMem);
   auto& meter = application.Default<formFreeMem>();
   Open([&] { Click(meter.lblCredits); }, escape);
+  Open([&] { TypeKey(main, Key::F1); }, escape);
   desktop.Then([&] { openFrom(application.Default<formLauncher>()); });
   Choose(main.mnuFileRun);
   desktop.Then([&] { openFrom(application.Default<formEdit>()); });

@@ -107,6 +107,17 @@ TEST_F(Starting, SwitchesWithoutATargetActAndLeaveTheWindow) {
   EXPECT_TRUE(desktop.starts.empty() && desktop.sleeps.empty());
 }
 
+TEST_F(Starting, AFormThatCantBeShownHoldsNoOtherUp) {
+  auto& form = Start();
+  desktop.windowsFail = true;
+  for (auto* entry :
+       {&form.mnuHelpAbout, &form.mnuFind, &form.mnuFileFreeMem, &form.mnuFileRun, &form.mnuEditKillListHere}) {
+    Choose(*entry);
+    EXPECT_EQ(application.Forms().size(), 1U) << entry->Caption();
+  }
+  EXPECT_EQ(&FrontForm(), &form);
+}
+
 TEST_F(Starting, OnlyNotFoundIsTriedASecondTime) {
   const auto window = desktop.AddWindow("ePSXe");
   desktop.onStart = [](const auto&) { return 5; };
@@ -114,6 +125,19 @@ TEST_F(Starting, OnlyNotFoundIsTriedASecondTime) {
   EXPECT_EQ(Started(desktop), Texts{"ShellExecuteA:game:1"});
   EXPECT_FALSE(desktop.WindowOf(window).visible) << "a target that failed changes nothing else";
   EXPECT_TRUE(desktop.boxes.empty());
+}
+
+TEST(StartingLines, WithoutAnythingToShowWindowsOnTheWorkIsDoneAndTheProgramEnds) {
+  for (const std::string target : {"game.exe", ""}) {
+    Program program;
+    program.desktop.windowsFail = true;
+    program.desktop.memory.available = program.desktop.memory.total - (4U << 20);
+    program.Start("/q /m " + target);
+    program.application.Run();
+    EXPECT_TRUE(program.application.Ended() || program.application.Forms().empty());
+    EXPECT_EQ(program.desktop.memory.peakBlocks, 3U);
+    EXPECT_EQ(Started(program.desktop), target.empty() ? Texts{} : Texts{"ShellExecuteA:game.exe:1"});
+  }
 }
 
 TEST(StartingLines, PriorityAndWindowStyleReachTheTarget) {

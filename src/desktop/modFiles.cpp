@@ -74,7 +74,7 @@ void ShowCreditsBox() {
   form.Initialize();
   form.Realize();
   platform::SetWindowPos(form.hWnd(), platform::HWND_TOPMOST, 0, 0, 0, 0, platform::SWP_NOSIZE | platform::SWP_NOMOVE);
-  form.ShowModal(App().FrontForm());
+  form.ShowModal(App().ActiveForm());
 }
 
 }  // namespace velmaro

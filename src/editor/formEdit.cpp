@@ -1,17 +1,25 @@
 #include "editor/formEdit.h"
 
+#include <algorithm>
+
 #include "desktop/Credits.h"
 #include "desktop/modFiles.h"
 #include "desktop/modRegistry.h"
+#include "mainform/formVelmaro.h"
+#include "platform/machine.h"
 #include "process/KillLists.h"
 #include "runtime/Application.h"
 #include "runtime/Boxes.h"
-#include "mainform/formVelmaro.h"
 
 namespace velmaro {
 namespace {
 
 constexpr std::size_t LargestText = 65535;
+
+bool HasMoreCharacters(std::string_view text, std::size_t than) {
+  for (; than > 0 && !text.empty(); --than) text.remove_prefix(std::min(platform::CharacterLength(text), text.size()));
+  return !text.empty();
+}
 
 std::string HelpText() {
   return "Enter a list of executable files that you want to close or terminate\n"
@@ -62,6 +70,7 @@ formEdit::formEdit()
   KeyDown = [this](int keyCode, int shift) { Form_KeyDown(keyCode, shift); };
   Resize = [this] { Form_Resize(); };
   Unload = [this](bool& cancel) { Form_Unload(cancel); };
+  QueryEndSession = [this](bool& cancel) { AskToSave(cancel); };
   txtData.Change = [this] { txtData_Change(); };
   btnOK.Click = [this] { btnOK_Click(); };
   btnCancel.Click = [this] { btnCancel_Click(); };
@@ -86,7 +95,7 @@ void formEdit::LoadFile(const std::string& file) {
   EditFile = file;
   std::string text;
   if (FileExists(file)) text = ReadTextFile(file);
-  if (text.size() > LargestText)
+  if (HasMoreCharacters(text, LargestText))
     MsgBox(
         "'" + file + "' exceed the 64KB limit.\r\nIf you save the changes to this file, the content will be truncated.",
         platform::MB_ICONWARNING);
@@ -99,13 +108,16 @@ void formEdit::Save() {
   Modified = false;
 }
 
+void formEdit::AskToSave(bool& Cancel) {
+  if (!Modified) return;
+  constexpr auto question = platform::MB_YESNOCANCEL | platform::MB_ICONQUESTION;
+  const auto answer = MsgBox("Do you want to save the changes?", question);
+  if (answer == platform::IDYES) Save();
+  if (answer == platform::IDCANCEL) Cancel = true;
+}
+
 void formEdit::Form_Unload(bool& Cancel) {
-  if (Modified) {
-    constexpr auto question = platform::MB_YESNOCANCEL | platform::MB_ICONQUESTION;
-    const auto answer = MsgBox("Do you want to save the changes?", question);
-    if (answer == platform::IDYES) Save();
-    if (answer == platform::IDCANCEL) Cancel = true;
-  }
+  AskToSave(Cancel);
   if (!Cancel) Tip.reset();
 }
 

@@ -22,7 +22,8 @@ class formEdit : public Form {
   CommandButton btnHelp;
   Label lblCredits;
 
-  // Puts a file into the editor, an empty text where there is none. A file of more than 65,535 bytes brings a warning.
+  // Puts a file into the editor, an empty text where there is none. A file of more than 65,535 characters brings a
+  // warning.
   void LoadFile(const std::string& file);
   // True once the user has changed the text.
   bool IsModified() const { return Modified; }
@@ -39,6 +40,8 @@ class formEdit : public Form {
   void lblCredits_Click();
 
  private:
+  // Asks about a changed text, and saves it where the user says so.
+  void AskToSave(bool& Cancel);
   // Writes the text to its file.
   void Save();
   void PromptFind();

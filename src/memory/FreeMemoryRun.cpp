@@ -1,9 +1,9 @@
 #include <array>
 
+#include "mainform/formVelmaro.h"
 #include "memory/MemoryBlock.h"
 #include "memory/formFreeMem.h"
 #include "runtime/Application.h"
-#include "mainform/formVelmaro.h"
 
 namespace velmaro {
 namespace {
@@ -48,8 +48,7 @@ void formFreeMem::ClaimBlocks(int target) {
     const auto width = static_cast<float>(i) / static_cast<float>(target) * Picture1.Width();
     Resume([&] { Picture2.Move({0, 0, width, Picture2.Height()}); });
     ShowMemoryStatus();
-    ProcessWaitingEvents();
-    if (stopRequested || App().Ended()) break;
+    if (!ProcessWaitingEvents() || stopRequested || App().Ended()) break;
     const auto slot = static_cast<std::size_t>(i - 1);
     // A block that can't be had leaves its slot empty, and the next step tries again.
     if (slot < Slots) Resume([&] { memBlocks[slot] = MemoryBlock::Filled().Copy(); });
@@ -68,7 +67,7 @@ void formVelmaro::FreeMemoryUnattended() {
   auto& form = App().New<formFreeMem>();
   form.Show();
   Resume([&] { form.HScroll1.SetValue(form.HScroll1.Max() / 2); });
-  form.btnFree_Click();
+  Resume([&] { form.btnFree_Click(); });
   UnloadForm(form);
 }
 

@@ -26,10 +26,20 @@ void Application::Run() {
   while (!ended_ && !forms_.empty() && ProcessNextEvent()) ReleaseUnloaded();
 }
 
-Form* Application::FrontForm() const {
-  for (auto at = forms_.rbegin(); at != forms_.rend(); ++at)
-    if ((*at)->Visible()) return *at;
+Form* Application::ActiveForm() const {
+  for (auto at = activated_.rbegin(); at != activated_.rend(); ++at)
+    if ((*at)->Visible() && (*at)->WindowState() != WindowState::Minimized) return *at;
   return nullptr;
+}
+
+void Application::CameToFront(Form& form) {
+  std::erase(activated_, &form);
+  activated_.push_back(&form);
+}
+
+void Application::Remove(Form& form) {
+  std::erase(forms_, &form);
+  std::erase(activated_, &form);
 }
 
 // Only the outermost loop does this: there, no event of any form can be on the stack.

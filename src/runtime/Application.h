@@ -52,11 +52,12 @@ class Application {
 
   // The forms that are loaded, in the order of their loading.
   const std::vector<Form*>& Forms() const { return forms_; }
-  // The form that was shown last of those that show, null for none.
-  Form* FrontForm() const;
-  // For forms: they are loaded, they are none of the program's any more.
+  // The form that the user works in: the one that was active last of those on the screen, null for none.
+  Form* ActiveForm() const;
+  // For forms: they are loaded, they became the active one, they are none of the program's any more.
   void Add(Form& form) { forms_.push_back(&form); }
-  void Remove(Form& form) { std::erase(forms_, &form); }
+  void CameToFront(Form& form);
+  void Remove(Form& form);
 
  private:
   void ReleaseUnloaded();
@@ -64,6 +65,7 @@ class Application {
   std::vector<std::unique_ptr<Form>> instances_;
   std::map<std::type_index, Form*> defaults_;
   std::vector<Form*> forms_;
+  std::vector<Form*> activated_;  // the one that was active last at the end
   bool ended_ = false;
   int exitCode_ = 0;
 };

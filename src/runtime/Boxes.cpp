@@ -50,7 +50,7 @@ int MsgBox(const std::string& text, std::uint32_t flags, const std::string& titl
 
 std::string InputBox(const std::string& prompt, const std::string& title, const std::string& defaultText) {
   auto& form = App().New<formInput>(prompt, title, defaultText);
-  form.ShowModal(App().FrontForm());
+  form.ShowModal(App().ActiveForm());
   return form.reply;
 }
 

@@ -49,7 +49,24 @@ Form::~Form() {
 
 void Form::Realize() {
   LoadForm(*this);
-  if (!peer_ && !unloaded_ && !App().Ended()) CreatePeers();
+  if (peer_ || unloaded_ || App().Ended()) return;
+  bool made = false;
+  Resume([&] {
+    CreatePeers();
+    made = peer_ != nullptr;
+  });
+  if (made) return;
+  // A form that nobody sees is none of the program's: nobody could close it.
+  DropPeers();
+  Retire();
+}
+
+// The native window only hides for now: the event that unloads a form may be one of its own.
+void Form::Retire() {
+  loaded_ = false;
+  unloaded_ = true;
+  Hide();
+  App().Remove(*this);
 }
 
 void Form::Appear(Form* owner) {
@@ -57,6 +74,7 @@ void Form::Appear(Form* owner) {
   if (!peer_ || unloaded_) return;
   // A form that shows already comes to the front.
   visible_ = true;
+  App().CameToFront(*this);
   peer_->Show(owner);
 }
 
@@ -155,7 +173,17 @@ void Form::ResizedTo(Twips width, Twips height, Twips scaleWidth, Twips scaleHei
 
 void Form::CloseByUser() { UnloadForm(*this); }
 
+bool Form::MayEndSession() {
+  // Where the user is being asked about the form already, there is no answer yet.
+  if (std::exchange(unloading_, true)) return false;
+  bool cancel = false;
+  if (QueryEndSession && !unloaded_) Resume([&] { QueryEndSession(cancel); });
+  unloading_ = false;
+  return !cancel;
+}
+
 void Form::RaiseActivate() {
+  App().CameToFront(*this);
   if (Activate) Resume(Activate);
 }
 
@@ -181,11 +209,7 @@ void UnloadForm(Form& form) {
   if (form.Unload) Resume([&] { form.Unload(cancel); });
   form.unloading_ = false;
   if (cancel || !form.loaded_) return;
-  form.loaded_ = false;
-  form.unloaded_ = true;
-  // The native window only hides for now: the event that unloads a form may be one of its own.
-  form.Hide();
-  App().Remove(form);
+  form.Retire();
 }
 
 }  // namespace velmaro

@@ -57,8 +57,10 @@ class Form {
   std::function<void(int KeyCode, int Shift)> KeyUp;
   // The form is about to end; Cancel keeps it.
   std::function<void(bool& Cancel)> Unload;
+  // The user's session is about to end, and the form with it; Cancel refuses.
+  std::function<void(bool& Cancel)> QueryEndSession;
 
-  // Loads the form where it is not, and shows it without waiting.
+  // Loads the form where it is not, and shows it without waiting. A form whose window can't be made is unloaded.
   void Show();
   // Loads the form and makes its native window without showing it, for calls that need the window.
   void Realize();
@@ -109,6 +111,8 @@ class Form {
   void ResizedTo(Twips width, Twips height, Twips scaleWidth, Twips scaleHeight, velmaro::WindowState state);
   // For peers: the user asks to close the window.
   void CloseByUser();
+  // For peers: true where the form lets the user's session end.
+  bool MayEndSession();
   // For peers: raise the events.
   void RaiseActivate();
   void RaiseKeyDown(int keyCode, int shift);
@@ -126,6 +130,7 @@ class Form {
   friend void UnloadForm(Form& form);
   void Appear(Form* owner);
   void CreatePeers();
+  void Retire();
   void SetSize(Twips width, Twips height);
   void Block(bool on);
   void Unblock();

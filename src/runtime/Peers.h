@@ -74,7 +74,7 @@ std::unique_ptr<Peer> MakePeer(Timer& timer);
 
 // Waits for the next event of the program, raises it and gives true; false when no event can come any more.
 bool ProcessNextEvent();
-// Raises every event that waits already, and returns without waiting for more.
-void ProcessWaitingEvents();
+// Raises every event that waits already, and returns without waiting for more; false when the program was told to end.
+[[nodiscard]] bool ProcessWaitingEvents();
 
 }  // namespace velmaro

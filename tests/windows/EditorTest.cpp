@@ -5,6 +5,8 @@
 namespace drive {
 namespace {
 
+void CALLBACK KeepAnswer(HWND, UINT, ULONG_PTR kept, LRESULT answer) { *reinterpret_cast<LRESULT*>(kept) = answer; }
+
 class EditorTest : public testing::Test {
  protected:
   EditorTest() : velmaro(folder) {}
@@ -65,6 +67,23 @@ TEST_F(EditorTest, CloseAsksAboutChangesAndHeedsTheAnswer) {
   velmaro.Await().Answer(IDYES);
   EXPECT_TRUE(Gone(editor));
   EXPECT_EQ(folder.Read(L"killlist.txt"), "a.exe;");
+}
+
+TEST_F(EditorTest, EndOfTheSessionAsksToo) {
+  Open();
+  Append(L"a.exe");
+  for (const int button : {IDCANCEL, IDYES}) {
+    LRESULT mayEnd = -1;
+    ::SendMessageCallbackW(editor, WM_QUERYENDSESSION, 0, 0, &KeepAnswer, reinterpret_cast<ULONG_PTR>(&mayEnd));
+    velmaro.Await().Answer(button);
+    EXPECT_TRUE(Until([&] {
+      MSG message;
+      ::PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE);
+      return mayEnd == (button == IDYES);
+    })) << mayEnd;
+    EXPECT_TRUE(::IsWindowVisible(editor));
+  }
+  EXPECT_EQ(folder.Read(L"killlist.txt"), "a.exe");
 }
 
 TEST_F(EditorTest, BalloonExplainsTheList) {

@@ -116,5 +116,12 @@ TEST_F(MemoryTest, EveryStopEndsTheRun) {
   EXPECT_TRUE(velmaro.Lives());
 }
 
+TEST_F(MemoryTest, EndOfTheProgramEndsTheRun) {
+  SetTarget(1000);
+  Start();
+  ::PostThreadMessageW(::GetWindowThreadProcessId(meter, nullptr), WM_QUIT, 0, 0);
+  EXPECT_EQ(velmaro.ExitCode(1500), 0);
+}
+
 }  // namespace
 }  // namespace drive

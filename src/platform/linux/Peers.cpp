@@ -44,8 +44,9 @@ bool ProcessNextEvent() {
   return toolkit && toolkit->ProcessNextEvent();
 }
 
-void ProcessWaitingEvents() {
+bool ProcessWaitingEvents() {
   if (auto* toolkit = onlinux::LoadedToolkit()) toolkit->ProcessWaitingEvents();
+  return true;
 }
 
 }  // namespace velmaro

@@ -12,6 +12,7 @@ ControlPeer::~ControlPeer() { desktop_.controls.erase(handle_); }
 
 void ControlPeer::Apply(velmaro::Change what) {
   ++told_[what];
+  if (desktop_.refusedChanges.contains(what)) throw velmaro::RuntimeError("the control refuses");
   const auto* list = what == velmaro::Change::Rows ? dynamic_cast<velmaro::ListBox*>(&control_) : nullptr;
   if (list && list->ListCount() > desktop_.listRowLimit) throw velmaro::RuntimeError("the list box takes no more rows");
 }

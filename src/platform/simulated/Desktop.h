@@ -137,6 +137,9 @@ class Desktop {
   int livePeers = 0;
   int peersMade = 0;
   int listRowLimit = 32767;
+  bool windowsFail = false;                  // there is nothing to show windows on
+  std::set<velmaro::Change> refusedChanges;  // what native controls don't take
+  bool quits = false;                        // the program has been told to end
 
   // Handles closed twice, blocks given back that were not claimed and the like. A test expects none.
   std::vector<std::string> misuse;

@@ -15,7 +15,10 @@ namespace velmaro {
 
 using simulated::ControlPeer;
 
-std::unique_ptr<FormPeer> MakePeer(Form& form) { return std::make_unique<simulated::FormWindow>(form); }
+std::unique_ptr<FormPeer> MakePeer(Form& form) {
+  if (simulated::TheDesktop().windowsFail) throw RuntimeError("there is nothing to show windows on");
+  return std::make_unique<simulated::FormWindow>(form);
+}
 std::unique_ptr<Peer> MakePeer(ListBox& control) { return std::make_unique<ControlPeer>(control); }
 std::unique_ptr<Peer> MakePeer(CommandButton& control) { return std::make_unique<ControlPeer>(control); }
 std::unique_ptr<Peer> MakePeer(OptionButton& control) { return std::make_unique<ControlPeer>(control); }
@@ -29,8 +32,11 @@ std::unique_ptr<Peer> MakePeer(Line& control) { return std::make_unique<ControlP
 std::unique_ptr<Peer> MakePeer(HScrollBar& control) { return std::make_unique<ControlPeer>(control); }
 std::unique_ptr<Peer> MakePeer(Timer& timer) { return std::make_unique<simulated::TimerPeer>(timer); }
 
-bool ProcessNextEvent() { return simulated::TheDesktop().RunNext(); }
+bool ProcessNextEvent() { return !simulated::TheDesktop().quits && simulated::TheDesktop().RunNext(); }
 
-void ProcessWaitingEvents() { simulated::TheDesktop().RunNext(); }
+bool ProcessWaitingEvents() {
+  simulated::TheDesktop().RunNext();
+  return !simulated::TheDesktop().quits;
+}
 
 }  // namespace velmaro

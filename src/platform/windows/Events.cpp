@@ -23,11 +23,17 @@ bool ProcessNextEvent() {
   return false;
 }
 
-void ProcessWaitingEvents() {
+bool ProcessWaitingEvents() {
   for (MSG message; ::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);) {
-    if (message.message == WM_QUIT) return ::PostQuitMessage(static_cast<int>(message.wParam));
-    Deliver(message);
+    if (message.message != WM_QUIT) {
+      Deliver(message);
+      continue;
+    }
+    // The loops further out must see the end too.
+    ::PostQuitMessage(static_cast<int>(message.wParam));
+    return false;
   }
+  return true;
 }
 
 }  // namespace velmaro

@@ -147,6 +147,8 @@ std::optional<LRESULT> FormWindow::Handle(const Message& message) {
     case WM_CLOSE:
       form_.CloseByUser();
       return 0;
+    case WM_QUERYENDSESSION:
+      return form_.MayEndSession();
     case WM_DPICHANGED:
       return NewResolution(LOWORD(message.wParam), *reinterpret_cast<const RECT*>(message.lParam));
     case DM_GETDEFID:
