@@ -68,6 +68,9 @@ class Program {
   bool Lives() const { return ::WaitForSingleObject(handle_.get(), 0) == WAIT_TIMEOUT; }
   // Waits for the end and gives the exit code, -1 when it does not come.
   int ExitCode(int milliseconds = LongEnough) const;
+  // Lets the program hang, and go on.
+  void Hang() const { ::SuspendThread(thread_.get()); }
+  void GoOn() const { ::ResumeThread(thread_.get()); }
   // Every top-level window of the program, the upper ones first.
   std::vector<HWND> Windows(bool visible = true) const;
   // Waits for a visible window by its title, or by its class where that is given; null when none comes.

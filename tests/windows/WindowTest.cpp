@@ -36,11 +36,32 @@ TEST_F(WindowTest, CommandsChangeTheRealWindow) {
   EXPECT_TRUE(velmaro.Select(Title)) << "a hidden window with a title is listed";
   velmaro.Choose(L"Show Window");
   EXPECT_TRUE(Until(shows));
+  // A row that another program put in works like any other.
+  Front(velmaro.Main());
+  velmaro.Refresh();
+  ::SendMessageW(velmaro.List(), LB_RESETCONTENT, 0, 0);
+  ::SendMessageW(velmaro.List(), LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(L"row"));
+  ::SendMessageW(velmaro.List(), LB_SETITEMDATA, 0, reinterpret_cast<LPARAM>(target));
+  ::SendMessageW(velmaro.List(), LB_SELECTSTRING, 0, reinterpret_cast<LPARAM>(L"row"));
+  velmaro.Choose(L"Top Most");
+  EXPECT_TRUE(Until([&] { return TopMost(); }));
   // A window that went after the list was filled does no harm.
   End(probe.Id());
   velmaro.Choose(L"Hide Window");
   velmaro.Refresh();
   EXPECT_EQ(velmaro.Row(Title), L"");
+}
+
+TEST_F(WindowTest, WindowThatHangsHoldsNothingUp) {
+  ShowWindows();
+  probe.Hang();
+  for (const auto* command : {L"Top Most", L"Normal Position", L"Show Window", L"Hide Window"}) velmaro.Choose(command);
+  DWORD_PTR answer = 0;
+  EXPECT_TRUE(::SendMessageTimeoutW(velmaro.Main(), WM_NULL, 0, 0, SMTO_NORMAL, 3000, &answer));
+  EXPECT_EQ(Velmaro(folder, L"/q /x \"" + std::wstring(Title) + L"\" nothing").ExitCode(5000), 0);
+  EXPECT_TRUE(::IsWindowVisible(target));
+  probe.GoOn();
+  EXPECT_TRUE(Gone(target));
 }
 
 TEST_F(WindowTest, WindowsWithoutTitleAreListedOnRequest) {
@@ -52,9 +73,13 @@ TEST_F(WindowTest, WindowsWithoutTitleAreListedOnRequest) {
 }
 
 TEST_F(WindowTest, AboutStandsAboveAllUntilItIsClosed) {
+  velmaro.Press(L"Free &Mem");
+  ASSERT_TRUE(velmaro.Form());
+  Front(velmaro.Main());
   Keys({VK_F1});
-  const auto about = velmaro.Form();
-  ASSERT_TRUE(about);
+  HWND about = nullptr;
+  ASSERT_TRUE(Until([&] { return ::GetWindow(about = velmaro.Form(), GW_OWNER) == velmaro.Main(); }))
+      << "not the meter";
   EXPECT_FALSE(::IsWindowEnabled(velmaro.Main()));
   Front(target);
   for (auto below = about; below; below = ::GetWindow(below, GW_HWNDPREV)) EXPECT_NE(below, target);
@@ -63,7 +88,7 @@ TEST_F(WindowTest, AboutStandsAboveAllUntilItIsClosed) {
   Front(about);
   Keys({VK_ESCAPE});
   EXPECT_TRUE(Gone(about));
-  EXPECT_TRUE(Until([&] { return ::IsWindowEnabled(velmaro.Main()) != FALSE; }));
+  EXPECT_TRUE(Until([&] { return ::IsWindowEnabled(velmaro.Main()) && ::GetForegroundWindow() == velmaro.Main(); }));
 }
 
 TEST_F(WindowTest, OptionsMenusTakeTurnsWithTheirShortcuts) {

@@ -36,8 +36,9 @@ HWND FindByTitle(std::wstring_view wanted) {
 class SharedInput {
  public:
   SharedInput() : other_(::GetWindowThreadProcessId(::GetForegroundWindow(), nullptr)) {
-    shared_ =
-        other_ != 0 && other_ != ::GetCurrentThreadId() && ::AttachThreadInput(::GetCurrentThreadId(), other_, TRUE);
+    // The input of a program that hangs would hold this one up too.
+    shared_ = other_ != 0 && other_ != ::GetCurrentThreadId() && !::IsHungAppWindow(::GetForegroundWindow()) &&
+              ::AttachThreadInput(::GetCurrentThreadId(), other_, TRUE);
   }
   SharedInput(const SharedInput&) = delete;
   SharedInput& operator=(const SharedInput&) = delete;
@@ -75,7 +76,7 @@ bool AppActivate(const std::string& title) {
   if (IsInFront(window)) return true;
   if (!::SetForegroundWindow(window) || !IsInFront(window)) {
     const SharedInput shared;
-    ::BringWindowToTop(window);
+    ::SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_ASYNCWINDOWPOS);
     ::SetForegroundWindow(window);
   }
   WaitUntil([window] { return IsInFront(window); });

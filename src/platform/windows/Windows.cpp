@@ -19,11 +19,17 @@ std::size_t WholeCharacters(std::string_view text, std::size_t room) {
   return length;
 }
 
+// A window of another program may hang. It is asked for what it is to do, and not waited for.
+bool IsOwn(HWND window) { return ::GetWindowThreadProcessId(window, nullptr) == ::GetCurrentThreadId(); }
+
 }  // namespace
 
 WindowHandle FindWindowA(const std::string& title) { return ToNumber(::FindWindowW(nullptr, Widen(title).c_str())); }
 
-bool ShowWindow(WindowHandle window, int showCommand) { return ::ShowWindow(ToNative<HWND>(window), showCommand); }
+bool ShowWindow(WindowHandle window, int showCommand) {
+  const auto native = ToNative<HWND>(window);
+  return IsOwn(native) ? ::ShowWindow(native, showCommand) : ::ShowWindowAsync(native, showCommand);
+}
 
 WindowHandle GetActiveWindow() { return ToNumber(::GetActiveWindow()); }
 
@@ -51,7 +57,8 @@ int GetWindowTextA(WindowHandle window, char* buffer, int size) {
 bool SetWindowPos(WindowHandle window, std::int32_t insertAfter, int x, int y, int width, int height,
                   std::uint32_t flags) {
   const auto after = reinterpret_cast<HWND>(static_cast<std::intptr_t>(insertAfter));
-  return ::SetWindowPos(ToNative<HWND>(window), after, x, y, width, height, flags);
+  const auto native = ToNative<HWND>(window);
+  return ::SetWindowPos(native, after, x, y, width, height, IsOwn(native) ? flags : flags | SWP_ASYNCWINDOWPOS);
 }
 
 bool GetClientRect(WindowHandle window, PixelRect& rect) {
