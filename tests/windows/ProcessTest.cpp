@@ -117,6 +117,9 @@ TEST_F(ProcessTest, PopupOpensAtTheClassOfTheRowAndSetsAnother) {
   ASSERT_EQ(entries.size(), 5U);
   EXPECT_TRUE(entries[1].checked);
   EXPECT_EQ(entries[4].text, L"Terminate Process\tDel");
+  // The button that opened it does not choose.
+  const POINT entry{40, 30};
+  Click(popup, MOUSEEVENTF_RIGHTDOWN, 1, &entry);
   // Off the popup: under the pointer, another entry would be marked.
   const POINT away{-30, -30};
   Click(velmaro->Main(), 0, 0, &away);

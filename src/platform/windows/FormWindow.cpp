@@ -100,8 +100,7 @@ void FormWindow::PopupMenu(velmaro::Menu& menu, std::optional<velmaro::Bounds> p
     ::GetCursorPos(&point);
   }
   ::SetMenuDefaultItem(popup, defaultEntry ? menus_.IdOf(defaultEntry) : static_cast<UINT>(-1), FALSE);
-  const auto chosen =
-      ::TrackPopupMenuEx(popup, TPM_RETURNCMD | TPM_RIGHTBUTTON, point.x, point.y, window_.get(), nullptr);
+  const auto chosen = ::TrackPopupMenuEx(popup, TPM_RETURNCMD, point.x, point.y, window_.get(), nullptr);
   if (auto* entry = menus_.Find(static_cast<UINT>(chosen))) entry->RaiseClick();
 }
 

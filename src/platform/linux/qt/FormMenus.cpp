@@ -1,5 +1,7 @@
 #include "platform/linux/qt/FormMenus.h"
 
+#include <QMouseEvent>
+
 #include "platform/linux/qt/QtText.h"
 
 namespace onlinux {
@@ -24,6 +26,10 @@ QAction* AddEntry(QMenu& menu, velmaro::Menu& model) {
 
 }  // namespace
 
+void ChoiceMenu::mouseReleaseEvent(QMouseEvent* event) {
+  if (event->button() == Qt::LeftButton) QMenu::mouseReleaseEvent(event);
+}
+
 void UpdateEntry(QAction& action, const velmaro::Menu& model) {
   if (!model.IsSeparator()) {
     action.setCheckable(model.Checked());
@@ -36,7 +42,7 @@ void FillMenu(QMenu& menu, const velmaro::Menu& model, std::map<const velmaro::M
   for (auto* entry : model.Entries()) {
     auto* action = AddEntry(menu, *entry);
     if (!entry->Entries().empty()) {
-      auto* inner = new QMenu(&menu);
+      auto* inner = new ChoiceMenu(&menu);
       FillMenu(*inner, *entry, actions);
       action->setMenu(inner);
     }
@@ -51,7 +57,8 @@ FormMenus::FormMenus(const std::vector<velmaro::Menu*>& menus, QWidget& window) 
   // The bar belongs to the window's own area, or the form would be a menu bar lower than it was told.
   bar_->setNativeMenuBar(false);
   for (auto* model : menus) {
-    auto* menu = bar_->addMenu(ToQtLine(model->Caption()));
+    auto* menu = new ChoiceMenu(ToQtLine(model->Caption()), bar_);
+    bar_->addMenu(menu);
     FillMenu(*menu, *model, actions_);
     actions_[model] = menu->menuAction();
     menu->menuAction()->setVisible(model->Visible());

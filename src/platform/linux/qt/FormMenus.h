@@ -11,6 +11,15 @@
 
 namespace onlinux {
 
+// A menu that only the left button chooses from.
+class ChoiceMenu : public QMenu {
+ public:
+  using QMenu::QMenu;
+
+ protected:
+  void mouseReleaseEvent(QMouseEvent* event) override;
+};
+
 // Fills a menu with the entries of a model; the entries tell the model when they are chosen.
 void FillMenu(QMenu& menu, const velmaro::Menu& model, std::map<const velmaro::Menu*, QAction*>& actions);
 // Shows the model's check mark and whether it is offered at all.

@@ -195,7 +195,7 @@ void FormWindow::CloseAsked() {
 void FormWindow::ApplyMenu(velmaro::Menu& menu) { menus_.Update(menu); }
 
 void FormWindow::PopupMenu(velmaro::Menu& menu, std::optional<velmaro::Bounds> place, velmaro::Menu* defaultEntry) {
-  QMenu popup;
+  ChoiceMenu popup;
   std::map<const velmaro::Menu*, QAction*> actions;
   FillMenu(popup, menu, actions);
   if (const auto at = actions.find(defaultEntry); at != actions.end()) popup.setDefaultAction(at->second);
