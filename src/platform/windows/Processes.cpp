@@ -4,6 +4,7 @@
 #include "platform/windows/ClassNumbers.h"
 #include "platform/windows/Codepage.h"
 #include "platform/windows/System.h"
+#include "platform/windows/SystemLibrary.h"
 
 namespace platform {
 namespace {
@@ -19,6 +20,33 @@ void SetName(char (&name)[260], const wchar_t* wide) {
   }
   std::memcpy(name, bytes.data(), length);
   std::memset(name + length, 0, sizeof name - length);
+}
+
+using Time = std::uint64_t;
+
+Time ToTime(const FILETIME& time) { return static_cast<Time>(time.dwHighDateTime) << 32 | time.dwLowDateTime; }
+
+// To the fraction of a microsecond where the system can tell it: a coarse clock runs behind the times that it notes.
+Time Now() {
+  using Clock = void(WINAPI*)(FILETIME*);
+  static const auto precise = SystemFunction<Clock>(L"kernel32.dll", "GetSystemTimePreciseAsFileTime");
+  FILETIME now;
+  precise ? precise(&now) : ::GetSystemTimeAsFileTime(&now);
+  return ToTime(now);
+}
+
+// When the last snapshot was complete.
+Time& Listed() {
+  static Time time = 0;
+  return time;
+}
+
+// True for a process that began after the last snapshot: it has the number of one that was listed there and has ended
+// since. One that seems to begin in the future only shows that the clock was set back.
+bool IsAnother(HANDLE process) {
+  FILETIME began, ended, kernel, user;
+  if (!::GetProcessTimes(process, &began, &ended, &kernel, &user)) return false;
+  return ToTime(began) > Listed() && ToTime(began) <= Now();
 }
 
 template <class Step>
@@ -43,6 +71,7 @@ bool Deliver(Step step, Handle snapshot, PROCESSENTRY32& entry) {
 
 Handle CreateToolhelp32Snapshot(std::uint32_t flags) {
   const auto snapshot = ::CreateToolhelp32Snapshot(flags, 0);
+  Listed() = Now();
   if (snapshot != INVALID_HANDLE_VALUE) LearnClassNumbers(snapshot);
   return ToNumber(snapshot);
 }
@@ -52,7 +81,10 @@ bool Process32First(Handle snapshot, PROCESSENTRY32& entry) { return Deliver(&::
 bool Process32Next(Handle snapshot, PROCESSENTRY32& entry) { return Deliver(&::Process32NextW, snapshot, entry); }
 
 Handle OpenProcess(std::uint32_t access, bool inherit, std::uint32_t processId) {
-  return ToNumber(::OpenProcess(access, inherit, processId));
+  const auto process = ::OpenProcess(access, inherit, processId);
+  if (!process || !IsAnother(process)) return ToNumber(process);
+  ::CloseHandle(process);
+  return 0;
 }
 
 bool SetPriorityClass(Handle process, std::uint32_t priorityClass) {
