@@ -4,9 +4,9 @@
 
 #include "desktop/Credits.h"
 #include "desktop/modFiles.h"
+#include "mainform/formVelmaro.h"
 #include "runtime/Application.h"
 #include "runtime/Numbers.h"
-#include "mainform/formVelmaro.h"
 
 namespace velmaro {
 namespace {
@@ -73,7 +73,13 @@ void formFreeMem::ShowMemoryStatus() {
     lblStatus.SetCaption("Free: " + Format(free / Kilobyte, "###0.0 KB") + " - Usage: " +
                          Format(1 - free / total, "#0.0%") + " of " + Format(total / Megabyte, "#0.0") + " MB");
   });
-  SetCaption(std::to_string(memStatus.dwAvailPhys / 1024) + "KB Free Memory");
+  Resume([&] { SetCaption(std::to_string(memStatus.dwAvailPhys / 1024) + "KB Free Memory"); });
+}
+
+// The part of all memory that is free. Throws RuntimeError where the figures are missing.
+double formFreeMem::FreeShare() const {
+  if (memStatus.dwTotalPhys == 0) throw RuntimeError("there is no memory to take a share of");
+  return static_cast<double>(memStatus.dwAvailPhys) / static_cast<double>(memStatus.dwTotalPhys);
 }
 
 void formFreeMem::RefreshMemoryGauge() {
@@ -82,15 +88,11 @@ void formFreeMem::RefreshMemoryGauge() {
   const auto used = memStatus.dwTotalPhys - std::min(memStatus.dwAvailPhys, memStatus.dwTotalPhys);
   Resume([&] { HScroll1.SetMax(static_cast<std::int64_t>(std::min(used / 1048576, LargestTarget))); });
   if (HScroll1.Value() > HScroll1.Max()) Resume([&] { HScroll1.SetValue(HScroll1.Max()); });
-  const auto share = static_cast<double>(memStatus.dwAvailPhys) / static_cast<double>(memStatus.dwTotalPhys);
-  Resume([&] {
-    // The figure's text fails first where there is no share to show, and the bar stays as it was.
-    const auto percent = Format(share, "#0.0%");
-    Picture2.Move({0, 0, static_cast<Twips>(Picture1.Width() * share), Picture2.Height()});
-    lblFreeMem.Move({0, lblFreeMem.Top(), Picture2.Width(), lblFreeMem.Height()});
-    lblFreeMem.SetCaption(percent);
-  });
-  lblFreeMem.SetToolTipText(Format(static_cast<double>(memStatus.dwAvailPhys) / Kilobyte, "#,##0.0 KB"));
+  Resume([&] { Picture2.Move({0, 0, static_cast<Twips>(Picture1.Width() * FreeShare()), Picture2.Height()}); });
+  Resume([&] { lblFreeMem.Move({0, lblFreeMem.Top(), Picture2.Width(), lblFreeMem.Height()}); });
+  Resume([&] { lblFreeMem.SetCaption(Format(FreeShare(), "#0.0%")); });
+  Resume(
+      [&] { lblFreeMem.SetToolTipText(Format(static_cast<double>(memStatus.dwAvailPhys) / Kilobyte, "#,##0.0 KB")); });
 }
 
 void formFreeMem::HScroll1_Change() {

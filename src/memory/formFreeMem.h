@@ -46,6 +46,7 @@ class formFreeMem : public Form {
   bool IsRunning() const;
   void RunFreeMemory();
   void ClaimBlocks(int target);
+  double FreeShare() const;
 
   platform::MEMORYSTATUS memStatus;
   bool stopRequested = false;

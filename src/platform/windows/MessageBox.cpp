@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <vector>
 
 #include "platform/windows/Codepage.h"
@@ -41,7 +42,9 @@ class OthersBlocked {
 int MessageBoxA(const std::string& text, const std::string& title, std::uint32_t flags) {
   auto open = OpenWindows();
   auto owner = ::GetActiveWindow();
-  if (!owner && !open.empty()) owner = open.front();
+  // A box above a minimized window would not be seen.
+  const auto shown = std::ranges::find_if(open, [](HWND window) { return !::IsIconic(window); });
+  if (!owner && shown != open.end()) owner = *shown;
   const OthersBlocked blocked(std::move(open), owner);
   return ::MessageBoxW(owner, Widen(text, Nul::Escaped).c_str(), Widen(title, Nul::Escaped).c_str(), flags);
 }

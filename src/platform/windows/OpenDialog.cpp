@@ -1,8 +1,8 @@
 #include <algorithm>
 
 #include "platform/windows/Codepage.h"
-#include "platform/windows/SystemLibrary.h"
 #include "platform/windows/System.h"
+#include "platform/windows/SystemLibrary.h"
 
 namespace platform {
 namespace {
@@ -36,8 +36,7 @@ bool GetOpenFileNameA(OPENFILENAME& dialog) {
   native.nMaxFileTitle = dialog.nMaxFileTitle;
   native.lpstrInitialDir = OrNull(folder);
   native.lpstrTitle = OrNull(title);
-  // Without this flag Windows shows the dialog of its oldest versions.
-  native.Flags = dialog.Flags | OFN_EXPLORER;
+  native.Flags = dialog.Flags;
   // The dialogs' library is loaded by the first dialog: most runs show none.
   const auto open = SystemFunction<decltype(&::GetOpenFileNameW)>(L"comdlg32.dll", "GetOpenFileNameW");
   if (!open || !open(&native)) return false;
