@@ -16,6 +16,7 @@ class ListBox : public Control {
 
   using Control::Control;
 
+  // A row, with its number and its key.
   struct Row {
     std::string text = {};
     std::int32_t data = 0;
