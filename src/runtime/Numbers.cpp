@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <cstdio>
+#include <ranges>
 
 #include "runtime/Failures.h"
 
@@ -33,26 +33,44 @@ Pattern Read(std::string_view pattern) {
   const auto integer = number.substr(0, point);
   read.integerDigits = static_cast<int>(std::ranges::count(integer, '0'));
   read.grouped = integer.find(',') != std::string_view::npos;
-  if (point < number.size()) read.decimals = static_cast<int>(number.size() - point - 1);
+  // A double has no more than 15 decimals to show.
+  if (point < number.size()) read.decimals = static_cast<int>(std::min<std::size_t>(number.size() - point - 1, 15));
   return read;
 }
 
-std::string Digits(double value, int decimals) {
-  std::string text(400, '\0');
-  text.resize(static_cast<std::size_t>(std::snprintf(text.data(), text.size(), "%.*f", decimals, value)));
-  return text;
+// From here on every double is a whole number, and an even one.
+constexpr double AllWhole = 9007199254740992.0;
+
+std::uint64_t WholePart(double value) { return static_cast<std::uint64_t>(value); }
+
+// The digits of the nearest whole number. Halves go away from zero, as they do on paper.
+std::string Digits(double value) {
+  if (value < AllWhole)
+    return std::to_string(WholePart(value) + (value - static_cast<double>(WholePart(value)) < 0.5 ? 0 : 1));
+  auto digits = Digits(value / 2);
+  int carry = 0;
+  for (auto& digit : digits | std::views::reverse) {
+    const int twice = (digit - '0') * 2 + carry;
+    digit = static_cast<char>('0' + twice % 10);
+    carry = twice / 10;
+  }
+  return carry ? "1" + digits : digits;
 }
 
-// Halves go away from zero, as they do on paper: 17 digits tell apart all that a double can hold, and binary rounding
-// of a half that is not exact must not pull it down.
 std::string Rounded(double value, int decimals) {
+  if (decimals == 0) return Digits(value);
   double scale = 1;
   for (int i = 0; i < decimals; ++i) scale *= 10;
-  const auto scaled = value * scale;
-  // Above this every double is a whole number and there is nothing to round.
-  if (std::abs(scaled) >= 9007199254740992.0) return Digits(value, decimals);
-  const auto below = static_cast<double>(static_cast<std::int64_t>(scaled));
-  return Digits((scaled - below < 0.5 ? below : below + 1) / scale, decimals);
+  // Binary rounding of a half that is not exact must not pull it down, so the product is rounded, not the number. Where
+  // the product would lose digits, the decimals are taken by themselves.
+  const bool together = value * scale < AllWhole;
+  const auto whole = value < AllWhole ? static_cast<double>(WholePart(value)) : value;
+  auto text = together ? "" : Digits(whole);
+  const auto rest = Digits(together ? value * scale : std::min((value - whole) * scale, scale - 1));
+  const auto wanted = static_cast<std::size_t>(decimals) + (together ? 1 : 0);
+  if (rest.size() < wanted) text.append(wanted - rest.size(), '0');
+  text += rest;
+  return text.insert(text.size() - static_cast<std::size_t>(decimals), 1, '.');
 }
 
 }  // namespace
