@@ -1,15 +1,21 @@
 #pragma once
 
-#include <stdexcept>
+#include <exception>
 #include <utility>
 
 namespace velmaro {
 
 // What a statement of the form runtime throws when it fails: a refused property, a row that is not there, an invalid
 // pattern. Nothing else is ever passed over, so a real bug stays visible.
-class RuntimeError : public std::runtime_error {
+class RuntimeError : public std::exception {
  public:
-  using std::runtime_error::runtime_error;
+  // Keeps the pointer alone: the text is one that stands in the program.
+  explicit RuntimeError(const char* text) : text_(text) {}
+  // Says what failed, to a developer.
+  const char* what() const noexcept override { return text_; }
+
+ private:
+  const char* text_;
 };
 
 // Runs one statement and drops its failure; the caller goes on with the next statement.
