@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Prints what Velmaro costs: on the simulated desktop, on this machine's own processes, and against the bare platform
-# call under Wine.
+# Prints what Velmaro costs: on the simulated desktop, on this machine's own processes, in bytes, and against the
+# bare platform call under Wine.
 cd "$(dirname "$0")/.." || exit 1
 code=0
 if [ -x build/native/velmaro_bench ]; then
@@ -12,6 +12,10 @@ if [ -x build/linux/velmaro_bench_linux ]; then
   build/linux/velmaro_bench_linux || code=1
 fi
 folder=build/windows
+if [ -f "$folder/velmaro.exe" ]; then
+  echo '== size'
+  echo "velmaro.exe: $(wc -c <"$folder/velmaro.exe") bytes"
+fi
 bits=$(tools/wine.sh --bits)
 if [ "$bits" = 64 ]; then
   # No 32-bit program runs here: a 64-bit build of the same sources stands in.
