@@ -3,19 +3,15 @@
 #include <sys/syscall.h>
 
 #include <atomic>
-#include <map>
 
 #include "Children.h"
 #include "platform/linux/PriorityClass.h"
 #include "platform/linux/ProcFolder.h"
 #include "platform/linux/Script.h"
-#include "platform/machine.h"
+#include "platform/linux/Start.h"
 #include "process/KillLists.h"
 #include "process/KnownEmulators.h"
 #include "process/WalkProcesses.h"
-#include "runtime/Application.h"
-#include "runtime/Form.h"
-#include "runtime/ListBox.h"
 
 namespace velmaro {
 namespace {
@@ -255,7 +251,7 @@ TEST(LinuxProcesses, ANameStandsForWholePartsOfAPath) {
   for (const auto& line :
        {std::string("zzSTAR"), std::string("zzgames/zzstar"), path, " \"" + path + "\" ", folder / "link"})
     EXPECT_TRUE(Finds(line)) << line;
-  for (const auto& line : {"zstar", "games/zzstar", "/zzgames/zzstar", "zzgames/", "/", "zz*", "link"})
+  for (const auto& line : {"zstar", "games/zzstar", "/zzgames/zzstar", "zzgames/", "/", "zz*", "link", "kthreadd"})
     EXPECT_FALSE(Finds(line)) << line;
   WalkProcesses("zzstar", 3, true, nullptr);
   EXPECT_EQ(star.Nice(), 19);
@@ -284,21 +280,14 @@ TEST(LinuxProcesses, AScriptIsKnownByItsOwnNameAndByItsInterpreters) {
     WalkProcesses(script, 4, true, nullptr);
     EXPECT_FALSE(tool.Runs());
   }
-  const std::vector<std::pair<std::vector<std::string>, std::string>> lines = {
-      {{"python3", "-Es", "-W", "ignore", "/x/a.py", "b.py"}, "/x/a.py"},
-      {{"python3", "-m", "a"}, ""},
-      {{"python3", "-c", "a.py"}, ""},
-      {{"python3"}, ""},
-      {{"python3", "-", "a"}, ""},
-      {{"python3", "--", "-a"}, "-a"},
-      {{"-bash", "-eu", "-o", "pipefail", "a.sh"}, "a.sh"},
-      {{"bash", "-lc", "a.sh"}, ""},
-      {{"vim", "a.sh"}, ""},
-      {{"perl", "-MDateTime", "-w", "a.pl"}, "a.pl"},
-      {{"perl", "-ne", "a.pl"}, ""},
-      {{"python3ish", "a.py"}, ""}};
-  for (const auto& [words, own] : lines)
-    EXPECT_EQ(onlinux::ScriptOf(words[0].substr(words[0][0] == '-'), words[0], words), own) << words.back();
+  for (const std::string line :
+       {"python3 -Es -W ignore /x/a.py b.py > /x/a.py", "python3 -m a > ", "python3 -c a.py > ", "python3 > ",
+        "python3 - a > ", "python3 -- -a > -a", "bash -eu -o pipefail a.sh > a.sh", "bash -lc a.sh > ", "vim a.sh > ",
+        "perl -MDateTime -w a.pl > a.pl", "perl -ne a.pl > ", "python3ish a.py > "}) {
+    const auto end = line.find(" > ");
+    const auto words = onlinux::SplitWords(line.substr(0, end));
+    EXPECT_EQ(onlinux::ScriptOf(words[0], words[0], words), line.substr(end + 3)) << line;
+  }
   EXPECT_EQ(onlinux::ScriptOf("/opt/lang", "a-script-of-15-", {"lang", "-x", "/a-script-of-15-and-more"}),
             "/a-script-of-15-and-more");
 }
@@ -317,30 +306,6 @@ TEST(LinuxProcesses, NoNameThatAProcessGivesItselfSlipsTheNoKillList) {
     WalkProcesses("zzother", 4, true, nullptr);
     EXPECT_TRUE(tool.Runs()) << spared;
   }
-}
-
-TEST(LinuxProcesses, ARowStandsForItsOwnProcessAndNoneForTheKernels) {
-  const TestFolder folder;
-  const auto program = folder.Sleeper("zztwin");
-  const Child first(program);
-  Child second(program);
-  Application app;
-  Form form{FormArgs{}};
-  ListBox list{form, {}};
-  std::map<std::string, std::vector<std::uint64_t>> keys;
-  WalkProcesses("", 0, true, &list);
-  for (int row = 0; row < list.ListCount(); ++row)
-    keys[list.List(row).substr(list.List(row).find('\t') + 1)].push_back(list.ItemKey(row));
-  EXPECT_FALSE(keys.contains("kthreadd"));
-  auto twins = keys[platform::LowerCase(program)];
-  ASSERT_EQ(twins.size(), 2U);
-  if (first.Id() > second.Id()) std::swap(twins[0], twins[1]);
-  ActOnProcess(twins[1], 3, true);
-  EXPECT_EQ(second.Nice(), 19);
-  second.End();
-  ActOnProcess(twins[1], 3, true);
-  ActOnProcess(0, 3, true);
-  EXPECT_EQ(first.Nice(), OwnNice());
 }
 
 TEST(LinuxProcesses, TheWalkHoldsWhileProcessesComeAndGo) {
