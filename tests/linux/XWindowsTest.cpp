@@ -109,21 +109,19 @@ class LinuxWindows : public testing::Test {
     ::waitpid(manager, nullptr, 0);
     return true;
   }
-  // Starts a line of the shell that shows a window, and brings that window into a state.
-  void ShowFirst(const std::string& line, onlinux::ShowState state) {
-    SCOPED_TRACE(line + ' ' + std::to_string(static_cast<int>(state)));
-    auto mark = onlinux::NewMark();
+  // Lets the program start a line of the shell that shows a window, and looks at what becomes of that window.
+  void StartAndShow(const std::string& how, const std::string& line, onlinux::ShowState state) {
+    SCOPED_TRACE(how + ' ' + line);
     const auto child = ::fork();
-    if (child == 0) {
-      ::putenv(mark.data());
-      Execute({"/bin/sh", "-c", "exec >/dev/null 2>&1; " + line});
-    }
-    EXPECT_TRUE(onlinux::ShowFirstWindow({static_cast<std::uint32_t>(child), mark}, state, std::chrono::seconds(5)));
-    const auto window = FindWindowA("Event Tester");
-    EXPECT_TRUE(IsInState(*x, window, state));
-    EXPECT_EQ(IsShown(window), state == onlinux::ShowState::Maximized);
-    EXPECT_EQ(std::ranges::count(x->ReadNumbers(x->Root(), "_NET_CLIENT_LIST"), window) == 1,
-              x->HasManager() && state != onlinux::ShowState::Hidden);
+    if (child == 0) Execute({VELMARO_PROGRAM, "/q", "/h", how, "/bin/sh", "-c", "exec >/dev/null 2>&1; " + line});
+    xcb_window_t window = XCB_NONE;
+    EXPECT_TRUE(Eventually([&] {
+      window = FindWindowA("Event Tester");
+      const bool managed = std::ranges::count(x->ReadNumbers(x->Root(), "_NET_CLIENT_LIST"), window) == 1;
+      return window != XCB_NONE && IsInState(*x, window, state) &&
+             IsShown(window) == (state == onlinux::ShowState::Maximized) &&
+             managed == (x->HasManager() && state != onlinux::ShowState::Hidden);
+    }));
     ::xcb_kill_client(x->Line(), window);
     EXPECT_TRUE(x->Did(::xcb_no_operation_checked(x->Line())));
     ::waitpid(child, nullptr, 0);
@@ -190,10 +188,10 @@ TEST_F(LinuxWindows, TheFirstWindowOfAStartGetsItsStateWhateverStandsBetween) {
   const onlinux::Descent named{static_cast<std::uint32_t>(owner.Id()), ""};
   const auto all = [&] {
     const auto stranger = NewWindow("a stranger's");
-    ShowFirst("exec xev", ShowState::Maximized);
-    ShowFirst("sleep 0.1; xev; true", ShowState::Minimized);
-    ShowFirst("xev & exit", ShowState::Hidden);
-    ShowFirst("(env --unset=VELMARO_START xev; true) & wait", ShowState::Minimized);
+    StartAndShow("/max", "exec xev", ShowState::Maximized);
+    StartAndShow("/min", "sleep 0.1; xev; true", ShowState::Minimized);
+    StartAndShow("/hide", "xev & exit", ShowState::Hidden);
+    StartAndShow("/min", "(env --unset=VELMARO_START xev; true) & wait", ShowState::Minimized);
     const auto splash = NewWindow("splash");
     const auto window = NewWindow("window");
     Write(splash, "_NET_WM_WINDOW_TYPE", x->Atom("_NET_WM_WINDOW_TYPE_SPLASH"));

@@ -3,11 +3,15 @@
 #include <time.h>
 #include <unistd.h>
 
+#include <cstdlib>
+
 #include "platform/linux/ProcFolder.h"
 #include "platform/linux/ReadWhole.h"
 
 namespace onlinux {
 namespace {
+
+constexpr const char* Variable = "VELMARO_START";
 
 bool BearsMark(std::uint32_t process, const std::string& mark) {
   if (mark.empty()) return false;
@@ -17,12 +21,15 @@ bool BearsMark(std::uint32_t process, const std::string& mark) {
 
 }  // namespace
 
-std::string NewMark() {
+Mark::Mark() {
   timespec now{};
   ::clock_gettime(CLOCK_MONOTONIC, &now);
-  return "VELMARO_START=" + std::to_string(::getpid()) + '.' + std::to_string(now.tv_sec) + '.' +
-         std::to_string(now.tv_nsec);
+  const auto value = std::to_string(::getpid()) + '.' + std::to_string(now.tv_sec) + '.' + std::to_string(now.tv_nsec);
+  ::setenv(Variable, value.c_str(), 1);
+  line_ = std::string(Variable) + '=' + value;
 }
+
+Mark::~Mark() { ::unsetenv(Variable); }
 
 bool CameFrom(std::uint32_t process, const Descent& descent) {
   constexpr int deepest = 64;

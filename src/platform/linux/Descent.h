@@ -11,8 +11,20 @@ struct Descent {
   std::string mark;           // a line of its environment, which its children inherit; may be empty
 };
 
-// A line for the environment of a program that is about to start, such as no other start has.
-std::string NewMark();
+// A mark in this program's environment, and so in that of all that it starts or becomes meanwhile. No other start has
+// the same.
+class Mark {
+ public:
+  Mark();
+  Mark(const Mark&) = delete;
+  Mark& operator=(const Mark&) = delete;
+  ~Mark();
+  const std::string& Line() const { return line_; }
+
+ private:
+  std::string line_;
+};
+
 // True for the process that was started and for all that came from it, also where those between have ended.
 bool CameFrom(std::uint32_t process, const Descent& descent);
 

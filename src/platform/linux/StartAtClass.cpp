@@ -2,18 +2,21 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
 #include <cstdlib>
 #include <cstring>
 #include <vector>
 
 #include "platform/kernel32.h"
 #include "platform/linux/Aside.h"
+#include "platform/linux/Descent.h"
 #include "platform/linux/Descriptor.h"
 #include "platform/linux/OwnClass.h"
 #include "platform/linux/PriorityClass.h"
 #include "platform/linux/Say.h"
 #include "platform/linux/SharedGroup.h"
 #include "platform/linux/Start.h"
+#include "platform/linux/WindowCalls.h"
 #include "platform/start.h"
 #include "platform/user32.h"
 
@@ -42,30 +45,51 @@ std::string HomeFolder() {
   return home && *home == '/' ? home : "/";
 }
 
-// What is done to the windows of a program once it runs, in a process of its own.
-void TendWindows(const Start& start) {
+void HideByTitle(const std::string& title) {
   constexpr std::uint32_t delay = 750;
-  if (!start.titleToHide) return;
   Sleep(delay);
-  if (const auto window = FindWindowA(*start.titleToHide)) ShowWindow(window, SW_HIDE);
+  if (const auto window = FindWindowA(title)) ShowWindow(window, SW_HIDE);
 }
 
-bool HasWindowsToTend(const Start& start) { return start.titleToHide.has_value(); }
+void ShowFirst(const onlinux::Descent& descent, int showCommand) {
+  constexpr std::chrono::seconds limit{10};
+  if (const auto* calls = onlinux::TheWindowCalls())
+    calls->ShowFirstWindow(descent, static_cast<onlinux::ShowState>(showCommand), limit);
+}
 
-// Does what is left to do beside a program that takes this one's place.
-void Accompany(const Start& start, bool lends, std::uint32_t priorityClass) {
+// What is done to the windows of a program that starts: each task by a process of its own, none where there is none.
+class WindowTasks {
+ public:
+  explicit WindowTasks(const Start& start) : start_(start) {
+    if (start.showCommand != SW_SHOWNORMAL) mark_.emplace();
+  }
+  void Begin(pid_t process) const {
+    if (start_.titleToHide) onlinux::DoAside(-1, [&] { HideByTitle(*start_.titleToHide); });
+    if (!mark_) return;
+    const onlinux::Descent descent{static_cast<std::uint32_t>(process), mark_->Line()};
+    onlinux::DoAside(-1, [&] { ShowFirst(descent, start_.showCommand); });
+  }
+
+ private:
+  const Start& start_;
+  std::optional<onlinux::Mark> mark_;  // stands in the environment while the program starts
+};
+
+// Lends the group that this program shares with others its class for as long as it runs.
+void LendGroup(std::uint32_t priorityClass) {
+  const auto nice = onlinux::NiceOfClass(priorityClass);
+  if (!nice) return;
   const auto process = ::getpid();
-  const auto nice = lends ? onlinux::NiceOfClass(priorityClass) : std::nullopt;
-  if (!nice && !HasWindowsToTend(start)) return;
   const onlinux::Descriptor self(static_cast<int>(::syscall(SYS_pidfd_open, process, 0)));
-  if (nice) onlinux::DoAside(self.get(), [&] { onlinux::LendGroup(process, self.get(), *nice); });
-  if (HasWindowsToTend(start)) onlinux::DoAside(-1, [&] { TendWindows(start); });
+  onlinux::DoAside(self.get(), [&] { onlinux::LendGroup(process, self.get(), *nice); });
 }
 
 Started TakePlace(const Start& start, Command command) {
   const auto taken = onlinux::TakeClass(start.priorityClass);
   if (const auto line = onlinux::Shortfall(taken, command.path); !line.empty()) onlinux::Say(line);
-  Accompany(start, !onlinux::TakeGroup(taken.got), taken.got);
+  if (!onlinux::TakeGroup(taken.got)) LendGroup(taken.got);
+  const WindowTasks tasks(start);
+  tasks.Begin(::getpid());
   return Failed(command.path, onlinux::Become(command));
 }
 
@@ -73,10 +97,11 @@ Started StartBeside(const Start& start, Command command) {
   const auto folder = start.atHome ? HomeFolder() : std::string();
   command.path = onlinux::Absolute(command.path);
   if (start.atHome) command.words.front() = command.path;
+  const WindowTasks tasks(start);
   const auto apart = onlinux::StartApart(command, folder, start.priorityClass);
   if (apart.error != 0) return Failed(command.path, apart.error);
   if (const auto line = onlinux::Shortfall(apart.taken, command.path); !line.empty()) onlinux::Say(line);
-  if (HasWindowsToTend(start)) onlinux::DoAside(-1, [&] { TendWindows(start); });
+  tasks.Begin(apart.id);
   return {.program = command.path, .basePriority = apart.taken.basePriority};
 }
 

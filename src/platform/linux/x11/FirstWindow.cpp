@@ -84,10 +84,11 @@ bool ShowFirstWindow(const Descent& descent, ShowState state, milliseconds limit
   xcb_window_t window = XCB_NONE;
   for (auto left = limit; server.Works() && left.count() > 0;
        left = std::chrono::ceil<milliseconds>(end - Clock::now())) {
-    if (window == XCB_NONE || !ReadFacts(server, window)) window = FindFirst(server, descent);
+    // The number of a window that went away can be a stranger's by now.
+    if (!ReadFacts(server, window) || !BelongsTo(server, window, descent)) window = FindFirst(server, descent);
     if (window != XCB_NONE) {
+      if (!IsInState(server, window, state)) RequestState(server, window, state);
       if (IsInState(server, window, state)) return true;
-      RequestState(server, window, state);
     }
     AwaitNews(server, left);
   }
