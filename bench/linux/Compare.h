@@ -27,3 +27,7 @@ int BareWalk(const std::vector<bool>& haveProgram);
 void CompareWalks();
 // An unattended run against a start with nice.
 void CompareStarts();
+// What a start gives its program of a core, against what nice gives.
+void CompareShares();
+// The path of a program that lies in this one's folder.
+std::string Beside(const std::string& name);

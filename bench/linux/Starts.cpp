@@ -49,13 +49,13 @@ void Start(Starter& starter, int reports, int wantedNice) {
   starter.toRise.times.push_back(report.settled - start);
 }
 
+}  // namespace
+
 std::string Beside(const std::string& name) {
   const auto path = fs::read_symlink("/proc/self/exe").parent_path() / name;
   if (!fs::exists(path)) throw Failure(name + " is missing beside this program");
   return path;
 }
-
-}  // namespace
 
 void CompareStarts() {
   // A program that velmaro starts is nobody's child at first; this makes it one of ours, to wait for.

@@ -14,6 +14,7 @@ int main() {
   try {
     CompareWalks();
     CompareStarts();
+    CompareShares();
   } catch (const Failure& failure) {
     std::printf("FAILED: %s\n", failure.what());
     return 1;
