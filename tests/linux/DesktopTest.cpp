@@ -231,7 +231,7 @@ TEST_F(LinuxDesktop, ARefreshInTheBackgroundKeepsTheRowAndThePlaceOfTheList) {
   auto& bar = *List().verticalScrollBar();
   Pick(RowOf(picked));
   bar.setValue(RowOf(folder / "zz5"));
-  const auto before = bar.value();
+  ASSERT_EQ(bar.value(), RowOf(folder / "zz5"));
   const auto row = RowOf(picked);
   children.pop_front();
   QWidget other;
@@ -242,11 +242,11 @@ TEST_F(LinuxDesktop, ARefreshInTheBackgroundKeepsTheRowAndThePlaceOfTheList) {
   EXPECT_LT(RowOf(picked), row);
   EXPECT_EQ(List().currentIndex().row(), RowOf(picked));
   EXPECT_TRUE(List().selectionModel()->isSelected(List().currentIndex()));
-  EXPECT_EQ(bar.value(), before - 1);
+  EXPECT_EQ(bar.value(), RowOf(folder / "zz5"));
   children.pop_back();
   app.Default<formVelmaro>().Timer1_Timer();
   EXPECT_FALSE(List().currentIndex().isValid()) << "no other row takes the place of one that is gone";
-  EXPECT_EQ(bar.value(), before - 1);
+  EXPECT_EQ(bar.value(), RowOf(folder / "zz5"));
 }
 
 TEST_F(LinuxDesktop, AKillRunAsksOnceAndEndsTheList) {
