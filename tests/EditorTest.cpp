@@ -1,11 +1,13 @@
 #include "Fixture.h"
 #include "desktop/Tooltip.h"
 #include "editor/formEdit.h"
+#include "runtime/Files.h"
 
 namespace velmaro {
 namespace {
 
 using namespace simulated;
+using namespace std::string_literals;
 
 constexpr int Yes = 6, No = 7, Cancel = 2;
 
@@ -82,23 +84,69 @@ TEST_F(Editor, TheEndOfTheSessionAsksAndLeavesTheEditorOpen) {
   });
 }
 
-TEST_F(Editor, ASaveThatFailsLeavesTheOldListWhole) {
-  const std::vector<std::function<void()>> faults = {
-      [&] { desktop.diskRoom = 5; }, [&] { desktop.flushFails = true; }, [&] { desktop.replaceFails = true; },
-      [&] { desktop.unwritable = {"C:\\Velmaro"}; }, [&] { desktop.files[KillList].locked = true; }};
-  for (std::size_t i = 0; i < faults.size(); ++i) {
-    desktop.files[KillList] = {.bytes = "a.exe\r\nb.exe"};
+TEST_F(Editor, ASaveWritesAllOfAListOrLeavesTheOldOne) {
+  const std::string before = "a.exe\r\nb.exe";
+  auto& list = desktop.files[KillList];
+  // A list that can't be replaced is written over where there is room.
+  const std::vector<std::pair<std::function<void()>, bool>> cases = {
+      {[&] { desktop.makeFails = true; }, true},
+      {[&] { desktop.replaceFails = true; }, true},
+      {[&] { std::tie(desktop.makeFails, desktop.diskRoom) = std::pair(true, 6); }, false},
+      {[&] { std::tie(desktop.replaceFails, desktop.diskRoom) = std::pair(true, 22); }, false},
+      {[&] { std::tie(desktop.makeFails, desktop.flushFails) = std::pair(true, true); }, false},
+      {[&] { desktop.diskRoom = 5; }, false},
+      {[&] { desktop.flushFails = true; }, false},
+      {[&] { desktop.unwritable = {"C:\\Velmaro"}; }, false},
+      {[&] { list.locked = true; }, false},
+      {[&] { list.readOnly = true; }, false}};
+  desktop.files[KillList + ".tmp"].bytes = desktop.files[KillList + ".0.tmp"].bytes = "the user's own";
+  for (std::size_t i = 0; i < cases.size(); ++i) {
+    list = {.bytes = before};
     desktop.diskRoom = 100;
-    desktop.flushFails = desktop.replaceFails = false;
+    desktop.makeFails = desktop.replaceFails = desktop.flushFails = false;
+    desktop.unwritable.clear();
     Edit([&](formEdit& form) {
       TypeText(form.txtData, "c.exe\r\n");
-      faults[i]();
+      cases[i].first();
       Press(form.btnOK);
     });
-    EXPECT_EQ(desktop.files[KillList].bytes, "a.exe\r\nb.exe") << i;
-    EXPECT_EQ(desktop.files.size(), 1U) << i;
+    EXPECT_EQ(list.bytes, cases[i].second ? "c.exe\r\n" + before : before) << i;
+    EXPECT_EQ(desktop.files.size(), 3U) << i;
   }
+  EXPECT_EQ(desktop.files[KillList + ".0.tmp"].bytes, "the user's own");
   EXPECT_TRUE(desktop.boxes.empty());
+}
+
+TEST_F(Editor, AListThatCantBeReadWholeIsNeverWrittenOver) {
+  const std::string large(LargestFile + 1, 'x');
+  for (const auto& file : {File{.bytes = large}, File{.bytes = "a.exe", .unreadable = true}}) {
+    desktop.files[KillList] = file;
+    Edit([&](formEdit& form) {
+      EXPECT_EQ(form.txtData.Text(), "");
+      TypeText(form.txtData, "b.exe");
+      Press(form.btnOK);
+    });
+    EXPECT_TRUE(desktop.files[KillList].bytes == file.bytes) << file.bytes.size();
+  }
+}
+
+TEST_F(Editor, AListIsSavedInTheFormThatItsMarkTells) {
+  const std::vector<std::array<std::string, 3>> cases = {
+      {"\xEF\xBB\xBF\xC3\x89", "\xC3\x89", "\xEF\xBB\xBFz\xC3\x89"},
+      {"\xFF\xFE\x3D\xD8\x00\xDE"s, "\xF0\x9F\x98\x80", "\xFF\xFEz\0\x3D\xD8\x00\xDE"s},
+      {"\xFE\xFF\x30\x42\0y"s, "\xE3\x81\x82y", "\xFE\xFF\0z\x30\x42\0y"s},
+      // What would not come back stays as it is.
+      {"\xFF\xFExyz", "\xFF\xFExyz", "z\xFF\xFExyz"},
+      {"\xFE\xFF\xD8\x3D\0a"s, "\xFE\xFF\xD8\x3D\0a"s, "z\xFE\xFF\xD8\x3D\0a"s}};
+  for (const auto& [bytes, text, saved] : cases) {
+    desktop.files[KillList].bytes = bytes;
+    Edit([&](formEdit& form) {
+      EXPECT_EQ(form.txtData.Text(), text);
+      TypeText(form.txtData, "z");
+      Press(form.btnOK);
+    });
+    EXPECT_EQ(desktop.files[KillList].bytes, saved);
+  }
 }
 
 TEST_F(Editor, FindGoesRoundTheText) {

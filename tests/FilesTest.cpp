@@ -51,6 +51,8 @@ TEST_F(Files, ReadingTakesTheWholeFileAndMakesAMissingOne) {
   EXPECT_TRUE(desktop.files.contains("C:\\none"));
   desktop.files["C:\\a"].unreadable = true;
   EXPECT_EQ(ReadTextFile("C:\\a"), "");
+  SaveTextFile("C:\\a", "new", 2);
+  EXPECT_TRUE(desktop.files["C:\\a"].bytes == bytes) << "what can't be read is not written over";
   desktop.files["C:\\dir"].folder = true;
   EXPECT_EQ(ReadTextFile("C:\\dir"), "");
   EXPECT_EQ(ReadTextFile(""), "");

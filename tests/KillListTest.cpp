@@ -74,6 +74,12 @@ TEST_F(KillLists, AListThatCantBeReadProtectsAndEndsNothing) {
     Choose(form.mnuFileKillProcesses);
     EXPECT_EQ(State(form), "Normal 0, row 0 of 3");
   }
+  // What can be read in part only ends nothing, and may protect anything.
+  for (auto* path : {&KillList, &NoKillList}) {
+    desktop.files[KillList] = desktop.files[NoKillList] = {.bytes = "other.exe"};
+    desktop.files[*path].unreadable = true;
+    Choose(form.mnuFileKillProcesses);
+  }
   EXPECT_EQ(Ended(), Texts{});
 }
 

@@ -110,6 +110,9 @@ TEST(Text, LinesEndAtCrLfOrALoneCr) {
       {"\r\r\n\r", {"", "", ""}},
       {"\n", {"\n"}},
       {std::string("a\0b\r", 4), {std::string("a\0b", 3)}},
+      {"\xEF\xBB\xBFx\r\ny", {"x", "y"}},
+      {std::string("\xFF\xFEx\0\r\0\n\0\x3D\xD8\x00\xDEz", 13), {"x", "\xF0\x9F\x98\x80"}},
+      {std::string("\xFE\xFF\0x\0\r\x30\x42", 8), {"x", "\xE3\x81\x82"}},
       {std::string(70000, 'x') + "\r\ny", {std::string(70000, 'x'), "y"}}};
   simulated::Desktop desktop;
   for (const auto& [bytes, lines] : cases) {

@@ -173,6 +173,26 @@ TEST_F(Walk, TerminationAsksUnlessQuietAndSparesTheNoKillList) {
   EXPECT_EQ(desktop.boxes.size(), 2U);
 }
 
+TEST_F(Walk, WhatIsSparedByTheTimeOfTheAnswerOrByItsWholeNameLives) {
+  auto& game = desktop.ProcessById(desktop.AddProcess("game.exe"));
+  auto& list = desktop.files[NoKillList].bytes = "saved.exe";
+  desktop.Answer(6, [&] { game.name = "Saved.exe"; });
+  EXPECT_TRUE(WalkProcesses("game.exe", 4, false, nullptr));
+  game.name = "game.exe";
+  desktop.Answer(6, [&] { list += "\r\ngame.exe"; });
+  EXPECT_TRUE(WalkProcesses("game.exe", 4, false, nullptr));
+  // A record has room for 259 bytes, the last ones of a name.
+  std::string name = "C:\\Keep\\";
+  for (int i = 0; i < 90; ++i) name += "\xE3\x81\x82";
+  desktop.AddProcess(name + "x.exe");
+  EXPECT_EQ(Listed(0).back(), "[Normal]\t" + name.substr(name.size() - 252) + "x.exe");
+  for (const auto* pattern : {"*x.exe", "C:\\Keep\\*"}) {
+    list = pattern;
+    EXPECT_TRUE(WalkProcesses("x.exe", 4, true, nullptr)) << pattern;
+  }
+  EXPECT_EQ(Ended(), Texts{});
+}
+
 TEST_F(Walk, WithoutASnapshotNothingIsListedOrFound) {
   desktop.AddProcess("game.exe");
   list.AddItem("old");

@@ -58,7 +58,7 @@ void SaveTextFile(const std::string& fileName, const std::string& text, int mode
   Resume([&] {
     if (mode == 0) WriteFileWhole(fileName, text);
     if (mode == 1 || mode == -1) AppendToFile(fileName, text);
-    if (mode == 2) WriteFileWhole(fileName, text + "\r\n" + ReadTextFile(fileName));
+    if (mode == 2) WriteFileWhole(fileName, text + "\r\n" + ReadBinaryFile(fileName));
   });
 }
 

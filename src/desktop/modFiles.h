@@ -20,7 +20,8 @@ std::string ShowOpenDialog(const Form& owner, std::string& filter, const std::st
                            const std::string& initialFolder);
 
 // Writes a text to a file: mode 0 replaces its contents, 1 and -1 write behind them, 2 puts the text and CR LF in front
-// of them, any other mode does nothing. Replacing is done whole or not at all. A failure is not reported.
+// of them, any other mode does nothing. Replacing is done whole or not at all; a write-protected file, and one whose
+// old contents can't be read where they are to stay, is left alone. A failure is not reported.
 void SaveTextFile(const std::string& fileName, const std::string& text, int mode);
 // The whole contents of a file, which is made when missing; empty when it can't be read.
 std::string ReadTextFile(const std::string& fileName);

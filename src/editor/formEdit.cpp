@@ -10,6 +10,7 @@
 #include "process/KillLists.h"
 #include "runtime/Application.h"
 #include "runtime/Boxes.h"
+#include "runtime/Files.h"
 
 namespace velmaro {
 namespace {
@@ -93,8 +94,10 @@ void formEdit::Form_Activate() {
 
 void formEdit::LoadFile(const std::string& file) {
   EditFile = file;
+  FileForm = TextForm::Plain;
+  IsRead = !FileExists(file);
   std::string text;
-  if (FileExists(file)) text = ReadTextFile(file);
+  if (!IsRead) Resume([&] { text = ReadText(); });
   if (HasMoreCharacters(text, LargestText))
     MsgBox(
         "'" + file + "' exceed the 64KB limit.\r\nIf you save the changes to this file, the content will be truncated.",
@@ -103,8 +106,18 @@ void formEdit::LoadFile(const std::string& file) {
   Modified = false;
 }
 
+std::string formEdit::ReadText() {
+  auto bytes = ReadWholeFile(EditFile);
+  auto read = FromBytes(bytes);
+  // A file whose bytes would not come back is shown and kept byte by byte.
+  if (ToBytes(read.text, read.form) != bytes) read = {std::move(bytes), TextForm::Plain};
+  FileForm = read.form;
+  IsRead = true;
+  return std::move(read.text);
+}
+
 void formEdit::Save() {
-  SaveTextFile(EditFile, txtData.Text(), 0);
+  if (IsRead) SaveTextFile(EditFile, ToBytes(txtData.Text(), FileForm), 0);
   Modified = false;
 }
 

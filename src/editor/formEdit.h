@@ -8,6 +8,7 @@
 #include "runtime/Form.h"
 #include "runtime/Label.h"
 #include "runtime/TextBox.h"
+#include "runtime/TextForm.h"
 
 namespace velmaro {
 
@@ -42,12 +43,16 @@ class formEdit : public Form {
  private:
   // Asks about a changed text, and saves it where the user says so.
   void AskToSave(bool& Cancel);
-  // Writes the text to its file.
+  // Takes the text out of the file, by its byte order mark. Throws RuntimeError where it can't be read whole.
+  std::string ReadText();
+  // Writes the text to its file in the form that the file had. A file that could not be read stays as it is.
   void Save();
   void PromptFind();
   void FindNext();
 
   std::string EditFile;
+  TextForm FileForm = TextForm::Plain;
+  bool IsRead = true;
   bool Modified = false;
   std::string FindText;
   std::unique_ptr<Tooltip> Tip;

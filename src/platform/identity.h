@@ -21,8 +21,8 @@ bool NamesAreWholeParts();
 // The names of the process that a snapshot delivered last which its entry does not hold as they are, such as that of a
 // script, or one that is too long for it.
 std::vector<std::string> MoreNames(Handle snapshot);
-// All names by which an opened process goes now, those that it gave itself among them; for what must not be slipped by
-// a new name. Empty where its entry in a snapshot holds the only one.
+// All names by which an opened process goes now, whole, those that it gave itself among them; for what must not be
+// slipped by a new name. Empty when it is gone.
 std::vector<std::string> NamesOf(Handle process);
 // The path that a program bears when it was started from a whole path, which may lead through links.
 std::string ResolvedPath(const std::string& path);

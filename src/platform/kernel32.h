@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "platform/types.h"
@@ -15,7 +16,7 @@ void CloseHandle(Handle handle);
 using OwnedHandle = Owned<Handle, &CloseHandle>;
 
 // One process of a snapshot: the Toolhelp record in its form with single-byte names, 296 bytes. A name longer than
-// 259 bytes is cut at a whole character.
+// 259 bytes loses its front, up to a whole character: a process is known by its end.
 struct PROCESSENTRY32 {
   std::uint32_t dwSize = 0;
   std::uint32_t cntUsage = 0;
@@ -64,29 +65,37 @@ void* VirtualAlloc(std::size_t bytes);
 // Gives back what `VirtualAlloc` claimed with the same size.
 void VirtualFree(void* block, std::size_t bytes);
 
-// Runs a command line with a show command (0 hidden, 1 normal, 2 minimized, 3 maximized), in the folder "C:\" where there
-// is one. Above 31 when it started.
+// Runs a command line with a show command (0 hidden, 1 normal, 2 minimized, 3 maximized), in the folder "C:\" where
+// there is one. Above 31 when it started.
 std::uint32_t WinExec(const std::string& commandLine, int showCommand);
 // Blocks the thread for so many milliseconds.
 void Sleep(std::uint32_t milliseconds);
 
-// How a file is opened: to read what is there, emptied or made new for writing, for writing behind the old contents,
-// or to read with a missing file made first, as binary access does.
-enum class FileAccess { Read, Write, Append, Binary };
+// How a file is opened: to read what is there, to write over the old contents from their start, to write behind them,
+// or to read with a missing file made first, as binary access does. Writing makes a missing file too.
+enum class FileAccess { Read, Over, Append, Binary };
 
 // Opens a file. Gives `InvalidHandle` when it can't be, also for a folder and for a file that is locked.
 Handle CreateFileA(const std::string& path, FileAccess access);
 // An open file that closes itself.
 using OwnedFile = Owned<Handle, &CloseHandle, InvalidHandle>;
-// Reads up to `bytes` into `buffer` and gives the number read, 0 at the end or on a failure.
-std::size_t ReadFile(Handle file, void* buffer, std::size_t bytes);
+// Makes a new file for writing beside another one, in the folder where links lead to that, and tells its name, which
+// neither a file nor a link had. Gives `InvalidHandle` when it can't be made.
+Handle CreateFileBeside(const std::string& path, std::string& made);
+// Reads up to `bytes` into `buffer` and gives the number read, 0 at the end. Nothing on a failure.
+std::optional<std::size_t> ReadFile(Handle file, void* buffer, std::size_t bytes);
 // Writes all of `bytes`. False when not all could be written.
 bool WriteFile(Handle file, const void* buffer, std::size_t bytes);
+// Cuts a file opened for writing, or claims the room on the disk for it to grow. False when there is none.
+bool SetFileLength(Handle file, std::size_t bytes);
 // Forces what was written onto the disk. False when that fails.
 bool FlushFileBuffers(Handle file);
 // The length of a file in bytes, without opening it; -1 when it is missing or a folder.
 std::int64_t GetFileLength(const std::string& path);
-// Puts the file `from` in the place of `to` in one step, keeping what `to` was where the step fails.
+// True for a file that is there and that its marks or the user's rights keep from being written.
+bool IsWriteProtected(const std::string& path);
+// Puts the file `from` in the place of the file that `to` leads to, in one step and with the owner and the rights of
+// the old one. False, with the old one as it was, where all of that can't be had.
 bool MoveFileReplace(const std::string& from, const std::string& to);
 // Removes a file. False when it can't be removed.
 bool DeleteFileA(const std::string& path);

@@ -42,6 +42,9 @@ bool SendKeys(const std::string& keys);
 
 // Lower-cases the letters of every script that the system's code page holds. Bytes that are no text stay as they are.
 std::string LowerCase(std::string_view text);
+// A text in UTF-16 in the system's code page, and back. What one of them does not hold is lost.
+std::string FromUtf16(std::u16string_view text);
+std::u16string ToUtf16(std::string_view text);
 // The bytes that the first character of a text takes in the system's code page, 1 for a byte that is no text.
 std::size_t CharacterLength(std::string_view text);
 

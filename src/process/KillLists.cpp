@@ -32,6 +32,8 @@ bool CanKillProcess(std::string_view processName) {
   if (!FileExists(NoKillListPath)) return true;
   const auto name = LCase(processName);
   LineReader file(NoKillListPath);
+  // What was not read may cover any process.
+  if (file.IsOpen() && !file.IsWhole()) return false;
   std::string line;
   for (std::string_view entry; NextEntry(file, line, entry);)
     if (ResumeTest([&] { return Covers(entry, name); })) return false;
@@ -41,7 +43,7 @@ bool CanKillProcess(std::string_view processName) {
 void formVelmaro::KillListedProcesses(const std::string& path) {
   if (!FileExists(path)) return;
   LineReader file(path);
-  if (!file.IsOpen()) return;
+  if (!file.IsWhole()) return;
   Resume([&] { List1.SetListIndex(-1); });
   mnuOptions_Click(4);
   std::string line;

@@ -116,8 +116,12 @@ bool IsSpared(platform::Handle process, const std::string& name) {
 void TerminateUnlessSpared(platform::Handle process, const std::string& name, bool quiet) {
   if (IsSpared(process, name)) return;
   constexpr auto question = platform::MB_YESNO | platform::MB_ICONQUESTION | platform::MB_DEFBUTTON2;
-  if (quiet || MsgBox("Do you want to terminate the process '" + name + "'?", question) == platform::IDYES)
-    platform::TerminateProcess(process, 0);
+  if (!quiet) {
+    if (MsgBox("Do you want to terminate the process '" + name + "'?", question) != platform::IDYES) return;
+    // Time has passed since the first look at the list and at the process.
+    if (IsSpared(process, name)) return;
+  }
+  platform::TerminateProcess(process, 0);
 }
 
 void Act(const platform::PROCESSENTRY32& entry, std::int32_t mode, bool quiet) {

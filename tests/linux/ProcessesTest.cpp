@@ -5,6 +5,7 @@
 #include <atomic>
 
 #include "Children.h"
+#include "platform/identity.h"
 #include "platform/linux/PriorityClass.h"
 #include "platform/linux/ProcFolder.h"
 #include "platform/linux/Script.h"
@@ -221,11 +222,15 @@ TEST(LinuxProcesses, NamesOfAnyBytesComeThrough) {
     fs::remove(path);
     EXPECT_EQ(Listed(child.Id()).value().szExeFile, path) << "the file is gone, the process is not";
   }
-  // Of a path that is too long for its record the file is left: a process is known by the end of its name.
-  std::string room(251 - folder.Path().size(), 'a');
-  room[room.size() / 2] = '/';
-  const Child longest(folder.Sleeper(room + "/日本語日本語"));
-  EXPECT_STREQ(Listed(longest.Id()).value().szExeFile, "日本語日本語");
+  // A path that is too long for its record loses its front, in whole characters.
+  std::string deep;
+  for (int i = 0; i < 100; ++i) deep += i == 20 ? "/あ" : "あ";
+  const auto path = folder.Sleeper(deep + "/x");
+  const Child longest(path);
+  const std::string listed = Listed(longest.Id()).value().szExeFile;
+  EXPECT_TRUE(path.ends_with(listed) && listed.starts_with("あ") && listed.size() > 256) << listed;
+  const auto names = NamesOf(Open(longest.Id()).get());
+  EXPECT_GT(std::count(names.begin(), names.end(), path), 0);
   const auto status = onlinux::ParseStatus(
       "7 (a) (b) S 1\n) S 3 7 7 0 -1 64 0 0 0 0 1 2 0 0 20 -5 2 0 99 0 0 0 0 0 0 0 "
       "0 0 0 0 0 0 0 0 0 17 1 0 5 0");

@@ -51,7 +51,7 @@ TEST_F(LinuxSettings, AFullDiskLeavesTheOldFileWhole) {
             }),
             0);
   EXPECT_EQ(ReadBytes(folder / "velmaro/settings.conf"), before);
-  EXPECT_FALSE(fs::exists(folder / "velmaro/settings.conf.tmp"));
+  EXPECT_EQ(std::distance(fs::directory_iterator(folder / "velmaro"), fs::directory_iterator()), 1);
 }
 
 TEST_F(LinuxSettings, AFolderThatCantBeUsedLosesNothing) {

@@ -53,6 +53,38 @@ TEST_F(EditorTest, FileComesBackByteForByte) {
   EXPECT_EQ(folder.Read(L"nokilllist.txt"), "new.exe");
 }
 
+TEST_F(EditorTest, ASaveGoesWhereItCanAndHarmsNoOtherFile) {
+  const auto path = folder.Path(L"killlist.txt");
+  const auto save = [&] {
+    Open();
+    Append(L"z");
+    Leave(L"&OK");
+    return folder.Read(L"killlist.txt");
+  };
+  folder.Write(L"killlist.txt.tmp", "own");
+  folder.Write(L"killlist.txt", "held");
+  {
+    // Another program shares the file for reading and writing alone, so that it can't be replaced.
+    const OwnedHandle held(::CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                         OPEN_EXISTING, 0, nullptr));
+    EXPECT_EQ(save(), "heldz");
+  }
+  ::SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_READONLY);
+  EXPECT_EQ(save(), "heldz") << "it is marked read-only";
+  ::SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+  folder.Write(L"killlist.txt", std::string("\xFF\xFE\x3D\xD8\x00\xDE", 6));
+  EXPECT_EQ(save(), std::string("\xFF\xFE\x3D\xD8\x00\xDEz\0", 8));
+  // More than any memory holds.
+  std::filesystem::resize_file(path, std::uintmax_t{200} << 30);
+  Open();
+  Append(L"z");
+  Leave(L"&OK");
+  EXPECT_EQ(std::filesystem::file_size(path), std::uintmax_t{200} << 30);
+  EXPECT_EQ(folder.Read(L"killlist.txt.tmp"), "own");
+  const std::filesystem::directory_iterator files(std::filesystem::path(path).parent_path());
+  EXPECT_EQ(std::distance(files, {}), 3) << "the program and both files";
+}
+
 TEST_F(EditorTest, CloseAsksAboutChangesAndHeedsTheAnswer) {
   folder.Write(L"killlist.txt", "a.exe");
   Open();

@@ -63,8 +63,9 @@ TEST(StartTest, WindowIsHiddenByItsTitle) {
 
 TEST(StartTest, ListsAndMemoryComeBeforeTheTarget) {
   const Folder folder;
-  folder.Write(L"my list.txt", "Doomed.exe\r\nSpared.exe");
-  folder.Write(L"spare.txt", "spared*");
+  // With byte order marks, as editors write them.
+  folder.Write(L"my list.txt", "\xEF\xBB\xBFSpared.exe\r\nDoomed.exe");
+  folder.Write(L"spare.txt", std::string("\xFF\xFEs\0p\0a\0r\0e\0d\0*\0", 16));
   const auto doomed = StartProbe(folder.Probe(L"Doomed.exe"));
   const auto spared = StartProbe(folder.Probe(L"Spared.exe"));
   const auto probe = folder.Probe(L"Target.exe");

@@ -13,7 +13,7 @@
 #include "platform/linux/Handles.h"
 #include "platform/linux/PriorityClass.h"
 #include "platform/linux/ProcFolder.h"
-#include "platform/linux/Utf8.h"
+#include "platform/machine.h"
 
 namespace platform {
 namespace {
@@ -26,11 +26,10 @@ using onlinux::Snapshot;
 // How long an ended process may take to be gone, so that the list that follows does not show it any more.
 constexpr int GoneWithin = 250;
 
-// The name as far as an entry has room. A process is known by the end of its name, so of a path that is too long the
-// file is left, which fits always.
+// The end of a name, as far as an entry has room.
 std::string_view InEntry(std::string_view name, std::size_t room) {
-  if (name.size() > room) name.remove_prefix(name.rfind('/') + 1);
-  return onlinux::CutAtCharacter(name, room);
+  while (name.size() > room) name.remove_prefix(CharacterLength(name));
+  return name;
 }
 
 void Fill(PROCESSENTRY32& entry, const ProcessRecord& process) {

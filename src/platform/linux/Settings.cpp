@@ -2,6 +2,7 @@
 #include <sys/file.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <filesystem>
 #include <map>
 #include <optional>
@@ -71,10 +72,12 @@ Values Parse(std::string_view text) {
 bool WriteValues(const std::string& path, const Values& values) {
   std::string text;
   for (const auto& [key, value] : values) text += Escaped(key, true) + '=' + Escaped(value, false) + '\n';
-  const auto temporary = path + ".tmp";
-  const OwnedFile file(CreateFileA(temporary, FileAccess::Write));
-  if (file && WriteFile(file.get(), text.data(), text.size()) && FlushFileBuffers(file.get()) &&
-      MoveFileReplace(temporary, path))
+  std::string temporary;
+  const OwnedFile file(CreateFileBeside(path, temporary));
+  if (!file) return false;
+  // The file can be another user's by an accident; the values matter more then than its owner.
+  if (WriteFile(file.get(), text.data(), text.size()) && FlushFileBuffers(file.get()) &&
+      (MoveFileReplace(temporary, path) || ::rename(temporary.c_str(), path.c_str()) == 0))
     return true;
   DeleteFileA(temporary);
   return false;

@@ -81,18 +81,12 @@ void AppendCharacter(std::string& text, char32_t code) {
   }
 }
 
-std::string_view CutAtCharacter(std::string_view text, std::size_t limit) {
-  if (text.size() <= limit) return text;
-  std::size_t at = limit;
-  while (at > 0 && limit - at < 4 && (static_cast<unsigned char>(text[at]) & 0xC0) == 0x80) --at;
-  // Where the bytes around the limit are no text, any place is as good.
-  const bool whole = at == limit || (at < limit && FirstCharacter(text.substr(at)).length > limit - at);
-  return text.substr(0, whole ? at : limit);
-}
-
 }  // namespace onlinux
 
 namespace platform {
+
+// Stands for what is no character.
+constexpr char32_t Replacement = 0xFFFD;
 
 std::string LowerCase(std::string_view text) {
   std::string lower(text);
@@ -109,6 +103,37 @@ std::string LowerCase(std::string_view text) {
     text.remove_prefix(character.length);
   }
   return lower;
+}
+
+std::string FromUtf16(std::u16string_view units) {
+  std::string text;
+  for (std::size_t i = 0; i < units.size(); ++i) {
+    const char32_t unit = units[i];
+    const char32_t next = i + 1 < units.size() ? units[i + 1] : u'\0';
+    if (unit < 0xD800 || unit > 0xDFFF) {
+      onlinux::AppendCharacter(text, unit);
+    } else if (unit < 0xDC00 && next >= 0xDC00 && next < 0xE000) {
+      onlinux::AppendCharacter(text, 0x10000 + ((unit & 0x3FF) << 10 | (next & 0x3FF)));
+      ++i;
+    } else {
+      onlinux::AppendCharacter(text, Replacement);
+    }
+  }
+  return text;
+}
+
+std::u16string ToUtf16(std::string_view text) {
+  std::u16string units;
+  while (!text.empty()) {
+    const auto character = onlinux::FirstCharacter(text);
+    const auto code = character.valid ? character.code : Replacement;
+    if (code < 0x10000)
+      units += static_cast<char16_t>(code);
+    else
+      units += {static_cast<char16_t>(0xD7C0 + (code >> 10)), static_cast<char16_t>(0xDC00 | (code & 0x3FF))};
+    text.remove_prefix(character.length);
+  }
+  return units;
 }
 
 std::size_t CharacterLength(std::string_view text) { return text.empty() ? 0 : onlinux::FirstCharacter(text).length; }

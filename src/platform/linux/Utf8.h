@@ -17,7 +17,5 @@ struct Character {
 Character FirstCharacter(std::string_view text);
 // Appends a character, as UTF-8.
 void AppendCharacter(std::string& text, char32_t code);
-// A text of at most `limit` bytes, cut at a whole character.
-std::string_view CutAtCharacter(std::string_view text, std::size_t limit);
 
 }  // namespace onlinux

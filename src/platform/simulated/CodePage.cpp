@@ -70,6 +70,36 @@ std::string LowerCase(std::string_view text) {
   return lower;
 }
 
+std::string FromUtf16(std::u16string_view units) {
+  std::string text;
+  const InUtf8 encoding;
+  for (std::size_t i = 0; i < units.size(); ++i) {
+    auto letter = static_cast<wchar_t>(units[i]);
+    const bool isPair = units[i] >> 10 == 0x36 && i + 1 < units.size() && units[i + 1] >> 10 == 0x37;
+    if (isPair) letter = 0x10000 + ((units[i] & 0x3FF) << 10 | (units[i + 1] & 0x3FF));
+    i += isPair;
+    char bytes[16];
+    std::mbstate_t state{};
+    const auto count = std::wcrtomb(bytes, letter, &state);
+    text.append(count > sizeof bytes ? "\xEF\xBF\xBD" : std::string(bytes, count));
+  }
+  return text;
+}
+
+std::u16string ToUtf16(std::string_view text) {
+  std::u16string units;
+  const InUtf8 encoding;
+  while (!text.empty()) {
+    wchar_t letter = 0;
+    const auto bytes = text[0] == '\0' ? 1 : Decode(text, letter);
+    if (bytes == 0) letter = 0xFFFD;
+    if (letter >= 0x10000) units += static_cast<char16_t>(0xD7C0 + (letter >> 10));
+    units += static_cast<char16_t>(letter < 0x10000 ? letter : 0xDC00 | (letter & 0x3FF));
+    text.remove_prefix(bytes != 0 ? bytes : 1);
+  }
+  return units;
+}
+
 std::size_t CharacterLength(std::string_view text) {
   if (text.empty() || static_cast<unsigned char>(text[0]) < 128) return text.empty() ? 0 : 1;
   const InUtf8 encoding;

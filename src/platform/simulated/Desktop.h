@@ -84,6 +84,7 @@ class Desktop {
   std::set<std::string, CaseLess> unwritable;   // files, and folders with all that is in them
   std::size_t diskRoom = Memory::Unlimited;     // the bytes that still fit on the disk
   std::size_t largestRead = Memory::Unlimited;  // the most that one read delivers
+  bool makeFails = false;                       // no folder takes a new file
   bool replaceFails = false;                    // no file is put in another's place
   bool flushFails = false;
   std::string appFolder = "C:\\Velmaro";

@@ -29,7 +29,8 @@ bool MayWrite(std::string path) {
   const auto& desktop = TheDesktop();
   const auto at = desktop.files.find(path);
   if (path.empty() || path.find_first_of("*?\"<>|") != std::string::npos) return false;
-  if (at != desktop.files.end() && (at->second.folder || at->second.locked)) return false;
+  if (at == desktop.files.end() ? desktop.makeFails : at->second.folder || at->second.locked || at->second.readOnly)
+    return false;
   for (;;) {
     if (desktop.unwritable.contains(path)) return false;
     const auto separator = path.rfind('\\');
@@ -53,21 +54,28 @@ Handle CreateFileA(const std::string& path, FileAccess access) {
   auto& desktop = TheDesktop();
   const auto* file = FindFile(path);
   if (file && file->locked) return InvalidHandle;
-  const bool writes = access == FileAccess::Write || access == FileAccess::Append;
+  const bool writes = access == FileAccess::Over || access == FileAccess::Append;
   if (!file && access == FileAccess::Read) return InvalidHandle;
   if ((writes || !file) && !MayWrite(path)) return InvalidHandle;
   auto& bytes = desktop.files[path].bytes;
-  if (access == FileAccess::Write) bytes.clear();
   const auto handle = desktop.NewHandle();
   desktop.objects[handle] = simulated::OpenFile{path, access, access == FileAccess::Append ? bytes.size() : 0};
   return handle;
 }
 
-std::size_t ReadFile(Handle handle, void* buffer, std::size_t bytes) {
+Handle CreateFileBeside(const std::string& path, std::string& made) {
+  int number = 0;
+  do made = path + '.' + std::to_string(number++) + ".tmp";
+  while (TheDesktop().files.contains(made));
+  return CreateFileA(made, FileAccess::Over);
+}
+
+std::optional<std::size_t> ReadFile(Handle handle, void* buffer, std::size_t bytes) {
   auto& desktop = TheDesktop();
   auto* open = desktop.Find<simulated::OpenFile>(handle);
   const auto* file = open ? FindFile(open->path) : nullptr;
-  if (!file || file->unreadable || open->at >= file->bytes.size()) return 0;
+  if (!file || file->unreadable) return std::nullopt;
+  if (open->at >= file->bytes.size()) return 0;
   const auto count = std::min({bytes, desktop.largestRead, file->bytes.size() - open->at});
   std::memcpy(buffer, file->bytes.data() + open->at, count);
   open->at += count;
@@ -79,11 +87,25 @@ bool WriteFile(Handle handle, const void* buffer, std::size_t bytes) {
   auto* open = desktop.Find<simulated::OpenFile>(handle);
   auto* file = open && open->access != FileAccess::Read ? FindFile(open->path) : nullptr;
   if (!file) return false;
-  const auto count = std::min(bytes, desktop.diskRoom);
+  const auto claimed = file->bytes.size() - open->at;
+  const auto grown = bytes > claimed ? std::min(bytes - claimed, desktop.diskRoom) : 0;
+  const auto count = std::min(bytes, claimed + grown);
+  desktop.diskRoom -= grown;
   file->bytes.replace(open->at, count, static_cast<const char*>(buffer), count);
   open->at += count;
-  desktop.diskRoom -= count;
   return count == bytes;
+}
+
+bool SetFileLength(Handle handle, std::size_t bytes) {
+  auto& desktop = TheDesktop();
+  auto* open = desktop.Find<simulated::OpenFile>(handle);
+  auto* file = open ? FindFile(open->path) : nullptr;
+  if (!file) return false;
+  const auto grown = bytes - std::min(bytes, file->bytes.size());
+  if (grown > desktop.diskRoom) return false;
+  desktop.diskRoom -= grown;
+  file->bytes.resize(bytes);
+  return true;
 }
 
 bool FlushFileBuffers(Handle handle) {
@@ -93,6 +115,11 @@ bool FlushFileBuffers(Handle handle) {
 std::int64_t GetFileLength(const std::string& path) {
   const auto* file = FindFile(path);
   return file ? static_cast<std::int64_t>(file->bytes.size()) : -1;
+}
+
+bool IsWriteProtected(const std::string& path) {
+  const auto* file = FindFile(path);
+  return file && !file->locked && !MayWrite(path);
 }
 
 bool MoveFileReplace(const std::string& from, const std::string& to) {

@@ -18,7 +18,12 @@ bool NamesAreWholeParts() { return TheDesktop().namesAreWholeParts; }
 
 std::vector<std::string> MoreNames(Handle) { return {}; }
 
-std::vector<std::string> NamesOf(Handle) { return {}; }
+std::vector<std::string> NamesOf(Handle handle) {
+  const auto* opened = TheDesktop().Find<simulated::OpenedProcess>(handle);
+  if (!opened) return {};
+  const auto& process = TheDesktop().ProcessById(opened->id);
+  return process.alive ? std::vector{process.name} : std::vector<std::string>();
+}
 
 std::string ResolvedPath(const std::string& path) { return path; }
 

@@ -1,4 +1,5 @@
 #include <cstring>
+#include <string_view>
 
 #include "platform/kernel32.h"
 #include "platform/machine.h"
@@ -22,16 +23,6 @@ simulated::Process* Commanded(Handle handle) {
   }
   auto& process = desktop.ProcessById(opened->id);
   return process.alive && !process.stubborn ? &process : nullptr;
-}
-
-std::size_t BytesThatFit(const std::string& name, std::size_t room) {
-  if (name.size() <= room) return name.size();
-  std::size_t end = 0;
-  for (;;) {
-    const auto next = end + CharacterLength(std::string_view(name).substr(end));
-    if (next > room) return end;
-    end = next;
-  }
 }
 
 std::int32_t BasePriorityOf(std::uint32_t priorityClass) {
@@ -77,9 +68,10 @@ bool Process32Next(Handle handle, PROCESSENTRY32& entry) {
   entry.th32ProcessID = process.id;
   entry.pcPriClassBase = process.basePriority;
   // What an earlier, longer name left behind the NUL stays there.
-  const auto length = BytesThatFit(process.name, sizeof entry.szExeFile - 1);
-  std::memcpy(entry.szExeFile, process.name.data(), length);
-  entry.szExeFile[length] = '\0';
+  std::string_view name = process.name;
+  while (name.size() >= sizeof entry.szExeFile) name.remove_prefix(CharacterLength(name));
+  std::memcpy(entry.szExeFile, name.data(), name.size());
+  entry.szExeFile[name.size()] = '\0';
   return true;
 }
 

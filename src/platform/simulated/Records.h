@@ -59,7 +59,8 @@ struct File {
   std::string bytes;
   bool locked = false;      // another program holds it
   bool folder = false;      // it is a folder
-  bool unreadable = false;  // it can be opened, but gives no byte
+  bool unreadable = false;  // it can be opened, but not read
+  bool readOnly = false;    // it is marked so
 };
 
 // A value of the registry: its type (1 text) and its bytes, a final NUL included.

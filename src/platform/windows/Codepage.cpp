@@ -148,6 +148,13 @@ std::string Narrow(std::wstring_view text) {
   return bytes;
 }
 
+std::string FromUtf16(std::u16string_view text) { return Narrow(std::wstring(text.begin(), text.end())); }
+
+std::u16string ToUtf16(std::string_view text) {
+  const auto wide = Widen(text);
+  return {wide.begin(), wide.end()};
+}
+
 std::size_t BytesBefore(std::string_view text, std::size_t units) {
   std::size_t bytes = 0;
   for (std::size_t passed = 0; passed < units && bytes < text.size();) {

@@ -1,5 +1,8 @@
 #include "platform/identity.h"
 
+#include "platform/windows/Codepage.h"
+#include "platform/windows/System.h"
+
 namespace platform {
 
 bool CommandsMeanTheRow() { return false; }
@@ -10,7 +13,16 @@ bool NamesAreWholeParts() { return false; }
 
 std::vector<std::string> MoreNames(Handle) { return {}; }
 
-std::vector<std::string> NamesOf(Handle) { return {}; }
+std::vector<std::string> NamesOf(Handle process) {
+  const auto id = process != 0 ? ::GetProcessId(ToNative<HANDLE>(process)) : 0;
+  const OwnedHandle snapshot(ToNumber(::CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0)));
+  const auto entries = ToNative<HANDLE>(snapshot.get());
+  PROCESSENTRY32W entry{};
+  entry.dwSize = sizeof entry;
+  for (BOOL more = ::Process32FirstW(entries, &entry); id != 0 && more; more = ::Process32NextW(entries, &entry))
+    if (entry.th32ProcessID == id) return {Narrow(entry.szExeFile)};
+  return {};
+}
 
 std::string ResolvedPath(const std::string& path) { return path; }
 

@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <cstring>
 
 #include "platform/windows/ClassNumbers.h"
@@ -9,17 +8,13 @@
 namespace platform {
 namespace {
 
-// Cuts at a whole character what the record has no room for.
+// Leaves the end of a name, as far as the record has room.
 void SetName(char (&name)[260], const wchar_t* wide) {
   const auto bytes = Narrow(wide);
-  std::size_t length = 0;
-  while (length < bytes.size()) {
-    const auto next = length + CharacterLength(std::string_view(bytes).substr(length));
-    if (next >= sizeof name) break;
-    length = next;
-  }
-  std::memcpy(name, bytes.data(), length);
-  std::memset(name + length, 0, sizeof name - length);
+  std::string_view end = bytes;
+  while (end.size() >= sizeof name) end.remove_prefix(CharacterLength(end));
+  std::memcpy(name, end.data(), end.size());
+  std::memset(name + end.size(), 0, sizeof name - end.size());
 }
 
 using Time = std::uint64_t;
