@@ -301,6 +301,7 @@ TEST_F(LinuxDesktop, TheEditorKeepsEveryByteThatTheUserDoesNotTouch) {
 
 TEST_F(LinuxDesktop, TheLauncherStartsWhatIsTypedAtItsPriority) {
   const auto program = folder.Sleeper("zz launched");
+  ::setenv("HOME", folder.Path().c_str(), 1);
   Then([&](QWidget& launcher) {
     QTest::keyClicks(launcher.focusWidget(), QString::fromStdString('"' + program + "\" 300"));
     Click<QRadioButton>(launcher, "Idle");
@@ -327,6 +328,8 @@ TEST_F(LinuxDesktop, TheLauncherStartsWhatIsTypedAtItsPriority) {
   Click(*main, "Refresh");
   ASSERT_GE(RowOf(program), 0);
   EXPECT_EQ(Row(RowOf(program)), "[Idle]");
+  EXPECT_EQ(fs::read_symlink("/proc/" + std::to_string(Running(program)) + "/cwd"), folder.Path());
+  EXPECT_EQ(::getsid(Running(program)), Running(program)) << "it outlives the terminal";
   Pick(RowOf(program));
   Answer("terminate", "Yes");
   Key(*main, Qt::Key_Delete);

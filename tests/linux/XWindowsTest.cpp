@@ -181,6 +181,14 @@ TEST_F(LinuxWindows, AWindowManagerIsAskedForTheSame) {
     GTEST_SKIP() << "there is no window manager";
 }
 
+TEST_F(LinuxWindows, AQuietStartHidesTheWindowOfATitle) {
+  const auto longer = NewWindow("Sound Server 2");
+  const auto meant = NewWindow("Sound Server");
+  EXPECT_EQ(InChild([]() -> int { Execute({VELMARO_PROGRAM, "/q", "/i", "/x", "sound server", "/bin/true"}); }), 0);
+  EXPECT_TRUE(Eventually([&] { return !IsShown(meant); }));
+  EXPECT_TRUE(IsShown(longer));
+}
+
 TEST_F(LinuxWindows, TheFirstWindowOfAStartGetsItsStateWhateverStandsBetween) {
   using onlinux::ShowState;
   if (!fs::exists("/usr/bin/xev")) GTEST_SKIP() << "there is no program that shows a window";
