@@ -121,7 +121,9 @@ TEST(LinuxStarts, AQuietStartKeepsItsTerminalAndLendsItTheShareOfItsClass) {
   EXPECT_EQ(::write(terminal, "\x03", 1), 1);
   EXPECT_TRUE(Eventually([&] { return Running(after) != 0; })) << "the terminal's keys reach the program";
   EXPECT_TRUE(!hasGroups || Eventually([&] { return group(0); }));
-  ::kill(Running(after), SIGKILL);
+  for (const auto& program : {game, after})
+    if (const auto id = Running(program)) ::kill(id, SIGKILL);
+  ::kill(shell, SIGKILL);
   ::waitpid(shell, nullptr, 0);
   ::close(terminal);
 }
