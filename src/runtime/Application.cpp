@@ -24,6 +24,7 @@ Application::~Application() {
 
 void Application::Run() {
   while (!ended_ && !forms_.empty() && ProcessNextEvent()) ReleaseUnloaded();
+  if (!ended_ && !CanShowForms()) End(1);
 }
 
 Form* Application::ActiveForm() const {

@@ -35,7 +35,7 @@ class Application {
     return static_cast<T&>(*instances_.back());
   }
 
-  // Raises events until no form is left or the program was ended.
+  // Raises events until no form is left or the program was ended. Where none can be shown it ends at once, with 1.
   void Run();
   // Raises events for as long as `goOn` holds and the program was not ended.
   template <class Test>

@@ -72,6 +72,8 @@ std::unique_ptr<Peer> MakePeer(Line& control);
 std::unique_ptr<Peer> MakePeer(HScrollBar& control);
 std::unique_ptr<Peer> MakePeer(Timer& timer);
 
+// False where no window can be shown at all, now or later.
+bool CanShowForms();
 // Waits for the next event of the program, raises it and gives true; false when no event can come any more.
 bool ProcessNextEvent();
 // Raises every event that waits already, and returns without waiting for more; false when the program was told to end.

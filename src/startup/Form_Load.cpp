@@ -14,7 +14,7 @@ void formVelmaro::Form_Load() {
   const auto options = platform::SwitchesAreWords() ? ReadCommandWords(line, AppPath) : ReadCommandLine(line, AppPath);
   if (options.help) {
     MsgBox(CommandLineHelp(), platform::MB_ICONINFORMATION);
-    App().End();
+    App().End(CanShowForms() ? 0 : 1);
     return;
   }
   NoKillListPath = options.noKillListPath.empty() ? AppPath + "nokilllist.txt" : options.noKillListPath;

@@ -2,10 +2,12 @@
 
 #include <sched.h>
 #include <signal.h>
+#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <array>
 #include <chrono>
 #include <cstdlib>
 #include <cstring>
@@ -91,7 +93,8 @@ class Child {
  public:
   explicit Child(const std::string& program) : id_(::fork()) {
     if (id_ == 0) Execute({program, "300"});
-    Eventually([&] { return ReadBytes("/proc/" + std::to_string(id_) + "/cmdline").find(program) != std::string::npos; });
+    Eventually(
+        [&] { return ReadBytes("/proc/" + std::to_string(id_) + "/cmdline").find(program) != std::string::npos; });
   }
   Child(const Child&) = delete;
   Child& operator=(const Child&) = delete;
@@ -125,6 +128,41 @@ inline pid_t Running(const std::string& program) {
 // True where this user may raise a priority.
 inline bool MayRaise() {
   return InChild([] { return ::setpriority(PRIO_PROCESS, 0, -10); }) == 0;
+}
+
+// An X server of the test's own, whose display is then the one in the environment.
+class VirtualDisplay {
+ public:
+  VirtualDisplay() {
+    std::array<int, 2> ends{};
+    if (::pipe(ends.data()) != 0) return;
+    server_ = ::fork();
+    if (server_ == 0) {
+      ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+      Execute({"/usr/bin/Xvfb", "-displayfd", std::to_string(ends[1]), "-nolisten", "tcp"});
+    }
+    ::close(ends[1]);
+    for (char c = 0; ::read(ends[0], &c, 1) == 1 && c != '\n';) number_ += c;
+    ::close(ends[0]);
+    if (Runs()) ::setenv("DISPLAY", (':' + number_).c_str(), 1);
+  }
+  VirtualDisplay(const VirtualDisplay&) = delete;
+  VirtualDisplay& operator=(const VirtualDisplay&) = delete;
+  ~VirtualDisplay() {
+    ::kill(server_, SIGKILL);
+    ::waitpid(server_, nullptr, 0);
+  }
+  bool Runs() const { return !number_.empty(); }
+
+ private:
+  pid_t server_ = 0;
+  std::string number_;
+};
+
+// The one of this process: what it asks of the X server goes over one line for good.
+inline const VirtualDisplay& TheDisplay() {
+  static const VirtualDisplay display;
+  return display;
 }
 
 // What a fresh snapshot says of a process; nothing where it does not list it.

@@ -196,6 +196,19 @@ TEST_F(LinuxDesktop, MenusAndSizesFollowWhatTheProgramDoes) {
   EXPECT_TRUE(QTest::qWaitFor([&] { return main->width() >= 425 && main->height() >= 172; }));
 }
 
+TEST_F(LinuxDesktop, ARefusedClassIsSetWithAPassword) {
+  if (!std::getenv("VELMARO_POLKIT")) GTEST_SKIP() << "polkit.sh runs this as a user who is asked for one";
+  const auto program = folder.Sleeper("zzdesktop");
+  const Child child(program);
+  Click(*main, "Refresh");
+  Pick(RowOf(program));
+  Answer("was refused HIGH and stays at NORMAL: do you want", "Yes");
+  Answer("set to HIGH", "OK");
+  Choose("High");
+  EXPECT_EQ(child.Nice(), -10);
+  EXPECT_EQ(Row(RowOf(program)), "[HIGH]");
+}
+
 TEST_F(LinuxDesktop, AProcessIsEndedOnlyWhenTheUserSaysYes) {
   const auto program = folder.Sleeper("zzdesktop");
   const Child older(program);

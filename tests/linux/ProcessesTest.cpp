@@ -10,6 +10,7 @@
 #include "platform/linux/ProcFolder.h"
 #include "platform/linux/Script.h"
 #include "platform/linux/Start.h"
+#include "platform/rights.h"
 #include "process/KillLists.h"
 #include "process/KnownEmulators.h"
 #include "process/WalkProcesses.h"
@@ -57,6 +58,7 @@ TEST(LinuxProcesses, AClassThatIsSetIsReadBackFromTheSnapshot) {
   for (const auto& [set, read] : std::vector<std::pair<std::uint32_t, int>>{
            {REALTIME_PRIORITY_CLASS, 24}, {HIGH_PRIORITY_CLASS, 13}, {NORMAL_PRIORITY_CLASS, 8}}) {
     SetPriorityClass(process.get(), set);
+    EXPECT_EQ(GetPriorityClass(process.get()), set);
     EXPECT_EQ(Listed(child.Id()).value().pcPriClassBase, read);
   }
 }
@@ -69,6 +71,8 @@ TEST(LinuxProcesses, WithoutRightsNothingBreaksAndNothingIsPretended) {
               const auto before = onlinux::BasePriority(SCHED_OTHER, ::getpriority(PRIO_PROCESS, 0));
               if (SetPriorityClass(own.get(), HIGH_PRIORITY_CLASS)) return 2;
               if (Listed(::getpid())->pcPriClassBase != before) return 2;
+              if (WhatWouldHelp(own.get()).find("usermod -aG velmaro ") == std::string::npos) return 6;
+              if (WhatWouldHelp(first.get()).find("belongs to root") == std::string::npos) return 7;
               if (SetPriorityClass(first.get(), IDLE_PRIORITY_CLASS) || TerminateProcess(first.get(), 0)) return 3;
               return Listed(1) && *Listed(1)->szExeFile != '\0' ? 0 : 4;
             }),
@@ -188,6 +192,7 @@ TEST(LinuxProcesses, AnEndedProcessIsGoneFromTheListAtOnce) {
   EXPECT_FALSE(Listed(child.Id()));
   EXPECT_FALSE(child.Runs());
   EXPECT_FALSE(SetPriorityClass(process.get(), IDLE_PRIORITY_CLASS));
+  EXPECT_EQ(GetPriorityClass(process.get()), 0U);
 }
 
 TEST(LinuxProcesses, ANumberThatWentToAnotherProcessIsNotTouched) {

@@ -215,15 +215,16 @@ TEST(LinuxStarts, AnInstalledProgramFindsItsToolkitAndKeepsItsListsWithItsUser) 
   WriteBytes(folder / "home/velmaro/killlist.txt", "zzinstalled\n");
   EXPECT_EQ(RunProgram({"/q", "/k", "/bin/true"}, folder / "usr/bin/velmaro"), 0);
   EXPECT_FALSE(listed.Runs());
-  EXPECT_TRUE(fs::exists(folder / "usr/lib/velmaro/velmaro-toolkit.so"));
+  EXPECT_NE(ReadBytes(folder / "usr/etc/security/limits.d/velmaro.conf").find("\n@velmaro - nice -10\n"),
+            std::string::npos);
   for (const auto* file : {"applications/velmaro.desktop", "icons/hicolor/128x128/apps/velmaro.png"})
     EXPECT_TRUE(fs::exists(folder / "usr/share/" + file)) << file;
 }
 
 TEST(LinuxStarts, WithoutADisplayEveryRoadEndsWell) {
-  EXPECT_EQ(RunProgram({}), 0);
-  EXPECT_EQ(RunProgram({"/?"}), 0);
-  EXPECT_EQ(RunProgram({"/q", "/k"}), 0);
+  EXPECT_EQ(RunProgram({}), 1);
+  EXPECT_EQ(RunProgram({"/?"}), 1);
+  EXPECT_EQ(RunProgram({"/q", "/k"}), 1);
   EXPECT_EQ(RunProgram({"/q", "/m", "/bin/true"}), 0);
 }
 

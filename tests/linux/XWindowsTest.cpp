@@ -21,22 +21,9 @@ using onlinux::XServer;
 class LinuxWindows : public testing::Test {
  protected:
   static void SetUpTestSuite() {
-    std::array<int, 2> ends{};
-    ASSERT_EQ(::pipe(ends.data()), 0);
-    server = ::fork();
-    if (server == 0) Execute({"/usr/bin/Xvfb", "-displayfd", std::to_string(ends[1]), "-nolisten", "tcp"});
-    ::close(ends[1]);
-    std::string number;
-    for (char c = 0; ::read(ends[0], &c, 1) == 1 && c != '\n';) number += c;
-    ::close(ends[0]);
-    if (!number.empty()) ::setenv("DISPLAY", (':' + number).c_str(), 1);
-    if (!number.empty()) x = std::make_unique<XServer>();
+    if (TheDisplay().Runs()) x = std::make_unique<XServer>();
   }
-  static void TearDownTestSuite() {
-    x.reset();
-    ::kill(server, SIGKILL);
-    ::waitpid(server, nullptr, 0);
-  }
+  static void TearDownTestSuite() { x.reset(); }
   void SetUp() override {
     if (!x) GTEST_SKIP() << "there is no Xvfb";
   }
@@ -128,7 +115,6 @@ class LinuxWindows : public testing::Test {
   }
 
   std::vector<xcb_window_t> windows;
-  static inline pid_t server = 0;
   static inline std::unique_ptr<XServer> x;
 };
 

@@ -1,8 +1,8 @@
 #include <algorithm>
-#include <cstdio>
 #include <string>
 
 #include "platform/comdlg32.h"
+#include "platform/linux/Say.h"
 #include "platform/linux/Toolkit.h"
 #include "platform/user32.h"
 
@@ -14,11 +14,11 @@ using onlinux::LoadedToolkit;
 using onlinux::TheToolkit;
 
 // Nobody can be asked: the text goes to the error output, and every question gets the answer that changes nothing.
-int AnswerUnseen(const std::string& text, const std::string& title, std::uint32_t flags) {
+int AnswerUnseen(const std::string& text, std::uint32_t flags) {
   constexpr std::uint32_t buttonBits = 15;
   auto lines = text;
   std::erase(lines, '\r');
-  std::fprintf(stderr, "%s: %s\n", title.c_str(), lines.c_str());
+  onlinux::Say(lines);
   if ((flags & buttonBits) == MB_OK) return IDOK;
   return (flags & buttonBits) == MB_YESNO ? IDNO : IDCANCEL;
 }
@@ -27,7 +27,7 @@ int AnswerUnseen(const std::string& text, const std::string& title, std::uint32_
 
 int MessageBoxA(const std::string& text, const std::string& title, std::uint32_t flags) {
   auto* toolkit = TheToolkit();
-  return toolkit ? toolkit->MessageBoxA(text, title, flags) : AnswerUnseen(text, title, flags);
+  return toolkit ? toolkit->MessageBoxA(text, title, flags) : AnswerUnseen(text, flags);
 }
 
 bool GetOpenFileNameA(OPENFILENAME& dialog) {

@@ -1,8 +1,12 @@
 #pragma once
 
+#include <string>
+
 namespace onlinux {
 
-// True where the toolkit will find a display to show windows on. It ends the whole program where it finds none.
-bool IsDisplayThere();
+// The ways of showing windows that the toolkit may take, by the names of Qt's plugins for them with ";" between: those
+// that the user names, else X before Wayland, for only there windows can be pinned, and those of other programs be
+// listed. One whose server does not answer in time is left out; Qt would wait for it, or end the whole program.
+std::string WaysToShow();
 
 }  // namespace onlinux

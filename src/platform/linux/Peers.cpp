@@ -39,6 +39,8 @@ std::unique_ptr<Peer> MakePeer(Line& control) { return Made(control); }
 std::unique_ptr<Peer> MakePeer(HScrollBar& control) { return Made(control); }
 std::unique_ptr<Peer> MakePeer(Timer& timer) { return Made(timer); }
 
+bool CanShowForms() { return onlinux::TheToolkit() != nullptr; }
+
 bool ProcessNextEvent() {
   auto* toolkit = onlinux::LoadedToolkit();
   return toolkit && toolkit->ProcessNextEvent();

@@ -1,22 +1,40 @@
 #include "platform/rights.h"
 
 #include <grp.h>
+#include <poll.h>
 #include <pwd.h>
 #include <unistd.h>
 
 #include <charconv>
+#include <optional>
 #include <string>
 
 #include "platform/kernel32.h"
 #include "platform/linux/Handles.h"
+#include "platform/linux/Places.h"
 #include "platform/linux/PriorityClass.h"
 #include "platform/linux/ReadWhole.h"
+#include "platform/linux/RunToEnd.h"
+#include "platform/linux/Start.h"
 
 namespace platform {
 namespace {
 
 // The group whose members may raise classes, by the limits that come with the program.
 constexpr const char* Group = "velmaro";
+
+// The desktop's own program that asks for a password; empty where there is none in the folders of PATH.
+std::string Asker() {
+  const auto path = onlinux::FindFile("pkexec");
+  return path.starts_with('/') ? path : std::string();
+}
+
+// What is run with the right: a program that sets one class and does nothing else. Only an installation has it, since
+// the policy names its whole path.
+std::string Helper() {
+  const auto prefix = onlinux::InstalledPrefix();
+  return prefix.empty() ? prefix : prefix + "/libexec/velmaro/velmaro-set-class";
+}
 
 // The user whom a process belongs to; nobody's number, which is all ones, when it is gone.
 uid_t OwnerOf(std::uint32_t processId) {
@@ -26,6 +44,15 @@ uid_t OwnerOf(std::uint32_t processId) {
   if (const auto at = status.find(line); at != std::string::npos)
     std::from_chars(status.data() + at + line.size(), status.data() + status.size(), owner);
   return owner;
+}
+
+// The status of an opened process; nothing where it has ended, even if its number is another's by now.
+std::optional<onlinux::ProcessStatus> StatusOf(Handle handle) {
+  const auto* process = onlinux::FindAs<onlinux::OpenedProcess>(handle);
+  auto status = process ? onlinux::ReadStatus(process->id) : std::nullopt;
+  if (!status) return std::nullopt;
+  pollfd ended{.fd = process->descriptor.get(), .events = POLLIN, .revents = 0};
+  return ::poll(&ended, 1, 0) == 0 ? status : std::nullopt;
 }
 
 std::string NameOf(uid_t user) {
@@ -45,9 +72,8 @@ bool IsMember(const std::string& user) {
 bool ClassIsReadBack() { return true; }
 
 std::uint32_t GetPriorityClass(Handle handle) {
-  const auto* process = onlinux::FindAs<onlinux::OpenedProcess>(handle);
-  const auto status = process ? onlinux::ReadStatus(process->id) : std::nullopt;
-  if (!status || status->Ended()) return 0;
+  const auto status = StatusOf(handle);
+  if (!status) return 0;
   switch (onlinux::BasePriority(status->policy, status->nice)) {
     case 4:
       return IDLE_PRIORITY_CLASS;
@@ -75,8 +101,15 @@ std::string WhatWouldHelp(Handle handle) {
          ' ' + user + ", then log in again)";
 }
 
-bool CanAskForRight() { return false; }
+bool CanAskForRight() { return ::access(Helper().c_str(), X_OK) == 0 && !Asker().empty(); }
 
-bool SetPriorityClassAsking(Handle, std::uint32_t) { return false; }
+bool SetPriorityClassAsking(Handle handle, std::uint32_t priorityClass) {
+  const auto status = StatusOf(handle);
+  if (!status) return false;
+  const auto process = onlinux::FindAs<onlinux::OpenedProcess>(handle)->id;
+  // Without an agent of the desktop's nobody is asked: a prompt in some terminal would look like a window that hangs.
+  return onlinux::RunToEnd({Asker(), "--disable-internal-agent", Helper(), std::to_string(process),
+                            std::to_string(status->startTime), std::to_string(priorityClass)}) == 0;
+}
 
 }  // namespace platform

@@ -13,6 +13,8 @@
 #include <filesystem>
 #include <system_error>
 
+#include "platform/linux/Environment.h"
+
 namespace onlinux {
 namespace {
 
@@ -72,7 +74,7 @@ struct Plan {
     apart.id = ::getpid();
     apart.taken = TakeClass(plan.priorityClass);
     TakeGroup(apart.taken.got);
-    ::execv(plan.path, plan.words);
+    ::execve(plan.path, plan.words, StartEnvironment());
   }
   if (child <= 0) apart.error = errno;
   ::_exit(0);
@@ -167,10 +169,10 @@ std::optional<Command> Resolve(const std::vector<std::string>& words, int& error
 }
 
 int Become(const Command& command) {
-  ::execv(command.path.c_str(), Pointers(command.words).data());
+  ::execve(command.path.c_str(), Pointers(command.words).data(), StartEnvironment());
   const auto error = errno;
   const auto opener = error == ENOEXEC ? Opener(Absolute(command.path)) : std::nullopt;
-  if (opener) ::execv(opener->path.c_str(), Pointers(opener->words).data());
+  if (opener) ::execve(opener->path.c_str(), Pointers(opener->words).data(), StartEnvironment());
   return error;
 }
 

@@ -1,10 +1,12 @@
 #include "platform/linux/Toolkit.h"
 
-#include <cstdio>
 #include <string>
 
 #include "platform/linux/Display.h"
+#include "platform/linux/Environment.h"
 #include "platform/linux/Library.h"
+#include "platform/linux/Say.h"
+#include "platform/linux/WindowCalls.h"
 
 namespace onlinux {
 namespace {
@@ -19,18 +21,23 @@ Place& ThePlace() {
   return place;
 }
 
-Toolkit* Missing(const char* why) {
-  std::fprintf(stderr, "velmaro: no window can be shown: %s\n", why);
+Toolkit* Missing(const std::string& why) {
+  Say("no window can be shown: " + why);
   return nullptr;
 }
 
 Toolkit* Load() {
-  if (!IsDisplayThere()) return Missing("there is no display (neither DISPLAY nor WAYLAND_DISPLAY leads to one)");
+  ClearForeignVariables();
+  const auto ways = WaysToShow();
+  if (ways.empty()) return Missing("no display answers (neither DISPLAY nor WAYLAND_DISPLAY leads to one)");
+  // The toolkit needs it, and would look for it by itself where only this program looks safely.
+  TheWindowCalls();
   std::string error;
-  const auto entry = reinterpret_cast<Toolkit* (*)()>(LoadEntry(ToolkitName, ToolkitEntry, error));
-  if (!entry) return Missing(error.c_str());
-  auto* toolkit = entry();
-  return toolkit ? toolkit : Missing("Qt has no plugin for this display (for Wayland it is qt6-wayland)");
+  const auto entry = reinterpret_cast<Toolkit* (*)(const char*)>(LoadEntry(ToolkitName, ToolkitEntry, error));
+  if (!entry) return Missing(error);
+  auto* toolkit = entry(ways.c_str());
+  return toolkit ? toolkit
+                 : Missing("Qt has no plugin for " + ways + " (that for Wayland is in qt6-wayland), or no screen");
 }
 
 }  // namespace

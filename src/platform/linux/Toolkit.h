@@ -35,6 +35,9 @@ class Toolkit {
   // Raises the events that wait already.
   virtual void ProcessWaitingEvents() = 0;
 
+  // Waits until a descriptor can be read from. Windows are drawn meanwhile, and what the user does waits too.
+  virtual void WaitFor(int descriptor) = 0;
+
   // What the platform's functions of these names do.
   virtual int MessageBoxA(const std::string& text, const std::string& title, std::uint32_t flags) = 0;
   virtual bool GetOpenFileNameA(platform::OPENFILENAME& dialog) = 0;

@@ -1,8 +1,8 @@
-#include <cstdio>
 #include <string>
 
 #include "platform/linux/Library.h"
 #include "platform/linux/OwnWindows.h"
+#include "platform/linux/Say.h"
 #include "platform/linux/WindowCalls.h"
 #include "platform/machine.h"
 #include "platform/user32.h"
@@ -13,7 +13,7 @@ namespace {
 const WindowCalls* Load() {
   std::string error;
   const auto entry = reinterpret_cast<const WindowCalls* (*)()>(LoadEntry(WindowCallsName, WindowCallsEntry, error));
-  if (!entry) std::fprintf(stderr, "velmaro: no window can be found: %s\n", error.c_str());
+  if (!entry) Say("no window can be found: " + error);
   return entry ? entry() : nullptr;
 }
 

@@ -32,6 +32,8 @@ std::unique_ptr<Peer> MakePeer(Line& control) { return std::make_unique<ControlP
 std::unique_ptr<Peer> MakePeer(HScrollBar& control) { return std::make_unique<ControlPeer>(control); }
 std::unique_ptr<Peer> MakePeer(Timer& timer) { return std::make_unique<simulated::TimerPeer>(timer); }
 
+bool CanShowForms() { return true; }
+
 bool ProcessNextEvent() { return !simulated::TheDesktop().quits && simulated::TheDesktop().RunNext(); }
 
 bool ProcessWaitingEvents() {

@@ -28,4 +28,6 @@ std::unique_ptr<Peer> MakePeer(Line& control) { return std::make_unique<windows:
 std::unique_ptr<Peer> MakePeer(HScrollBar& control) { return std::make_unique<windows::ScrollBarPeer>(control); }
 std::unique_ptr<Peer> MakePeer(Timer& timer) { return std::make_unique<windows::TimerPeer>(timer); }
 
+bool CanShowForms() { return true; }
+
 }  // namespace velmaro

@@ -17,6 +17,7 @@ class FormWidget : public QWidget {
   void resizeEvent(QResizeEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void changeEvent(QEvent* event) override;
+  bool nativeEvent(const QByteArray& kind, void* message, qintptr* result) override;
 
  private:
   FormWindow& owner_;

@@ -13,6 +13,7 @@
 #include "platform/linux/qt/Pictures.h"
 #include "platform/linux/qt/QtText.h"
 #include "platform/linux/x11/XServer.h"
+#include "runtime/Application.h"
 #include "runtime/Buttons.h"
 #include "runtime/Menu.h"
 #include "runtime/TextBox.h"
@@ -190,6 +191,13 @@ void FormWindow::Hide() {
 
 void FormWindow::CloseAsked() {
   if (!blocked_) form_.CloseByUser();
+}
+
+// Nobody can see the form any more, whatever it has to say to that.
+void FormWindow::Destroyed() {
+  if (blocked_) velmaro::App().End();
+  form_.CloseByUser();
+  form_.Hide();
 }
 
 void FormWindow::ApplyMenu(velmaro::Menu& menu) { menus_.Update(menu); }

@@ -55,6 +55,7 @@ class FormWindow : public velmaro::FormPeer, public OwnWindow {
   void Resized();
   void Activated() { form_.RaiseActivate(); }
   void CloseAsked();
+  void Destroyed();
   // Tells the form of a key. True where the form had a use for it.
   bool HandleKey(const QKeyEvent& event);
   // The button that a key with Alt presses, before a menu of the same letter: null for none.

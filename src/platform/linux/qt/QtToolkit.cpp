@@ -1,11 +1,15 @@
 #include "platform/linux/qt/QtToolkit.h"
 
+#include <unistd.h>
+
 #include <QDir>
 #include <QEventLoop>
+#include <QSocketNotifier>
 #include <algorithm>
 #include <memory>
 #include <utility>
 
+#include "platform/linux/Say.h"
 #include "platform/linux/qt/ButtonPeers.h"
 #include "platform/linux/qt/EditPeers.h"
 #include "platform/linux/qt/FormWindow.h"
@@ -13,7 +17,6 @@
 #include "platform/linux/qt/PanelPeers.h"
 #include "platform/linux/qt/ScrollBarPeer.h"
 #include "platform/linux/qt/TimerPeer.h"
-#include "platform/linux/x11/XServer.h"
 
 namespace onlinux {
 namespace {
@@ -26,22 +29,35 @@ std::unique_ptr<velmaro::Peer> Made(Model& control) {
   return peer;
 }
 
-// The X server comes first: only there can windows be pinned, and those of other programs be listed.
-std::string PluginToUse() {
-  if (qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) return {};
-  return TheXServer() ? "xcb" : "wayland";
+QStringList PluginFolders() {
+  auto folders = QCoreApplication::libraryPaths();
+  for (auto& folder : folders) folder += "/platforms";
+  return folders << qEnvironmentVariable("QT_QPA_PLATFORM_PLUGIN_PATH");
 }
 
-bool IsInstalled(const std::string& plugin) {
-  const auto name = QString::fromStdString("libq" + plugin + "*.so");
-  return std::ranges::any_of(QCoreApplication::libraryPaths(), [&](const QString& folder) {
-    return !QDir(folder + "/platforms").entryList({name}).isEmpty();
-  });
+// Of the ways to show windows those that Qt has a plugin for. It ends the whole program where it finds none.
+std::string Installed(const char* ways) {
+  QStringList installed;
+  for (const auto& way : QString::fromUtf8(ways).split(';', Qt::SkipEmptyParts)) {
+    const auto name = "libq" + way.section(':', 0, 0).toLower() + "*.so";
+    if (std::ranges::any_of(PluginFolders(), [&](const QString& folder) {
+          return !folder.isEmpty() && !QDir(folder).entryList({name}).isEmpty();
+        }))
+      installed << way;
+  }
+  return installed.join(';').toStdString();
+}
+
+// What Qt has to say goes where the program's own complaints go, and what it takes for fatal is an end, no crash.
+void Tell(QtMsgType type, const QMessageLogContext&, const QString& text) {
+  if (type == QtDebugMsg || type == QtInfoMsg) return;
+  Say(text.toStdString());
+  if (type == QtFatalMsg) ::_exit(1);
 }
 
 }  // namespace
 
-QtToolkit::QtToolkit(std::string plugin) : plugin_(std::move(plugin)), application_(count_, arguments_) {
+QtToolkit::QtToolkit(std::string plugins) : plugins_(std::move(plugins)), application_(count_, arguments_) {
   QApplication::setQuitOnLastWindowClosed(false);
   QApplication::setApplicationName("velmaro");
   QApplication::setDesktopFileName("velmaro");
@@ -80,12 +96,20 @@ bool QtToolkit::ProcessNextEvent() {
 
 void QtToolkit::ProcessWaitingEvents() { QCoreApplication::processEvents(); }
 
+void QtToolkit::WaitFor(int descriptor) {
+  QEventLoop loop;
+  const QSocketNotifier notifier(descriptor, QSocketNotifier::Read);
+  QObject::connect(&notifier, &QSocketNotifier::activated, &loop, &QEventLoop::quit);
+  loop.exec(QEventLoop::ExcludeUserInputEvents);
+}
+
 }  // namespace onlinux
 
-extern "C" onlinux::Toolkit* VelmaroToolkit() {
-  auto plugin = onlinux::PluginToUse();
-  if (!plugin.empty() && !onlinux::IsInstalled(plugin)) return nullptr;
+extern "C" onlinux::Toolkit* VelmaroToolkit(const char* ways) {
+  auto plugins = onlinux::Installed(ways);
+  if (plugins.empty()) return nullptr;
+  qInstallMessageHandler(onlinux::Tell);
   // It is never taken down: at the program's end, what Qt made behind it would already be gone.
-  static auto* const toolkit = std::make_unique<onlinux::QtToolkit>(std::move(plugin)).release();
-  return toolkit;
+  static auto* const toolkit = std::make_unique<onlinux::QtToolkit>(std::move(plugins)).release();
+  return QGuiApplication::primaryScreen() ? toolkit : nullptr;
 }

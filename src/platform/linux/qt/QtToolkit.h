@@ -13,8 +13,8 @@ namespace onlinux {
 // The toolkit on Qt. It is made with the first window or box and lives to the program's end.
 class QtToolkit : public Toolkit {
  public:
-  // Takes the name of the plugin that leads to the display; empty for the one that the user chose.
-  explicit QtToolkit(std::string plugin);
+  // Takes the names of the plugins that may lead to the display.
+  explicit QtToolkit(std::string plugins);
 
   std::unique_ptr<velmaro::FormPeer> NewPeer(velmaro::Form& form) override;
   std::unique_ptr<velmaro::Peer> NewPeer(velmaro::ListBox& control) override;
@@ -32,6 +32,7 @@ class QtToolkit : public Toolkit {
 
   bool ProcessNextEvent() override;
   void ProcessWaitingEvents() override;
+  void WaitFor(int descriptor) override;
   int MessageBoxA(const std::string& text, const std::string& title, std::uint32_t flags) override;
   bool GetOpenFileNameA(platform::OPENFILENAME& dialog) override;
   platform::WindowHandle GetActiveWindow() override;
@@ -45,11 +46,11 @@ class QtToolkit : public Toolkit {
   Balloon* FindTip(platform::WindowHandle tip);
 
   // Qt keeps the arguments for as long as it runs. It is given none of the program's own, which are not meant for it.
-  std::string plugin_;
-  int count_ = plugin_.empty() ? 1 : 3;
+  std::string plugins_;
+  int count_ = 3;
   char name_[8] = "velmaro";
   char option_[10] = "-platform";
-  char* arguments_[4] = {name_, option_, plugin_.data(), nullptr};
+  char* arguments_[4] = {name_, option_, plugins_.data(), nullptr};
   QApplication application_;
   KeyRouter router_;
   std::map<platform::WindowHandle, std::unique_ptr<Balloon>> tips_;
