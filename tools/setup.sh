@@ -26,7 +26,8 @@ runs_32_bit() {
 for platform in "$@"; do
   case $platform in
     linux)
-      tools+=(pkg-config qt6-base-dev qt6-wayland libx11-dev libxcb1-dev libxcb-res0-dev libxcb-xtest0-dev openbox procps "${display[@]}")
+      tools+=(pkg-config qt6-base-dev qt6-wayland libx11-dev libxcb1-dev libxcb-res0-dev libxcb-xtest0-dev openbox procps
+        polkitd pkexec dbus-daemon "${display[@]}")
       ;;
     windows)
       tools+=(g++-mingw-w64-i686-posix)
