@@ -91,6 +91,9 @@ class LinuxDesktop : public testing::Test {
       for (const auto* action : popup.actions())
         if (action->isChecked()) marks += action->text().section('\t', 0, 0).toStdString();
       EXPECT_EQ(marks, marked);
+      const auto place = static_cast<QMenu&>(popup).actionGeometry(popup.actions().front()).center();
+      QTest::mouseClick(&popup, Qt::RightButton, {}, place);
+      EXPECT_TRUE(popup.isVisible()) << "the right button chooses nothing";
       popup.close();
     });
   }

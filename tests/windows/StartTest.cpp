@@ -57,7 +57,7 @@ TEST(StartTest, WindowIsHiddenByItsTitle) {
   const auto hidden = window.Window(L"Hide me");
   const Velmaro velmaro(folder, L"/q /x \"Hide me\" " + folder.Probe(L"Target.exe"));
   EXPECT_EQ(velmaro.ExitCode(), 0);
-  EXPECT_FALSE(::IsWindowVisible(hidden));
+  EXPECT_TRUE(Gone(hidden));
   EXPECT_TRUE(other.Window(L"Hide me not"));
 }
 

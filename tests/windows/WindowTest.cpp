@@ -58,7 +58,7 @@ TEST_F(WindowTest, WindowThatHangsHoldsNothingUp) {
   for (const auto* command : {L"Top Most", L"Normal Position", L"Show Window", L"Hide Window"}) velmaro.Choose(command);
   DWORD_PTR answer = 0;
   EXPECT_TRUE(::SendMessageTimeoutW(velmaro.Main(), WM_NULL, 0, 0, SMTO_NORMAL, 3000, &answer));
-  EXPECT_EQ(Velmaro(folder, L"/q /x \"" + std::wstring(Title) + L"\" nothing").ExitCode(5000), 0);
+  EXPECT_EQ(Velmaro(folder, L"/q /x \"" + std::wstring(Title) + L"\" nothing").ExitCode(), 0);
   EXPECT_TRUE(::IsWindowVisible(target));
   probe.GoOn();
   EXPECT_TRUE(Gone(target));
