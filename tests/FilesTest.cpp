@@ -9,14 +9,6 @@ using namespace std::string_literals;
 
 class Files : public OnDesktop {};
 
-TEST_F(Files, NamesAreSplitAtTheirLastSeparator) {
-  ExpectEach([](const auto& name) { return ExtractFilePath(name) + '|' + ExtractFileName(name); },
-             {" => |", "b.exe => |", "C:b.exe => |", R"(C:\dir\b.exe => C:\dir\|b.exe)",
-              "C:/dir/b.exe => C:/dir/|b.exe", R"(C:\dir/b.exe => C:\dir/|b.exe)", R"(C:/dir\b.exe => C:/dir\|b.exe)",
-              R"(C:\dir\ => C:\dir\|)", R"(\ => \|)", R"(C:\dir\b.exe?x=1 => C:\dir\|b.exe)",
-              R"(C:\dir\b.exe?a/b => C:\dir\|b.exe)", R"(C:\a?b\c.exe => C:\|a)", "?x => |"});
-}
-
 TEST_F(Files, ModesOfSavingPutTheTextWhereTheySay) {
   const std::vector<std::tuple<int, std::string, std::string>> cases = {
       {0, "new", "new"}, {1, "old\nnew", "new"}, {-1, "old\nnew", "new"}, {2, "new\r\nold\n", "new\r\n"},

@@ -85,22 +85,6 @@ TEST_F(EditorTest, ASaveGoesWhereItCanAndHarmsNoOtherFile) {
   EXPECT_EQ(std::distance(files, {}), 3) << "the program and both files";
 }
 
-TEST_F(EditorTest, CloseAsksAboutChangesAndHeedsTheAnswer) {
-  folder.Write(L"killlist.txt", "a.exe");
-  Open();
-  Append(L";");
-  Press(Child(editor, L"BUTTON", L"&Cancel"));
-  const auto box = velmaro.Await();
-  EXPECT_EQ(box.text, L"Do you want to save the changes?");
-  EXPECT_TRUE(::GetDlgItem(box.window, IDYES) && ::GetDlgItem(box.window, IDNO));
-  box.Answer(IDCANCEL);
-  EXPECT_EQ(Text(Child(editor, L"EDIT")), L"a.exe;");
-  ::PostMessageW(editor, WM_CLOSE, 0, 0);
-  velmaro.Await().Answer(IDYES);
-  EXPECT_TRUE(Gone(editor));
-  EXPECT_EQ(folder.Read(L"killlist.txt"), "a.exe;");
-}
-
 TEST_F(EditorTest, EndOfTheSessionAsksToo) {
   Open();
   Append(L"a.exe");

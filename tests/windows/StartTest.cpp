@@ -79,24 +79,6 @@ TEST(StartTest, ListsAndMemoryComeBeforeTheTarget) {
   EXPECT_EQ(ClassOf(ReportOf(probe).id), static_cast<DWORD>(HIGH_PRIORITY_CLASS));
 }
 
-TEST(StartTest, LoudRunAsksAndTellsAndWaitsForTheUser) {
-  const Folder folder;
-  folder.Write(L"killlist.txt", "Doomed.exe");
-  const auto doomed = StartProbe(folder.Probe(L"Doomed.exe"));
-  const auto probe = folder.Probe(L"Target.exe");
-  const Velmaro velmaro(folder, L"/k /i \"" + probe + L'"');
-  const auto question = velmaro.Await();
-  EXPECT_EQ(question.defaultButton, IDNO);
-  question.Answer(IDNO);
-  const auto status = velmaro.Await();
-  EXPECT_EQ(status.text, L"target.exe process has been set to IDLE.");
-  EXPECT_EQ(velmaro.Windows().size(), 1U);
-  status.Answer(IDOK);
-  EXPECT_EQ(velmaro.ExitCode(), 0);
-  EXPECT_TRUE(doomed.Lives());
-  EXPECT_EQ(ClassOf(ReportOf(probe).id), static_cast<DWORD>(IDLE_PRIORITY_CLASS));
-}
-
 TEST(StartTest, AttendedStartShowsAFilledList) {
   const Folder folder;
   const Velmaro velmaro(folder, L"  ");
