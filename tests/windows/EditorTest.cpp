@@ -75,11 +75,14 @@ TEST_F(EditorTest, ASaveGoesWhereItCanAndHarmsNoOtherFile) {
   folder.Write(L"killlist.txt", std::string("\xFF\xFE\x3D\xD8\x00\xDE", 6));
   EXPECT_EQ(save(), std::string("\xFF\xFE\x3D\xD8\x00\xDEz\0", 8));
   // More than any memory holds.
-  std::filesystem::resize_file(path, std::uintmax_t{200} << 30);
+  const LARGE_INTEGER length{.QuadPart = 200LL << 30};
+  const OwnedHandle large(::CreateFileW(path.c_str(), GENERIC_WRITE, 7, nullptr, OPEN_EXISTING, 0, nullptr));
+  ASSERT_TRUE(::SetFilePointerEx(large.get(), length, nullptr, FILE_BEGIN) && ::SetEndOfFile(large.get()));
   Open();
   Append(L"z");
   Leave(L"&OK");
-  EXPECT_EQ(std::filesystem::file_size(path), std::uintmax_t{200} << 30);
+  LARGE_INTEGER after{};
+  EXPECT_TRUE(::GetFileSizeEx(large.get(), &after) && after.QuadPart == length.QuadPart);
   EXPECT_EQ(folder.Read(L"killlist.txt.tmp"), "own");
   const std::filesystem::directory_iterator files(std::filesystem::path(path).parent_path());
   EXPECT_EQ(std::distance(files, {}), 3) << "the program and both files";

@@ -113,6 +113,9 @@ std::int64_t GetFileLength(const std::string& path) {
 }
 
 bool IsWriteProtected(const std::string& path) {
+  // An administrator of another system below this one may write in spite of the mark.
+  const auto marks = ::GetFileAttributesW(Widen(path).c_str());
+  if (marks != INVALID_FILE_ATTRIBUTES && (marks & FILE_ATTRIBUTE_READONLY)) return true;
   const OwnedFile file(ToNumber(Create(path, {FILE_WRITE_DATA, OPEN_EXISTING})));
   return !file && ::GetLastError() == ERROR_ACCESS_DENIED;
 }
