@@ -93,8 +93,17 @@ bool ServerAnswers() {
 }  // namespace
 
 XServer* TheXServer() {
-  static const auto server = ServerAnswers() ? std::make_unique<XServer>() : nullptr;
-  return server && server->Works() ? server.get() : nullptr;
+  struct Held {
+    pid_t holder = 0;
+    std::unique_ptr<XServer> server;
+  };
+  static Held held;
+  if (held.holder != ::getpid()) {
+    // A line that was taken over from a parent is the parent's, and not even to be closed.
+    static_cast<void>(held.server.release());
+    held = {::getpid(), ServerAnswers() ? std::make_unique<XServer>() : nullptr};
+  }
+  return held.server && held.server->Works() ? held.server.get() : nullptr;
 }
 
 }  // namespace onlinux

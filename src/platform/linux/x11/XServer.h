@@ -58,7 +58,7 @@ class XServer {
   std::map<std::string, xcb_atom_t> atoms_;
 };
 
-// The X server of the user's desktop, connected to at first use; null where there is none.
+// The X server of the user's desktop, connected to at first use, by each process for itself; null where there is none.
 XServer* TheXServer();
 
 }  // namespace onlinux
