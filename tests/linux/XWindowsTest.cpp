@@ -185,7 +185,7 @@ TEST_F(LinuxWindows, TheFirstWindowOfAStartGetsItsStateWhateverStandsBetween) {
   const auto all = [&] {
     const auto stranger = NewWindow("a stranger's");
     StartAndShow("/max", "exec xev", ShowState::Maximized);
-    StartAndShow("/min", "sleep 0.1; xev; true", ShowState::Minimized);
+    StartAndShow("/min", "xev -name first & sleep 0.3; kill $!; xev; true", ShowState::Minimized);
     StartAndShow("/hide", "xev & exit", ShowState::Hidden);
     StartAndShow("/min", "(env --unset=VELMARO_START xev; true) & wait", ShowState::Minimized);
     const auto splash = NewWindow("splash");

@@ -16,6 +16,9 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 
+// Many a game takes its first window away and shows another, or the same again, before it settles.
+constexpr milliseconds settlingTime{1000};
+
 // What a program shows beside its windows, or before the first of them.
 bool IsForShow(XServer& server, xcb_window_t window) {
   constexpr std::array kinds{"SPLASH",        "TOOLTIP", "NOTIFICATION", "MENU", "POPUP_MENU",
@@ -82,17 +85,25 @@ bool ShowFirstWindow(const Descent& descent, ShowState state, milliseconds limit
   Listen(server);
   const auto end = Clock::now() + limit;
   xcb_window_t window = XCB_NONE;
+  constexpr auto notYet = Clock::time_point::max();
+  auto settled = notYet;  // when the window will have kept its state for long enough
   for (auto left = limit; server.Works() && left.count() > 0;
        left = std::chrono::ceil<milliseconds>(end - Clock::now())) {
     // The number of a window that went away can be a stranger's by now.
-    if (!ReadFacts(server, window) || !BelongsTo(server, window, descent)) window = FindFirst(server, descent);
-    if (window != XCB_NONE) {
-      if (!IsInState(server, window, state)) RequestState(server, window, state);
-      if (IsInState(server, window, state)) return true;
+    if (!ReadFacts(server, window) || !BelongsTo(server, window, descent)) {
+      window = FindFirst(server, descent);
+      settled = notYet;
+    }
+    if (window != XCB_NONE && IsInState(server, window, state)) {
+      settled = std::min(settled, Clock::now() + settlingTime);
+      if (Clock::now() >= settled) return true;
+    } else if (window != XCB_NONE) {
+      RequestState(server, window, state);
+      settled = notYet;
     }
     AwaitNews(server, left);
   }
-  return false;
+  return settled != notYet;
 }
 
 }  // namespace onlinux
