@@ -1,7 +1,7 @@
-# The front door: make run | run-windows | test | install | bench | dist
+# The front door: make run | run-windows | test | install | uninstall | bench | deb | dist
 # One at a time: what each of them installs must not meet the other's, and a build uses all cores by itself.
 .NOTPARALLEL:
-.PHONY: run run-windows test install bench dist linux windows native native-asan
+.PHONY: run run-windows test install uninstall bench deb dist linux windows native native-asan
 
 # The command line reaches the program through the environment alone, so that no quote or dollar sign in it is lost.
 export VELMARO_ARGS := $(value ARGS)
@@ -22,7 +22,14 @@ install: linux
 bench: native linux windows
 	@tools/bench.sh
 
-dist: windows
+# Takes away what the last make install put there; with DESTDIR, below it.
+uninstall:
+	@sed "s|^|$(DESTDIR)|" build/linux/install_manifest.txt | tr '\n' '\0' | xargs -0r rm -f --
+
+deb: linux
+	@tools/deb.sh
+
+dist: linux windows
 	@tools/dist.sh
 
 linux windows native native-asan:

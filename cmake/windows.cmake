@@ -25,7 +25,7 @@ if(TARGET velmaro AND EXISTS ${CMAKE_SOURCE_DIR}/src/startup/main.cpp)
   if(CMAKE_SYSTEM_PROCESSOR STREQUAL i686)
     target_link_options(velmaro_exe PRIVATE -Wl,--large-address-aware)
   endif()
-  target_link_options(velmaro_exe PRIVATE -s -Wl,--gc-sections
+  target_link_options(velmaro_exe PRIVATE -s -Wl,--gc-sections -Wl,--no-insert-timestamp
     -Wl,--dynamicbase -Wl,--nxcompat -Wl,--enable-reloc-section)
 endif()
 

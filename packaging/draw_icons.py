@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Draws Velmaro's pictures: draw_icons.py FOLDER, or draw_icons.py --png NAME SIZE FILE."""
+"""Draws Velmaro's pictures: draw_icons.py FOLDER, draw_icons.py --png NAME SIZE FILE, or draw_icons.py --svg NAME FILE."""
 import math
 import pathlib
 import struct
@@ -121,9 +121,18 @@ def icon(name):
     return directory + b''.join(images)
 
 
+def svg(name):
+    """The picture as a drawing that scales."""
+    shapes = [f'<path fill="#{bytes(colour).hex()}" d="M' + 'L'.join(f'{x:.3f},{y:.3f}' for x, y in outline) + 'Z"/>'
+              for colour, outlines in PICTURES[name] for outline in outlines]
+    return '\n'.join([f'<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 {GRID} {GRID}">', *shapes, '</svg>', ''])
+
+
 def main(arguments):
     if len(arguments) == 4 and arguments[0] == '--png':
         pathlib.Path(arguments[3]).write_bytes(png(draw(arguments[1], int(arguments[2]))))
+    elif len(arguments) == 3 and arguments[0] == '--svg':
+        pathlib.Path(arguments[2]).write_text(svg(arguments[1]))
     elif len(arguments) == 1 and not arguments[0].startswith('-'):
         folder = pathlib.Path(arguments[0])
         folder.mkdir(parents=True, exist_ok=True)

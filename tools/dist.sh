@@ -1,16 +1,35 @@
 #!/usr/bin/env bash
-# Writes dist/velmaro-3.0.zip: velmaro.exe, the README and a sample of each list file.
+# Writes a release into dist/: the zip for Windows, the Debian package, the source archive, and SHA256SUMS.
 set -euo pipefail
 cd "$(dirname "$0")/.."
+. tools/epoch.sh
+umask 022
+version=3.0.0
 stage=$(mktemp -d)
 trap 'rm -rf "$stage"' EXIT
-cp build/windows/velmaro.exe "$stage"
+rm -rf dist
+mkdir dist
+
+tools/deb.sh
+
+mkdir "$stage/zip"
+cp build/windows/velmaro.exe "$stage/zip"
+python3 tools/player_text.py README.md >"$stage/README.txt"
 # Velmaro ends a line at a carriage return, as the system's own editors write it.
-for text in README.md packaging/samples/killlist.txt packaging/samples/nokilllist.txt; do
-  sed 's/$/\r/' "$text" >"$stage/${text##*/}"
+for text in "$stage/README.txt" packaging/samples/killlist.txt packaging/samples/nokilllist.txt; do
+  sed 's/$/\r/' "$text" >"$stage/zip/${text##*/}"
 done
-mkdir -p dist
-zip=$PWD/dist/velmaro-3.0.zip
-rm -f "$zip"
-(cd "$stage" && cmake -E tar cf "$zip" --format=zip velmaro.exe README.md killlist.txt nokilllist.txt)
-echo "dist/velmaro-3.0.zip"
+(cd "$stage/zip" && cmake -E tar cf "$OLDPWD/dist/velmaro-$version-windows.zip" --format=zip \
+  --mtime="$(date -d "@$SOURCE_DATE_EPOCH" '+%F %T UTC')" velmaro.exe README.txt killlist.txt nokilllist.txt)
+
+# What is there, not what was committed: a source archive holds no history to ask.
+sources() {
+  if git rev-parse --git-dir >/dev/null 2>&1; then git ls-files -z
+  else find . -path ./build -prune -o -path ./dist -prune -o -type f -printf '%P\0'; fi
+}
+sources | sort -z | tar --create --no-recursion --transform="s,^,velmaro-$version/," --mtime="@$SOURCE_DATE_EPOCH" \
+  --owner=0 --group=0 --numeric-owner --mode=u+rw,go=rX --format=gnu --null --files-from=- |
+  gzip -9n >"dist/velmaro-$version.tar.gz"
+
+(cd dist && sha256sum -- velmaro* >SHA256SUMS)
+ls -l dist

@@ -217,7 +217,12 @@ TEST(LinuxStarts, AnInstalledProgramFindsItsToolkitAndKeepsItsListsWithItsUser) 
   EXPECT_FALSE(listed.Runs());
   EXPECT_NE(ReadBytes(folder / "usr/etc/security/limits.d/velmaro.conf").find("\n@velmaro - nice -10\n"),
             std::string::npos);
-  for (const auto* file : {"applications/velmaro.desktop", "icons/hicolor/128x128/apps/velmaro.png"})
+  const auto asked = "'" + folder / "usr/bin/velmaro' --version >'" + folder / "said' && '" +
+                     folder / "usr/bin/velmaro" + "' --help >>'" + folder / "said'";
+  EXPECT_EQ(std::system(asked.c_str()), 0);
+  EXPECT_TRUE(ReadBytes(folder / "said").starts_with("velmaro 3.0.0\nUsage: velmaro "));
+  for (const auto* file :
+       {"applications/velmaro.desktop", "icons/hicolor/128x128/apps/velmaro.png", "man/man1/velmaro.1.gz"})
     EXPECT_TRUE(fs::exists(folder / "usr/share/" + file)) << file;
 }
 

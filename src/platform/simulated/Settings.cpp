@@ -15,6 +15,8 @@ std::string AppFolder() { return TheDesktop().appFolder; }
 
 char PathSeparator() { return '\\'; }
 
+bool AnswersTheShell() { return false; }
+
 bool SwitchesAreWords() { return false; }
 
 bool LineFeedEndsLine() { return false; }

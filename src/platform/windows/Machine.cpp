@@ -40,6 +40,8 @@ std::string AppFolder() {
 
 char PathSeparator() { return '\\'; }
 
+bool AnswersTheShell() { return false; }
+
 bool SwitchesAreWords() { return false; }
 
 bool LineFeedEndsLine() { return false; }

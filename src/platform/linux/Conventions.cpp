@@ -1,0 +1,43 @@
+#include <unistd.h>
+
+#include <string>
+#include <string_view>
+
+#include "platform/machine.h"
+
+namespace platform {
+namespace {
+
+constexpr std::string_view Help =
+    "Usage: velmaro [SWITCH]... [PROGRAM [ARGUMENT]...]\n"
+    "Opens the window, or starts PROGRAM at a priority and opens none.\n"
+    "\n"
+    "  /q             ask nothing and show no result; become the program, as nice does\n"
+    "  /h             High priority\n"
+    "  /i             Idle priority; without /h and /i it is Real Time\n"
+    "  /max /min /hide /normal\n"
+    "                 how the first window of the program shows\n"
+    "  /k [FILE.txt]  end the programs of a kill list first\n"
+    "  /y [FILE.txt]  spare the programs of a no-kill list\n"
+    "  /m             free memory first\n"
+    "  /x [TITLE]     hide the window with that title soon after the start\n"
+    "  /?             show the switches in a box\n"
+    "  --help         print this, and end\n"
+    "  --version      print the version, and end\n"
+    "\n"
+    "More: man velmaro, https://velmaro.example/\n";
+
+constexpr std::string_view Version = "velmaro " VELMARO_VERSION "\n";
+
+}  // namespace
+
+bool AnswersTheShell() {
+  auto line = CommandLine();
+  if (line.ends_with('\0')) line.pop_back();
+  const auto answer = line == "--help" ? Help : line == "--version" ? Version : std::string_view();
+  if (answer.empty()) return false;
+  // Nobody may be left to read it.
+  return ::write(STDOUT_FILENO, answer.data(), answer.size()) != 0;
+}
+
+}  // namespace platform
