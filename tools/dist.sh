@@ -19,8 +19,16 @@ python3 tools/player_text.py README.md >"$stage/README.txt"
 for text in "$stage/README.txt" packaging/samples/killlist.txt packaging/samples/nokilllist.txt; do
   sed 's/$/\r/' "$text" >"$stage/zip/${text##*/}"
 done
-(cd "$stage/zip" && cmake -E tar cf "$OLDPWD/dist/velmaro-$version-windows.zip" --format=zip \
-  --mtime="$(date -d "@$SOURCE_DATE_EPOCH" '+%F %T UTC')" velmaro.exe README.txt killlist.txt nokilllist.txt)
+# An archiver would note when each file was last read.
+(cd "$stage/zip" && python3 - "$OLDPWD/dist/velmaro-$version-windows.zip" <<'PACK'
+import os, sys, time, zipfile
+with zipfile.ZipFile(sys.argv[1], 'w', zipfile.ZIP_DEFLATED) as archive:
+    for name in ('velmaro.exe', 'README.txt', 'killlist.txt', 'nokilllist.txt'):
+        entry = zipfile.ZipInfo(name, time.gmtime(int(os.environ['SOURCE_DATE_EPOCH']))[:6])
+        entry.external_attr = 0o644 << 16
+        archive.writestr(entry, open(name, 'rb').read(), zipfile.ZIP_DEFLATED)
+PACK
+)
 
 # What is there, not what was committed: a source archive holds no history to ask.
 sources() {
