@@ -74,7 +74,9 @@ TEST_F(WindowTest, WindowsWithoutTitleAreListedOnRequest) {
 
 TEST_F(WindowTest, AboutStandsAboveAllUntilItIsClosed) {
   velmaro.Press(L"Free &Mem");
-  ASSERT_TRUE(velmaro.Form());
+  const auto meter = velmaro.Form();
+  ASSERT_TRUE(meter);
+  EXPECT_TRUE(Until([&] { return ::GetForegroundWindow() == meter; }, 5000));
   Front(velmaro.Main());
   Keys({VK_F1});
   HWND about = nullptr;
