@@ -10,9 +10,9 @@ namespace platform {
 
 // The command line behind the program's own name, unchanged: one text, or words, each with a NUL behind it.
 std::string CommandLine();
-// Answers on the standard output what every program of this platform's shell is asked, "--help" and "--version", where
-// one of them is the whole command line. False where nothing of the kind was asked, or can be.
-bool AnswersTheShell();
+// Answers on the standard output what every program of this platform's shell is asked, "--help" and "--version". False
+// for any other question, and where there is no such shell.
+bool AnswersTheShell(std::string_view question);
 // The folder of the list files, without a separator at its end unless it is a root: that of the executable, or, where
 // programs are installed into folders that their users can't write, the user's own folder for this program.
 std::string AppFolder();

@@ -2,8 +2,8 @@
 #include "platform/machine.h"
 #include "runtime/Application.h"
 
-int main() {
-  if (platform::AnswersTheShell()) return 0;
+int main(int count, char** arguments) {
+  if (count == 2 && platform::AnswersTheShell(arguments[1])) return 0;
   velmaro::Application application;
   application.Default<velmaro::formVelmaro>().Show();
   application.Run();

@@ -1,6 +1,5 @@
 #include <unistd.h>
 
-#include <string>
 #include <string_view>
 
 #include "platform/machine.h"
@@ -31,10 +30,8 @@ constexpr std::string_view Version = "velmaro " VELMARO_VERSION "\n";
 
 }  // namespace
 
-bool AnswersTheShell() {
-  auto line = CommandLine();
-  if (line.ends_with('\0')) line.pop_back();
-  const auto answer = line == "--help" ? Help : line == "--version" ? Version : std::string_view();
+bool AnswersTheShell(std::string_view question) {
+  const auto answer = question == "--help" ? Help : question == "--version" ? Version : std::string_view();
   if (answer.empty()) return false;
   // Nobody may be left to read it.
   return ::write(STDOUT_FILENO, answer.data(), answer.size()) != 0;

@@ -15,7 +15,7 @@ std::string AppFolder() { return TheDesktop().appFolder; }
 
 char PathSeparator() { return '\\'; }
 
-bool AnswersTheShell() { return false; }
+bool AnswersTheShell(std::string_view) { return false; }
 
 bool SwitchesAreWords() { return false; }
 

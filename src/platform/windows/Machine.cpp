@@ -40,7 +40,7 @@ std::string AppFolder() {
 
 char PathSeparator() { return '\\'; }
 
-bool AnswersTheShell() { return false; }
+bool AnswersTheShell(std::string_view) { return false; }
 
 bool SwitchesAreWords() { return false; }
 
