@@ -18,9 +18,10 @@ struct Start {
 
 // What became of it.
 struct Started {
-  std::string program;            // its path
-  int exitCode = 0;               // 0 where it runs, 127 where it is not there, 126 where it can't be run
-  std::int32_t basePriority = 0;  // read back; 0 where nothing runs
+  std::string program;              // its path
+  int exitCode = 0;                 // 0 where it runs, 127 where it is not there, 126 where it can't be run
+  std::uint32_t priorityClass = 0;  // read back; 0 where nothing runs
+  std::string shortfall = {};       // why it is not the one that was asked for, and what would help
 };
 
 // Starts a program with its priority class, so that nobody has to find its process by a name afterwards. Nothing where

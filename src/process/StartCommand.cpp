@@ -5,6 +5,7 @@
 #include "platform/kernel32.h"
 #include "platform/shell32.h"
 #include "platform/user32.h"
+#include "process/ClassChange.h"
 #include "runtime/Boxes.h"
 
 namespace velmaro {
@@ -15,21 +16,6 @@ std::uint32_t ClassOfMode(std::int16_t mode) {
                                   platform::REALTIME_PRIORITY_CLASS, platform::IDLE_PRIORITY_CLASS};
   const auto at = static_cast<std::size_t>(mode);
   return at < classes.size() ? classes[at] : 0;
-}
-
-std::string ClassName(std::int32_t basePriority) {
-  switch (basePriority) {
-    case 24:
-      return "REAL TIME";
-    case 13:
-      return "HIGH";
-    case 8:
-      return "NORMAL";
-    case 4:
-      return "IDLE";
-    default:
-      return "priority " + std::to_string(basePriority);
-  }
 }
 
 }  // namespace
@@ -44,8 +30,10 @@ void StartCommand(const std::string& command, int showCommand) {
 std::optional<platform::Started> StartAtMode(platform::Start start, std::int16_t mode, bool quiet) {
   start.priorityClass = ClassOfMode(mode);
   auto started = platform::StartAtClass(start);
-  if (started && started->basePriority != 0 && !quiet)
-    MsgBox(started->program + " runs at " + ClassName(started->basePriority) + '.', platform::MB_ICONINFORMATION);
+  if (quiet || !started || started->priorityClass == 0) return started;
+  const ClassOutcome outcome{.made = started->shortfall.empty(), .now = started->priorityClass};
+  const auto sentence = ClassSentence(started->program, start.priorityClass, outcome, started->shortfall + '.');
+  MsgBox(sentence, platform::MB_ICONINFORMATION);
   return started;
 }
 

@@ -22,6 +22,7 @@
 #include "Children.h"
 #include "mainform/formVelmaro.h"
 #include "platform/machine.h"
+#include "process/StartCommand.h"
 #include "runtime/Application.h"
 
 namespace velmaro {
@@ -351,6 +352,9 @@ TEST_F(LinuxDesktop, TheLauncherStartsWhatIsTypedAtItsPriority) {
   Pick(RowOf(program));
   Answer("terminate", "Yes");
   Key(*main, Qt::Key_Delete);
+  Answer("launched process has been set to IDLE.", "OK");
+  StartAtMode({.command = '"' + program + "\" 300"}, 3, false);
+  ::kill(Running(program), SIGKILL);
   EXPECT_NE(ReadBytes(folder / "velmaro/settings.conf").find("LastRun=\"" + program + "\" 300\n"), std::string::npos);
 }
 

@@ -60,6 +60,9 @@ TEST(LinuxStarts, AQuietStartBecomesItsProgramAndHandsItsWordsOn) {
   const auto whole = "/q  /i '" + folder / "my.exe.d" + "' \"a  b\" c";
   EXPECT_EQ(ExitCodeOf(StartProgram({whole}, [&] { EXPECT_EQ(::chdir(folder.Path().c_str()), 0); })), 7);
   EXPECT_TRUE(ReadBytes(folder / "out").ends_with("\na  b\nc\n"));
+  WriteBytes(folder / "plain.sh", "exit $1\n");
+  fs::permissions(folder / "plain.sh", fs::perms::owner_all);
+  EXPECT_EQ(RunProgram({"/q", "/i", folder / "plain.sh", "5"}), 5);
   WriteBytes(folder / "broken", "#!/etc/passwd\n");
   fs::permissions(folder / "broken", fs::perms::owner_all);
   EXPECT_EQ(RunProgram({"/q", "no such program", "/h"}), 127);

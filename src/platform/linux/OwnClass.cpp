@@ -58,7 +58,7 @@ Taken TakeClass(std::uint32_t priorityClass) {
     return granted;
   };
   if (priorityClass != 0 && (taken.isSpared || !take(priorityClass)) && realTime) take(platform::HIGH_PRIORITY_CLASS);
-  taken.basePriority = BasePriority(::sched_getscheduler(0), ::getpriority(PRIO_PROCESS, 0));
+  taken.now = ClassOfBasePriority(BasePriority(::sched_getscheduler(0), ::getpriority(PRIO_PROCESS, 0)));
   return taken;
 }
 

@@ -8,9 +8,9 @@ namespace onlinux {
 // What this process got of a priority class that it asked for.
 struct Taken {
   std::uint32_t asked = 0;
-  std::uint32_t got = 0;          // 0: it was left as it is
-  bool isSpared = false;          // Real Time was not asked of the kernel, since it would stop the rest of the machine
-  std::int32_t basePriority = 0;  // read back
+  std::uint32_t got = 0;  // 0: it was left as it is
+  bool isSpared = false;  // Real Time was not asked of the kernel, since it would stop the rest of the machine
+  std::uint32_t now = 0;  // read back
 };
 
 // Gives this process, which is about to become a program, a priority class; 0 leaves it as it is. What is no Real Time

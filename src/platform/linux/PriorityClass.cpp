@@ -12,6 +12,7 @@
 
 #include "platform/kernel32.h"
 #include "platform/linux/ProcFolder.h"
+#include "platform/rights.h"
 
 namespace onlinux {
 namespace {
@@ -92,6 +93,23 @@ std::int32_t BasePriority(int policy, int nice) {
   if (nice <= -10) return 13;
   if (nice < 0) return 10;
   return nice == 0 ? 8 : 6;
+}
+
+std::uint32_t ClassOfBasePriority(std::int32_t basePriority) {
+  switch (basePriority) {
+    case 4:
+      return platform::IDLE_PRIORITY_CLASS;
+    case 6:
+      return platform::BELOW_NORMAL_PRIORITY_CLASS;
+    case 10:
+      return platform::ABOVE_NORMAL_PRIORITY_CLASS;
+    case 13:
+      return platform::HIGH_PRIORITY_CLASS;
+    case 24:
+      return platform::REALTIME_PRIORITY_CLASS;
+    default:
+      return platform::NORMAL_PRIORITY_CLASS;
+  }
 }
 
 std::optional<int> NiceOfClass(std::uint32_t priorityClass) {

@@ -8,6 +8,8 @@ namespace onlinux {
 
 // The base priority that a scheduling policy and a nice value stand for: 24, 13, 10, 8, 6 or 4.
 std::int32_t BasePriority(int policy, int nice);
+// The priority class that such a base priority stands for.
+std::uint32_t ClassOfBasePriority(std::int32_t basePriority);
 // The nice value of a priority class; nothing for Real Time, which has none, and for a number that is no class.
 std::optional<int> NiceOfClass(std::uint32_t priorityClass);
 // Gives one thread, 0 for the caller's, the policy and nice value of a priority class, both in one step. What is

@@ -74,20 +74,7 @@ bool ClassIsReadBack() { return true; }
 std::uint32_t GetPriorityClass(Handle handle) {
   const auto status = StatusOf(handle);
   if (!status) return 0;
-  switch (onlinux::BasePriority(status->policy, status->nice)) {
-    case 4:
-      return IDLE_PRIORITY_CLASS;
-    case 6:
-      return BELOW_NORMAL_PRIORITY_CLASS;
-    case 10:
-      return ABOVE_NORMAL_PRIORITY_CLASS;
-    case 13:
-      return HIGH_PRIORITY_CLASS;
-    case 24:
-      return REALTIME_PRIORITY_CLASS;
-    default:
-      return NORMAL_PRIORITY_CLASS;
-  }
+  return onlinux::ClassOfBasePriority(onlinux::BasePriority(status->policy, status->nice));
 }
 
 std::string WhatWouldHelp(Handle handle) {

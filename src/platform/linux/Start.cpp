@@ -168,19 +168,33 @@ std::optional<Command> Resolve(const std::vector<std::string>& words, int& error
   return IsProgram(path) ? std::optional(Command{path, words}) : Opener(Absolute(path));
 }
 
+namespace {
+
+// What a file stands for that may be executed and is no program after all: a script that names no interpreter, or a
+// document on a disk where all files may be executed.
+std::optional<Command> InPlaceOf(const Command& command) {
+  const auto path = Absolute(command.path);
+  if (!path.ends_with(".sh")) return Opener(path);
+  Command shell{"/bin/sh", command.words};
+  shell.words.front() = path;
+  shell.words.insert(shell.words.begin(), shell.path);
+  return shell;
+}
+
+}  // namespace
+
 int Become(const Command& command) {
   ::execve(command.path.c_str(), Pointers(command.words).data(), StartEnvironment());
   const auto error = errno;
-  const auto opener = error == ENOEXEC ? Opener(Absolute(command.path)) : std::nullopt;
-  if (opener) ::execve(opener->path.c_str(), Pointers(opener->words).data(), StartEnvironment());
+  const auto other = error == ENOEXEC ? InPlaceOf(command) : std::nullopt;
+  if (other) ::execve(other->path.c_str(), Pointers(other->words).data(), StartEnvironment());
   return error;
 }
 
 Apart StartApart(const Command& command, const std::string& folder, std::uint32_t priorityClass) {
   const auto apart = StartOne(command, folder, priorityClass);
-  // A file that may be executed and is no program after all is one to look at.
-  const auto opener = apart.error == ENOEXEC ? Opener(Absolute(command.path)) : std::nullopt;
-  return opener ? StartOne(*opener, folder, priorityClass) : apart;
+  const auto other = apart.error == ENOEXEC ? InPlaceOf(command) : std::nullopt;
+  return other ? StartOne(*other, folder, priorityClass) : apart;
 }
 
 }  // namespace onlinux

@@ -39,7 +39,8 @@ std::optional<Command> Resolve(const std::vector<std::string>& words, int& error
 // The command that opens a file or an address with the desktop's opener; nothing where there is no opener.
 std::optional<Command> Opener(const std::string& what);
 // Becomes a program, and comes back only with the system's error. A file that may be executed and is no program after
-// all is opened as a document, here and below.
+// all, since it names no interpreter, is run by the shell where its name ends in ".sh" and else opened as a document,
+// here and below.
 int Become(const Command& command);
 
 // A program that was started apart from this one.

@@ -17,6 +17,7 @@
 #include "platform/linux/SharedGroup.h"
 #include "platform/linux/Start.h"
 #include "platform/linux/WindowCalls.h"
+#include "platform/rights.h"
 #include "platform/start.h"
 #include "platform/user32.h"
 
@@ -84,6 +85,11 @@ void LendGroup(std::uint32_t priorityClass) {
   onlinux::DoAside(self.get(), [&] { onlinux::LendGroup(process, self.get(), *nice); });
 }
 
+std::string WhyLess(const onlinux::Taken& taken) {
+  if (taken.got == taken.asked) return {};
+  return taken.isSpared ? "it would leave nothing of a core to other programs" : WhatWouldHelp(0);
+}
+
 Started TakePlace(const Start& start, Command command) {
   const auto taken = onlinux::TakeClass(start.priorityClass);
   if (const auto line = onlinux::Shortfall(taken, command.path); !line.empty()) onlinux::Say(line);
@@ -102,7 +108,7 @@ Started StartBeside(const Start& start, Command command) {
   if (apart.error != 0) return Failed(command.path, apart.error);
   if (const auto line = onlinux::Shortfall(apart.taken, command.path); !line.empty()) onlinux::Say(line);
   tasks.Begin(apart.id);
-  return {.program = command.path, .basePriority = apart.taken.basePriority};
+  return {.program = command.path, .priorityClass = apart.taken.now, .shortfall = WhyLess(apart.taken)};
 }
 
 }  // namespace
