@@ -18,8 +18,7 @@ add_custom_target(velmaro_documents ALL DEPENDS ${compressed})
 install(FILES ${CMAKE_SOURCE_DIR}/packaging/debian/copyright DESTINATION ${document_folder})
 install(FILES ${CMAKE_SOURCE_DIR}/packaging/debian/lintian-overrides RENAME velmaro
   DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides)
-install(FILES ${CMAKE_SOURCE_DIR}/packaging/samples/killlist.txt ${CMAKE_SOURCE_DIR}/packaging/samples/nokilllist.txt
-  DESTINATION ${document_folder}/examples)
+install(DIRECTORY ${CMAKE_SOURCE_DIR}/packaging/linux/samples/ DESTINATION ${document_folder}/examples)
 install(FILES ${CMAKE_SOURCE_DIR}/packaging/linux/velmaro.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 
 set(CPACK_GENERATOR DEB)
@@ -41,7 +40,7 @@ set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION admin)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "pkexec, qt6-wayland")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "pkexec, qt6-wayland, xdg-utils")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA ${CMAKE_SOURCE_DIR}/packaging/debian/conffiles)
 include(CPack)

@@ -1,5 +1,6 @@
 #include "../fuzz/NaiveMatch.h"
 #include "Fixture.h"
+#include "editor/formEdit.h"
 #include "process/KillLists.h"
 
 namespace velmaro {
@@ -143,6 +144,33 @@ TEST_F(KillLists, TheSystemOpensTheListsThatAreInForce) {
   Texts opened;
   for (const auto& start : desktop.starts) opened.push_back(start.file);
   EXPECT_EQ(opened, (Texts{KillList, KillList, "D:\\keep.txt"}));
+}
+
+TEST_F(KillLists, WhereTheShellMayLeaveNothingTheProgramsOwnEditorStepsIn) {
+  desktop.shellTakesEveryFile = false;
+  auto& form = Start("/y D:\\keep.txt");
+  const auto edit = [&](Menu& entry, const std::function<void(formEdit&)>& act) {
+    desktop.Then([&] { act(application.Default<formEdit>()); });
+    Choose(entry);
+  };
+  edit(form.mnuFileEditKillList, [&](formEdit& editor) {
+    EXPECT_TRUE(editor.txtData.Text().starts_with("; The kill list:"));
+    Press(editor.btnCancel);
+  });
+  EXPECT_TRUE(desktop.boxes.empty() && desktop.files.empty()) << "nothing is asked, and nothing written";
+  edit(form.mnuFileEditNoKillList, [&](formEdit& editor) {
+    TypeText(editor.txtData, "a.exe");
+    Press(editor.btnOK);
+  });
+  const auto& saved = desktop.files["D:\\keep.txt"].bytes;
+  EXPECT_TRUE(saved.starts_with("; The no-kill list:") && saved.ends_with("name.\r\na.exe")) << saved;
+  EXPECT_TRUE(desktop.starts.empty());
+  desktop.onStart = [](const auto&) { return 31; };
+  edit(form.mnuFileEditNoKillList, [&](formEdit& editor) {
+    EXPECT_EQ(editor.txtData.Text(), saved);
+    Press(editor.btnCancel);
+  });
+  EXPECT_EQ(desktop.starts.size(), 1U);
 }
 
 TEST_F(KillLists, WhateverTheListsHoldNoCoveredProcessEnds) {

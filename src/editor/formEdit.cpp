@@ -7,6 +7,7 @@
 #include "desktop/modRegistry.h"
 #include "mainform/formVelmaro.h"
 #include "platform/machine.h"
+#include "platform/shell32.h"
 #include "process/KillLists.h"
 #include "runtime/Application.h"
 #include "runtime/Boxes.h"
@@ -29,10 +30,19 @@ std::string HelpText() {
          "Example: Antivirus.exe";
 }
 
-void EditModally(const std::string& file, Form& owner) {
+// What a new list begins with.
+constexpr std::string_view AboutKillList =
+    "; The kill list: one program to a line, closed by \"Free Resources\" or /k.\n"
+    "; Each line ends one running program of that name. Lines that begin with ; are comments.\n";
+constexpr std::string_view AboutNoKillList =
+    "; The no-kill list: nothing that fits a line here is ever ended by Velmaro.\n"
+    "; * stands for any letters, ? for one, # for one digit. A line must fit the end of a program's name.\n";
+
+void EditModally(const std::string& file, std::string_view about, Form& owner) {
   auto& form = App().Default<formEdit>();
   LoadForm(form);
   form.LoadFile(file);
+  if (!platform::ShellTakesEveryFile() && !FileExists(file)) form.Suggest(about);
   form.ShowModal(&owner);
 }
 
@@ -106,6 +116,18 @@ void formEdit::LoadFile(const std::string& file) {
   Modified = false;
 }
 
+void formEdit::Suggest(std::string_view lines) {
+  std::string text;
+  for (const char c : lines) {
+    if (c == '\n' && !platform::LineFeedEndsLine()) text += '\r';
+    text += c;
+  }
+  const auto end = text.size();
+  txtData.SetText(std::move(text));
+  txtData.SetSelStart(end);
+  Modified = false;
+}
+
 std::string formEdit::ReadText() {
   auto bytes = ReadWholeFile(EditFile);
   auto read = FromBytes(bytes);
@@ -157,8 +179,8 @@ void formEdit::btnHelp_Click() { MsgBox(HelpText(), platform::MB_ICONINFORMATION
 
 void formEdit::lblCredits_Click() { ShowCreditsBox(); }
 
-void formVelmaro::mnuEditKillListHere_Click() { EditModally(KillListPath, *this); }
+void formVelmaro::mnuEditKillListHere_Click() { EditModally(KillListPath, AboutKillList, *this); }
 
-void formVelmaro::mnuEditNoKillListHere_Click() { EditModally(NoKillListPath, *this); }
+void formVelmaro::mnuEditNoKillListHere_Click() { EditModally(NoKillListPath, AboutNoKillList, *this); }
 
 }  // namespace velmaro

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "desktop/Tooltip.h"
 #include "runtime/Buttons.h"
@@ -26,6 +27,9 @@ class formEdit : public Form {
   // Puts a file into the editor, an empty text where there is none. A file of more than 65,535 characters brings a
   // warning.
   void LoadFile(const std::string& file);
+  // Puts lines, each with a line feed behind it, into the editor as the beginning of a new list: they are in its file
+  // once the user has saved them.
+  void Suggest(std::string_view lines);
   // True once the user has changed the text.
   bool IsModified() const { return Modified; }
 

@@ -24,7 +24,13 @@ bool NextEntry(LineReader& file, std::string& line, std::string_view& entry) {
   return false;
 }
 
-void OpenInShell(const std::string& path) { platform::ShellExecuteA(0, "", path, "", "", platform::SW_SHOWNORMAL); }
+// Opens a list in the user's own program for it. False where that leaves him without one.
+bool OpensInShell(const std::string& path) {
+  constexpr int done = 33;
+  if (!platform::ShellTakesEveryFile() && !FileExists(path)) return false;
+  const auto result = platform::ShellExecuteA(0, "", path, "", "", platform::SW_SHOWNORMAL);
+  return platform::ShellTakesEveryFile() || result >= done;
+}
 
 }  // namespace
 
@@ -74,8 +80,12 @@ void formVelmaro::btnFree_MouseUp(int Button, int, float, float) {
   if (Button == MouseButton::Right) mnuFileEditKillList_Click();
 }
 
-void formVelmaro::mnuFileEditKillList_Click() { OpenInShell(KillListPath); }
+void formVelmaro::mnuFileEditKillList_Click() {
+  if (!OpensInShell(KillListPath)) mnuEditKillListHere_Click();
+}
 
-void formVelmaro::mnuFileEditNoKillList_Click() { OpenInShell(NoKillListPath); }
+void formVelmaro::mnuFileEditNoKillList_Click() {
+  if (!OpensInShell(NoKillListPath)) mnuEditNoKillListHere_Click();
+}
 
 }  // namespace velmaro

@@ -318,6 +318,28 @@ TEST_F(LinuxDesktop, TheEditorKeepsEveryByteThatTheUserDoesNotTouch) {
   EXPECT_EQ(ReadBytes(killList), "one\r\né" + bytes.substr(3) + "x");
 }
 
+TEST_F(LinuxDesktop, AListIsOpenedByTheDesktopWhereThatHasAProgramForIt) {
+  const std::string path = std::getenv("PATH");
+  const auto script = [&](const std::string& name, const std::string& line) {
+    WriteBytes(folder / name, "#!/bin/sh\n" + line + '\n');
+    fs::permissions(folder / name, fs::perms::owner_all);
+  };
+  WriteBytes(killList, "zzone\n");
+  script("xdg-open", "echo \"$1\" >'" + (folder / "opened") + '\'');
+  script("xdg-mime", "");
+  ::setenv("PATH", (folder.Path() + ':' + path).c_str(), 1);
+  Then([](QWidget& editor) {
+    EXPECT_EQ(editor.findChild<QPlainTextEdit*>()->toPlainText(), "zzone\n");
+    Key(editor, Qt::Key_Escape);
+  });
+  Choose("Edit Kill List...");
+  EXPECT_FALSE(fs::exists(folder / "opened"));
+  script("xdg-mime", "[ \"$*\" = 'query default text/plain' ] && echo editor.desktop");
+  Choose("Edit Kill List...");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return ReadBytes(folder / "opened") == killList + '\n'; }));
+  ::setenv("PATH", path.c_str(), 1);
+}
+
 TEST_F(LinuxDesktop, TheLauncherStartsWhatIsTypedAtItsPriority) {
   const auto program = folder.Sleeper("zz launched");
   ::setenv("HOME", folder.Path().c_str(), 1);

@@ -58,6 +58,7 @@ class Desktop {
   bool rightGiven = false;  // what the user who is asked for it has
   bool commandsMeanTheRow = false;
   bool namesAreWholeParts = false;
+  bool shellTakesEveryFile = true;
   int snapshotsTaken = 0;
   std::vector<std::uint32_t> terminated;  // the numbers of the processes that the program ended
   std::uint32_t AddProcess(const std::string& name, std::int32_t basePriority = 8);

@@ -41,6 +41,8 @@ int ShellExecuteA(WindowHandle owner, const std::string& verb, const std::string
                .owner = owner});
 }
 
+bool ShellTakesEveryFile() { return TheDesktop().shellTakesEveryFile; }
+
 std::uint32_t WinExec(const std::string& commandLine, int showCommand) {
   return static_cast<std::uint32_t>(Note({.call = "WinExec", .file = commandLine, .show = showCommand}));
 }

@@ -34,6 +34,8 @@ std::uint32_t WinExec(const std::string& commandLine, int showCommand) {
   return known ? error : 0;
 }
 
+bool ShellTakesEveryFile() { return true; }
+
 bool Shell(const std::string& commandLine, int windowStyle) { return Run(commandLine, windowStyle) == 0; }
 
 int ShellExecuteA(WindowHandle owner, const std::string& verb, const std::string& file, const std::string& parameters,
