@@ -1,5 +1,7 @@
 #pragma once
 
+#include <sys/resource.h>
+
 #include <ctime>
 
 // Milliseconds of the monotonic clock, which all processes share.
@@ -7,6 +9,18 @@ inline double Now() {
   timespec now{};
   ::clock_gettime(CLOCK_MONOTONIC, &now);
   return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
+}
+
+// Milliseconds of a processor that this process and its ended children have used: what others do on the machine does
+// not count.
+inline double Used() {
+  timespec own{};
+  rusage children{};
+  ::clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &own);
+  ::getrusage(RUSAGE_CHILDREN, &children);
+  return static_cast<double>(own.tv_sec + children.ru_utime.tv_sec + children.ru_stime.tv_sec) * 1e3 +
+         static_cast<double>(own.tv_nsec) / 1e6 +
+         static_cast<double>(children.ru_utime.tv_usec + children.ru_stime.tv_usec) / 1e3;
 }
 
 // What a started probe tells: when it began to run, when it found itself at the nice value that it was told to wait for

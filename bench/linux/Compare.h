@@ -15,8 +15,8 @@ struct Way {
   std::vector<double> times = {};
 };
 
-// Prints the medians and their ratio.
-void PrintRatio(const Way& program, const Way& other);
+// Prints the medians and their ratio, and what the ratio is wanted to be at most; 0 where nothing is wanted.
+void PrintRatio(const Way& program, const Way& other, double wanted = 0);
 
 // Which processes have a program file, by their numbers: the threads of the kernel have none, and nobody asks for it.
 std::vector<bool> HaveProgram();

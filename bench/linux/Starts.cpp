@@ -24,6 +24,7 @@ constexpr int High = -10;
 struct Starter {
   Way toRun;   // until the program runs
   Way toRise;  // until it runs at its nice value
+  Way used;    // of a processor, with the program itself
   std::vector<std::string> words;
 };
 
@@ -33,6 +34,7 @@ bool MayRaise() {
 
 // One start; all of its processes have ended when it returns.
 void Start(Starter& starter, int reports, int wantedNice) {
+  const auto used = Used();
   const auto start = Now();
   const auto child = StartSilent(starter.words);
   ProbeReport report{};
@@ -47,6 +49,7 @@ void Start(Starter& starter, int reports, int wantedNice) {
     throw Failure(starter.words.front() + " left the program at nice " + std::to_string(report.nice));
   starter.toRun.times.push_back(report.began - start);
   starter.toRise.times.push_back(report.settled - start);
+  starter.used.times.push_back(Used() - used);
 }
 
 }  // namespace
@@ -69,16 +72,21 @@ void CompareStarts() {
   const auto pipe = "/proc/" + std::to_string(::getpid()) + "/fd/" + std::to_string(writing.get());
   const bool mayRaise = MayRaise();
   const int wanted = mayRaise ? High : ::getpriority(PRIO_PROCESS, 0);
-  Starter unattended{{"velmaro /q /h PROGRAM, until it runs"}, {"... at nice -10"}, {Beside("velmaro"), "/q", "/h"}};
-  Starter bare{{"nice -n -10 PROGRAM"}, {"nice -n -10 PROGRAM"}, {nice, "-n", std::to_string(High)}};
+  Starter unattended{{"velmaro /q /h PROGRAM, until it runs"},
+                     {"... at nice -10"},
+                     {"... processor time"},
+                     {Beside("velmaro"), "/q", "/h"}};
+  Starter bare{
+      {"nice -n -10 PROGRAM"}, {"nice -n -10 PROGRAM"}, {"nice -n -10 PROGRAM"}, {nice, "-n", std::to_string(High)}};
   for (auto* starter : {&unattended, &bare})
     for (const auto& word : {Beside("velmaro_bench_probe"), pipe, std::to_string(wanted)})
       starter->words.push_back(word);
   constexpr int rounds = 51;
   for (int i = 0; i < rounds; ++i)
     for (auto* starter : {&unattended, &bare}) Start(*starter, reports.get(), wanted);
-  PrintRatio(unattended.toRun, bare.toRun);
+  PrintRatio(unattended.toRun, bare.toRun, 1.15);
   if (mayRaise) PrintRatio(unattended.toRise, bare.toRise);
+  PrintRatio(unattended.used, bare.used, 1.15);
   std::printf(mayRaise ? "all %d starts came to run at nice %d\n"
                        : "nice -10 is refused to this user: all %d starts ran at nice %d\n",
               2 * rounds, wanted);

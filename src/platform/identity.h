@@ -9,6 +9,11 @@
 
 namespace platform {
 
+// Takes a snapshot for a list that is only looked at: names, classes and identities are up to date, and where the
+// platform reads all else process by process, it may be that of an earlier list. What acts on a process takes the other
+// kind.
+Handle CreateListSnapshot();
+
 // True where a command of the window goes to the process of the selected row itself, false where it goes to the first
 // process of that name.
 bool CommandsMeanTheRow();

@@ -41,9 +41,10 @@ std::string EntryName(const platform::PROCESSENTRY32& entry) {
 
 // A snapshot, and the entry at hand.
 struct Walk {
-  Walk() {
+  explicit Walk(bool onlyToList = false) {
     entry.dwSize = sizeof entry;
-    snapshot.Reset(platform::CreateToolhelp32Snapshot(platform::TH32CS_SNAPPROCESS));
+    snapshot.Reset(onlyToList ? platform::CreateListSnapshot()
+                              : platform::CreateToolhelp32Snapshot(platform::TH32CS_SNAPPROCESS));
     more = platform::Process32First(snapshot.get(), entry);
   }
   void Next() { more = platform::Process32Next(snapshot.get(), entry); }
@@ -149,10 +150,10 @@ bool WalkProcesses(std::string_view name, std::int32_t mode, const bool& quiet, 
   bool found = false;
   // A failure anywhere in the walk stops it, and the result is what it then was.
   Resume([&] {
-    Walk walk;
+    const auto sought = SoughtName(name);
+    Walk walk(sought.empty());
     if (name.empty() && list) list->Clear();
     mode = FoldAliases(mode);
-    const auto sought = SoughtName(name);
     for (; walk.more; walk.Next()) {
       if (sought.empty()) {
         if (list && PassesFilter(walk, mode)) AddProcessRow(*list, walk);

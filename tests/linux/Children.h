@@ -165,9 +165,10 @@ inline const VirtualDisplay& TheDisplay() {
   return display;
 }
 
-// What a fresh snapshot says of a process; nothing where it does not list it.
-inline std::optional<platform::PROCESSENTRY32> Listed(pid_t id) {
-  const platform::OwnedHandle snapshot(platform::CreateToolhelp32Snapshot(platform::TH32CS_SNAPPROCESS));
+// What a snapshot, a fresh one, says of a process; nothing where it does not list it.
+inline std::optional<platform::PROCESSENTRY32> Listed(
+    pid_t id, platform::Handle of = platform::CreateToolhelp32Snapshot(platform::TH32CS_SNAPPROCESS)) {
+  const platform::OwnedHandle snapshot(of);
   platform::PROCESSENTRY32 entry;
   entry.dwSize = sizeof entry;
   for (bool more = Process32First(snapshot.get(), entry); more; more = Process32Next(snapshot.get(), entry))

@@ -272,6 +272,30 @@ TEST(LinuxProcesses, ANameStandsForWholePartsOfAPath) {
     EXPECT_FALSE(IsKnownEmulator(other)) << other;
 }
 
+TEST(LinuxProcesses, AListThatIsOnlyLookedAtKeepsUpWithWhatAProcessBecomes) {
+  const TestFolder folder;
+  const auto after = folder.Sleeper("after/zzsame");
+  const auto before = folder / "before/zzsame";
+  fs::create_directories(folder / "before");
+  fs::copy_file("/bin/sh", before);
+  const auto child = ::fork();
+  if (child == 0) Execute({before, "-c", "kill -STOP $$; exec " + after + " 300"});
+  const auto isListedAs = [&](const std::string& path) {
+    const auto entry = Listed(child, CreateListSnapshot());
+    return (entry ? entry->szExeFile : "nothing") == path;
+  };
+  EXPECT_TRUE(Eventually([&] { return isListedAs(before); }));
+  ::setpriority(PRIO_PROCESS, static_cast<id_t>(child), 19);
+  EXPECT_EQ(Listed(child, CreateListSnapshot()).value().pcPriClassBase, 4);
+  EXPECT_TRUE(Eventually([&] { return ::kill(child, SIGCONT) == 0 && Finds(after); }));
+  EXPECT_TRUE(isListedAs(after));
+  fs::rename(after, folder / "zzmoved");
+  EXPECT_TRUE(isListedAs(folder / "zzmoved"));
+  ::kill(child, SIGKILL);
+  EXPECT_TRUE(Eventually([&] { return isListedAs("nothing"); }));
+  ::waitpid(child, nullptr, 0);
+}
+
 TEST(LinuxProcesses, AScriptIsKnownByItsOwnNameAndByItsInterpreters) {
   const TestFolder folder;
   NoKillListPath = folder / "spared";

@@ -2,8 +2,10 @@
 
 #include <climits>
 #include <cstdlib>
+#include <utility>
 
 #include "platform/linux/Handles.h"
+#include "platform/linux/ListedProcesses.h"
 #include "platform/linux/ProcessNames.h"
 
 namespace platform {
@@ -15,6 +17,11 @@ const onlinux::ProcessRecord* LastDelivered(Handle handle) {
 }
 
 }  // namespace
+
+Handle CreateListSnapshot() {
+  auto processes = onlinux::ReadListedProcesses();
+  return processes ? onlinux::Keep(onlinux::Snapshot{.processes = std::move(*processes)}) : InvalidHandle;
+}
 
 bool CommandsMeanTheRow() { return true; }
 

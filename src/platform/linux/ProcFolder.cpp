@@ -19,8 +19,6 @@ struct CloseFolder {
 };
 using Folder = std::unique_ptr<DIR, CloseFolder>;
 
-constexpr std::uint64_t KernelThread = 0x00200000;
-
 template <class Number>
 bool ReadNumber(std::string_view text, Number& number) {
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
@@ -30,13 +28,12 @@ bool ReadNumber(std::string_view text, Number& number) {
 // The library's search for one of several characters calls a function for each one that it passes.
 bool IsBlank(char c) { return c == ' ' || c == '\n'; }
 
-std::vector<std::uint32_t> ReadNumbers(DIR* folder) {
-  std::vector<std::uint32_t> numbers;
+template <class Visit>
+void ForEachNumber(DIR* folder, Visit visit) {
   while (const auto* entry = ::readdir(folder)) {
     std::uint32_t number = 0;
-    if (ReadNumber(std::string_view(entry->d_name), number)) numbers.push_back(number);
+    if (ReadNumber(std::string_view(entry->d_name), number)) visit(number, *entry);
   }
-  return numbers;
 }
 
 }  // namespace
@@ -76,27 +73,39 @@ std::optional<ProcessStatus> ReadStatus(std::uint32_t processId) {
   return ParseStatus(ReadSmall(AT_FDCWD, "/proc/" + std::to_string(processId) + "/stat", 1024));
 }
 
-std::optional<std::vector<ProcessRecord>> ReadProcesses() {
+bool ForEachPlace(const std::function<void(const ProcessPlace&)>& visit) {
   const Folder proc(::opendir("/proc"));
-  if (!proc) return std::nullopt;
-  const int folder = ::dirfd(proc.get());
-  const auto numbers = ReadNumbers(proc.get());
+  if (!proc) return false;
+  std::vector<ProcessPlace> places;
+  ForEachNumber(proc.get(), [&](std::uint32_t id, const dirent& entry) {
+    places.push_back({::dirfd(proc.get()), id, entry.d_name, entry.d_ino});
+  });
+  for (const auto& place : places) visit(place);
+  return true;
+}
+
+std::optional<ProcessRecord> ReadProcess(const ProcessPlace& place) {
+  auto status = ParseStatus(ReadSmall(place.folder, place.path + "/stat", 1024));
+  if (!status || status->Ended()) return std::nullopt;
+  ProcessRecord process{.id = place.id, .status = std::move(*status), .names = {}};
+  if (!process.status.IsKernelThread()) process.names = ReadNames(place.folder, place.path, process.status.shortName);
+  return process;
+}
+
+std::optional<std::vector<ProcessRecord>> ReadProcesses() {
   std::vector<ProcessRecord> processes;
-  processes.reserve(numbers.size());
-  for (const auto number : numbers) {
-    const auto id = std::to_string(number);
-    auto status = ParseStatus(ReadSmall(folder, id + "/stat", 1024));
-    // Nobody can end the kernel's own threads, or gain by their class.
-    if (!status || status->Ended() || status->flags & KernelThread) continue;
-    auto names = ReadNames(folder, id, status->shortName);
-    processes.push_back({number, std::move(*status), std::move(names)});
-  }
-  return processes;
+  const bool read = ForEachPlace([&](const ProcessPlace& place) {
+    auto process = ReadProcess(place);
+    if (process && !process->status.IsKernelThread()) processes.push_back(std::move(*process));
+  });
+  return read ? std::optional(std::move(processes)) : std::nullopt;
 }
 
 std::vector<std::uint32_t> ReadThreads(std::uint32_t processId) {
   const Folder tasks(::opendir(("/proc/" + std::to_string(processId) + "/task").c_str()));
-  return tasks ? ReadNumbers(tasks.get()) : std::vector<std::uint32_t>{};
+  std::vector<std::uint32_t> threads;
+  if (tasks) ForEachNumber(tasks.get(), [&](std::uint32_t id, const dirent&) { threads.push_back(id); });
+  return threads;
 }
 
 }  // namespace onlinux

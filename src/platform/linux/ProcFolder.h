@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -23,12 +24,22 @@ struct ProcessStatus {
 
   // True for a process that has ended and only waits to be forgotten.
   bool Ended() const { return state == 'Z' || state == 'X' || state == 'x'; }
+  // True for a thread of the kernel's own: nobody can end it, or gain by its class.
+  bool IsKernelThread() const { return (flags & 0x00200000) != 0; }
 };
 
 struct ProcessRecord {
   std::uint32_t id = 0;
   ProcessStatus status;
   ProcessNames names;
+};
+
+// Where a process has its own folder in the process folder.
+struct ProcessPlace {
+  int folder = -1;               // the process folder, open
+  std::uint32_t id = 0;          // of the process
+  std::string path;              // of its own folder in there
+  std::uint64_t fileNumber = 0;  // that its own folder has
 };
 
 // Reads a file under an open folder in one call, as far as `room` goes; empty when it can't be read.
@@ -38,6 +49,11 @@ std::string ReadSmall(int folder, const std::string& path, std::size_t room);
 std::optional<ProcessStatus> ParseStatus(std::string_view line);
 // Reads the status of a process; nothing when it is gone.
 std::optional<ProcessStatus> ReadStatus(std::uint32_t processId);
+// Visits all processes in the order of their numbers, also those that have ended and the kernel's own threads. False
+// when they can't be had.
+bool ForEachPlace(const std::function<void(const ProcessPlace&)>& visit);
+// Reads what is known of a process; nothing when it is gone or has ended. One of the kernel's own threads has no names.
+std::optional<ProcessRecord> ReadProcess(const ProcessPlace& place);
 // All running processes in the order of their numbers, without the kernel's own threads. Nothing when they can't be
 // had; a process that goes away meanwhile is left out.
 std::optional<std::vector<ProcessRecord>> ReadProcesses();

@@ -81,8 +81,10 @@ std::string StartedAs(const std::string& process) {
 
 }  // namespace
 
+std::string ReadProgram(int folder, const std::string& id) { return ReadLink(folder, id + "/exe"); }
+
 ProcessNames ReadNames(int folder, const std::string& id, const std::string& shortName) {
-  ProcessNames names{.program = ReadLink(folder, id + "/exe"), .script = {}};
+  ProcessNames names{.program = ReadProgram(folder, id), .script = {}};
   const bool tells = !names.program.empty() && !IsLoader(names.program);
   if (tells) names.program = WithoutRemark(std::move(names.program));
   if (tells && !MayRunScript(names.program, shortName)) return names;
@@ -98,7 +100,7 @@ std::vector<std::string> ReadAllNames(std::uint32_t processId) {
   if (!status) return {};
   const auto words = ReadWords(AT_FDCWD, process);
   const auto [program, script] = ReadNames(AT_FDCWD, process, status->shortName);
-  std::vector<std::string> names = {program, script, WithoutRemark(ReadLink(AT_FDCWD, process + "/exe")),
+  std::vector<std::string> names = {program, script, WithoutRemark(ReadProgram(AT_FDCWD, process)),
                                     PlainName(status->shortName, words), StartedAs(process)};
   if (!words.empty()) names.push_back(words.front());
   std::erase(names, "");

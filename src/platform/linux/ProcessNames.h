@@ -17,6 +17,9 @@ struct ProcessNames {
   std::string Shown() const { return script.empty() ? program : program + ' ' + script; }
 };
 
+// The path of the executable of a process, told by the open process folder and its place in that; empty where it can't
+// be read, and for a process that has ended.
+std::string ReadProgram(int folder, const std::string& id);
 // The names of a process, told by the open process folder, its place in that and the short name that the kernel keeps.
 ProcessNames ReadNames(int folder, const std::string& id, const std::string& shortName);
 // Every name that a process goes by, whether the system gave it or the process itself.

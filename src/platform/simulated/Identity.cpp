@@ -1,10 +1,13 @@
 #include "platform/identity.h"
 
+#include "platform/kernel32.h"
 #include "platform/simulated/Desktop.h"
 
 using simulated::TheDesktop;
 
 namespace platform {
+
+Handle CreateListSnapshot() { return CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS); }
 
 bool CommandsMeanTheRow() { return TheDesktop().commandsMeanTheRow; }
 

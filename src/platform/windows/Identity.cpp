@@ -1,9 +1,12 @@
 #include "platform/identity.h"
 
+#include "platform/kernel32.h"
 #include "platform/windows/Codepage.h"
 #include "platform/windows/System.h"
 
 namespace platform {
+
+Handle CreateListSnapshot() { return CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS); }
 
 bool CommandsMeanTheRow() { return false; }
 
