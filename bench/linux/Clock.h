@@ -23,10 +23,8 @@ inline double Used() {
          static_cast<double>(children.ru_utime.tv_usec + children.ru_stime.tv_usec) / 1e3;
 }
 
-// What a started probe tells: when it began to run, when it found itself at the nice value that it was told to wait for
-// or gave up, and the value that it then had.
+// What a started probe tells: when it began to run, and the nice value that it then had.
 struct ProbeReport {
   double began;
-  double settled;
   int nice;
 };

@@ -6,6 +6,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 
@@ -22,11 +23,17 @@ namespace fs = std::filesystem;
 constexpr int High = -10;
 
 struct Starter {
-  Way toRun;   // until the program runs
-  Way toRise;  // until it runs at its nice value
-  Way used;    // of a processor, with the program itself
+  Way toRun;  // until the program runs
+  Way used;   // of a processor, with the program itself
   std::vector<std::string> words;
 };
+
+Way QuickestOf(const Way& all) {
+  Way quickest{"... the quickest of them", all.times};
+  std::ranges::sort(quickest.times);
+  quickest.times.resize(all.times.size() / 4);
+  return quickest;
+}
 
 bool MayRaise() {
   return Reap(ForkBound([] { ::_exit(::setpriority(PRIO_PROCESS, 0, High) == 0 ? 0 : 1); }));
@@ -48,7 +55,6 @@ void Start(Starter& starter, int reports, int wantedNice) {
   if (report.nice != wantedNice)
     throw Failure(starter.words.front() + " left the program at nice " + std::to_string(report.nice));
   starter.toRun.times.push_back(report.began - start);
-  starter.toRise.times.push_back(report.settled - start);
   starter.used.times.push_back(Used() - used);
 }
 
@@ -72,20 +78,16 @@ void CompareStarts() {
   const auto pipe = "/proc/" + std::to_string(::getpid()) + "/fd/" + std::to_string(writing.get());
   const bool mayRaise = MayRaise();
   const int wanted = mayRaise ? High : ::getpriority(PRIO_PROCESS, 0);
-  Starter unattended{{"velmaro /q /h PROGRAM, until it runs"},
-                     {"... at nice -10"},
-                     {"... processor time"},
-                     {Beside("velmaro"), "/q", "/h"}};
-  Starter bare{
-      {"nice -n -10 PROGRAM"}, {"nice -n -10 PROGRAM"}, {"nice -n -10 PROGRAM"}, {nice, "-n", std::to_string(High)}};
+  Starter unattended{{"velmaro /q /h PROGRAM, until it runs"}, {"... processor time"}, {Beside("velmaro"), "/q", "/h"}};
+  Starter bare{{"nice -n -10 PROGRAM"}, {"nice -n -10 PROGRAM"}, {nice, "-n", std::to_string(High)}};
   for (auto* starter : {&unattended, &bare})
-    for (const auto& word : {Beside("velmaro_bench_probe"), pipe, std::to_string(wanted)})
-      starter->words.push_back(word);
-  constexpr int rounds = 51;
+    for (const auto& word : {Beside("velmaro_bench_probe"), pipe}) starter->words.push_back(word);
+  constexpr int rounds = 101;
   for (int i = 0; i < rounds; ++i)
     for (auto* starter : {&unattended, &bare}) Start(*starter, reports.get(), wanted);
   PrintRatio(unattended.toRun, bare.toRun, 1.15);
-  if (mayRaise) PrintRatio(unattended.toRise, bare.toRise);
+  // A start in a group of its own waits its turn where others want the core; the quickest ones had it for themselves.
+  PrintRatio(QuickestOf(unattended.toRun), QuickestOf(bare.toRun), 1.15);
   PrintRatio(unattended.used, bare.used, 1.15);
   std::printf(mayRaise ? "all %d starts came to run at nice %d\n"
                        : "nice -10 is refused to this user: all %d starts ran at nice %d\n",

@@ -2,6 +2,7 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <cstdlib>
 
 #include "../Times.h"
 #include "Compare.h"
@@ -30,6 +31,8 @@ void PrintRatio(const Way& program, const Way& other, double wanted) {
 int main() {
   try {
     StayOnOneCore();
+    if (double load = 0; ::getloadavg(&load, 1) == 1 && load > 1)
+      std::printf("others use this machine (load %.1f): only processor times count\n", load);
     CompareWalks();
     CompareStarts();
     CompareShares();
