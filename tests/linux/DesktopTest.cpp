@@ -46,6 +46,15 @@ void Click(QWidget& window, const QString& caption) {
   QTest::mouseClick(&Find<Widget>(window, caption), Qt::LeftButton);
 }
 
+// Counts how often a widget is painted.
+struct Paints : QObject {
+  int times = 0;
+  bool eventFilter(QObject*, QEvent* event) override {
+    times += event->type() == QEvent::Paint;
+    return false;
+  }
+};
+
 bool Shows(const QLabel* tip) { return tip->isVisible() && tip->window()->windowType() == Qt::ToolTip; }
 
 // The real program on a screen that nobody sees. What the user does in a box or dialog is queued beforehand.
@@ -262,8 +271,17 @@ TEST_F(LinuxDesktop, ARefreshInTheBackgroundKeepsTheRowAndThePlaceOfTheList) {
   EXPECT_EQ(List().currentIndex().row(), RowOf(picked));
   EXPECT_TRUE(List().selectionModel()->isSelected(List().currentIndex()));
   EXPECT_EQ(bar.value(), RowOf(folder / "zz5"));
+  Paints paints;
+  List().viewport()->installEventFilter(&paints);
+  const auto refresh = [&] {
+    paints.times = 0;
+    app.Default<formVelmaro>().Timer1_Timer();
+    QTest::qWait(50);
+    return paints.times;
+  };
+  EXPECT_TRUE(Eventually([&] { return refresh() == 0; })) << "a list that has not changed is not painted anew";
   children.pop_back();
-  app.Default<formVelmaro>().Timer1_Timer();
+  EXPECT_GT(refresh(), 0);
   EXPECT_FALSE(List().currentIndex().isValid()) << "no other row takes the place of one that is gone";
   EXPECT_EQ(bar.value(), RowOf(folder / "zz5"));
 }

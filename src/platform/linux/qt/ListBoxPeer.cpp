@@ -91,11 +91,20 @@ ListWidget* NewList(const velmaro::ListBox& list) {
 }  // namespace
 
 QVariant RowSource::data(const QModelIndex& index, int role) const {
-  if (role != Qt::DisplayRole || index.row() >= list_.ListCount()) return {};
-  return ToQtLine(list_.List(index.row()));
+  if (role != Qt::DisplayRole || index.row() >= rowCount({})) return {};
+  return ToQtLine(rows_[static_cast<std::size_t>(index.row())]);
 }
 
-ListBoxPeer::ListBoxPeer(velmaro::ListBox& list) : ControlPeer(list, NewList(list)), list_(list), rows_(list) {
+void RowSource::Take(const velmaro::ListBox& list) {
+  std::vector<std::string> rows;
+  for (int row = 0; row < list.ListCount(); ++row) rows.push_back(list.List(row));
+  if (rows == rows_) return;
+  beginResetModel();
+  rows_ = std::move(rows);
+  endResetModel();
+}
+
+ListBoxPeer::ListBoxPeer(velmaro::ListBox& list) : ControlPeer(list, NewList(list)), list_(list) {
   auto& widget = static_cast<ListWidget&>(Widget());
   widget.listener = this;
   widget.setModel(&rows_);
@@ -120,7 +129,7 @@ void ListBoxPeer::Apply(velmaro::Change what) {
 void ListBoxPeer::ShowRows() {
   auto& widget = static_cast<ListWidget&>(Widget());
   const auto top = list_.TopIndex();
-  Quietly([&] { rows_.Changed(); });
+  Quietly([&] { rows_.Take(list_); });
   ShowSelected();
   widget.scrollTo(rows_.index(top), QAbstractItemView::PositionAtTop);
   list_.ScrolledByUser(widget.verticalScrollBar()->value());

@@ -1,26 +1,26 @@
 #pragma once
 
 #include <QAbstractListModel>
+#include <string>
+#include <vector>
 
 #include "platform/linux/qt/ControlPeer.h"
 #include "runtime/ListBox.h"
 
 namespace onlinux {
 
-// The rows of a list box, read from the model when they are drawn.
+// The rows of a list box.
 class RowSource : public QAbstractListModel {
  public:
-  explicit RowSource(const velmaro::ListBox& list) : list_(list) {}
-  int rowCount(const QModelIndex& parent) const override { return parent.isValid() ? 0 : list_.ListCount(); }
-  QVariant data(const QModelIndex& index, int role) const override;
-  // All rows may be others now.
-  void Changed() {
-    beginResetModel();
-    endResetModel();
+  int rowCount(const QModelIndex& parent) const override {
+    return parent.isValid() ? 0 : static_cast<int>(rows_.size());
   }
+  QVariant data(const QModelIndex& index, int role) const override;
+  // Takes the rows that a list box has now. Nothing is drawn anew where they are the same.
+  void Take(const velmaro::ListBox& list);
 
  private:
-  const velmaro::ListBox& list_;
+  std::vector<std::string> rows_;
 };
 
 class ListBoxPeer : public ControlPeer {
