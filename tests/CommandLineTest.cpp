@@ -1,5 +1,4 @@
 #include "Fixture.h"
-#include "runtime/Text.h"
 #include "startup/CommandLine.h"
 
 namespace velmaro {
@@ -75,32 +74,6 @@ TEST(CommandLine, WordsAreSwitchesUpToTheProgram) {
               "/k|/y|/i|g| => kill() idle >g|", "/max|/hide|/min|g| => style0 >g|", "/max|/normal|g| => >g|",
               "/max|/min|g| => style2 >g|", "/x|My Game|g|a| => hide(My Game) >g|a|", "/x|game| => hide(ePSXe) >game|",
               "/x|/q|game| => quiet hide(ePSXe) >game|", "/x||game| => hide(ePSXe) >game|", "/x| => hide(ePSXe) >"});
-}
-
-TEST(CommandLine, PositionsAreSixteenBitsWide) {
-  const std::string far(32767, 'a');
-  EXPECT_FALSE(ReadCommandLine(far + "/q", "C:\\V\\").quiet);
-  EXPECT_TRUE(ReadCommandLine(far.substr(1) + "/q", "C:\\V\\").quiet);
-}
-
-TEST(CommandLine, AnyBytesAreReadAndStartTheProgramOneWayOrTheOther) {
-  Texts pieces = {"/q", "/x",   "/max", "/y", "/k", "/m", "/h",      "/i",
-                  "/?", ".txt", "\"",   " ",  " ",  "\\", "vgs.exe", "game.exe"};
-  for (int byte = 0; byte < 256; byte += 9) pieces.emplace_back(1, static_cast<char>(byte));
-  RandomTexts random(1, pieces);
-  for (int round = 0; round < 300; ++round) {
-    const auto line = random.Next(round % 30 == 0 ? 20000 : 15).substr(0, 32767);
-    const auto options = ReadCommandLine(line, "C:\\V\\");
-    ASSERT_EQ(Trim(options.target), options.target) << line;
-    ASSERT_EQ(options.quiet, InStr(1, line, "/q", Compare::IgnoreCase) != 0 && !options.help) << line;
-    Program program;
-    auto& desktop = program.desktop;
-    desktop.memory.available = desktop.memory.total - (4U << 20);
-    desktop.AddProcess("game.exe");
-    const bool shows = simulated::Shows(program.Start(line));
-    EXPECT_NE(shows, program.application.Ended()) << line;
-    EXPECT_TRUE(desktop.misuse.empty() && desktop.OpenHandles() == 0 && desktop.terminated.empty()) << line;
-  }
 }
 
 }  // namespace

@@ -1,5 +1,4 @@
 #include "Fixture.h"
-#include "desktop/Tooltip.h"
 #include "editor/formEdit.h"
 #include "runtime/Files.h"
 
@@ -232,23 +231,6 @@ TEST_F(Editor, TheLayoutFollowsTheWindow) {
     EXPECT_EQ(form.btnCancel.At(), (Bounds{form.ScaleWidth() - 1470, text.Height + 15, 1440, 435}));
     Press(form.btnOK);
   });
-}
-
-TEST_F(Editor, ALiveTooltipTakesATitleAndAnIconTogether) {
-  Tooltip tip;
-  tip.Create();
-  EXPECT_TRUE(desktop.tooltips.empty()) << "without a control there is none";
-  tip.SetParentControl(&application.Default<formVelmaro>().btnFree);
-  tip.Create();
-  const auto& shown = desktop.tooltips.begin()->second;
-  tip.SetTitle("title");
-  EXPECT_EQ(shown.title, "");
-  tip.SetIcon(1);
-  EXPECT_EQ(shown.title + std::to_string(shown.icon), "title1");
-  tip.SetTipText("new");
-  tip.SetForeColor(0);
-  EXPECT_EQ(shown.tool->lpszText, "new");
-  EXPECT_EQ(shown.textColor, 0U) << "black is a colour here, and none at Create";
 }
 
 }  // namespace

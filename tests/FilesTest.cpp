@@ -1,6 +1,5 @@
 #include "Fixture.h"
 #include "desktop/modFiles.h"
-#include "desktop/modRegistry.h"
 
 namespace velmaro {
 namespace {
@@ -48,13 +47,6 @@ TEST_F(Files, ReadingTakesTheWholeFileAndMakesAMissingOne) {
   desktop.files["C:\\dir"].folder = true;
   EXPECT_EQ(ReadTextFile("C:\\dir"), "");
   EXPECT_EQ(ReadTextFile(""), "");
-}
-
-TEST_F(Files, AnEmptyFileCountsAsAbsent) {
-  desktop.files = {
-      {"C:\\empty", {}}, {"C:\\one", {.bytes = "x", .locked = true}}, {"C:\\dir", {.bytes = "x", .folder = true}}};
-  EXPECT_TRUE(FileExists("C:\\ONE"));
-  for (const auto* name : {"C:\\empty", "C:\\dir", "C:\\none", ""}) EXPECT_FALSE(FileExists(name)) << name;
 }
 
 }  // namespace

@@ -1,4 +1,3 @@
-#include "../fuzz/NaiveMatch.h"
 #include "Fixture.h"
 #include "editor/formEdit.h"
 #include "process/KillLists.h"
@@ -114,26 +113,6 @@ TEST_F(KillLists, EachLineEndsTheFirstMatchAtMost) {
   EXPECT_EQ(Ended(), (Texts{"a.exe", "d;.exe", "e.exe", "a.exe"}));
 }
 
-TEST_F(KillLists, AnEditedListCountsFromTheNextRead) {
-  auto& form = StartWithLists();
-  const auto terminate = [&](const std::string& name, auto... answer) {
-    Select(form.List1, RowWith(form.List1, name));
-    (desktop.Answer(answer), ...);
-    Choose(form.mnuOptions[4]);
-  };
-  terminate("mame.exe");
-  EXPECT_EQ(Ended(), Texts{});
-  EXPECT_EQ(desktop.boxes.size(), 0U) << "what is spared is not asked about";
-  desktop.files[NoKillList].bytes = "game.exe";
-  terminate("mame.exe", 6);
-  EXPECT_EQ(Ended(), Texts{"mame.exe"});
-  terminate("game.exe");
-  desktop.files[KillList].bytes = "other.exe";
-  desktop.Answer(6);
-  Choose(form.mnuFileKillProcesses);
-  EXPECT_EQ(Ended(), (Texts{"mame.exe", "other.exe"}));
-}
-
 TEST_F(KillLists, TheSystemOpensTheListsThatAreInForce) {
   desktop.onStart = [](const auto&) { return 42; };
   auto& form = Start("/y D:\\keep.txt");
@@ -171,38 +150,6 @@ TEST_F(KillLists, WhereTheShellMayLeaveNothingTheProgramsOwnEditorStepsIn) {
     Press(editor.btnCancel);
   });
   EXPECT_EQ(desktop.starts.size(), 1U);
-}
-
-TEST_F(KillLists, WhateverTheListsHoldNoCoveredProcessEnds) {
-  const Texts names = {"a.exe", "ab.exe", "b19.exe", "[a].exe", "\xC3\x89.exe", "c-d.exe", ";.exe", "x", "a b.exe"};
-  const Texts pieces = {"[a-c]", "[b-d]", "[!b-d]", "[a-", "[][]", "**", "#.exe", "  ;", "[a-\xC3\xA8].exe"};
-  RandomTexts spared(3, Texts{"a", "B", "1", ".exe", ".EXE", "*",  "?",        "#",    "[", "]", "!",
-                              "-", ";", " ", "\r",   "\r\n", "\n", "\xC3\xA9", "\xC3", "c", "x", "\r"} +
-                            pieces);
-  RandomTexts listed(
-      4, {"a.exe", "b.exe", "1.EXE", "\xC3\xA9.exe", "d.exe", "].exe", "e", "x", "\r", "\r", "\"", " ", ";"});
-  auto& form = Start("/q");
-  int ended = 0;
-  int covered = 0;
-  for (int round = 0; round < 800; ++round) {
-    desktop.processes.clear();
-    desktop.terminated.clear();
-    for (const auto& name : names) desktop.AddProcess(name);
-    const auto bytes = desktop.files[NoKillList].bytes = spared.Next(8);
-    desktop.files[KillList].bytes = listed.Next(20);
-    desktop.largestRead = 1 + spared.Below(9);
-    Choose(form.mnuFileKillProcesses);
-    for (const auto& process : desktop.processes) {
-      const bool isCovered = naive::Covers(bytes, process.name);
-      ASSERT_EQ(CanKillProcess(process.name), !isCovered) << process.name << " and\n" << bytes;
-      ASSERT_TRUE(process.alive || !isCovered) << process.name << " and\n" << bytes;
-      ended += !process.alive;
-      covered += isCovered;
-    }
-  }
-  // Both must happen often, or the rounds say nothing.
-  EXPECT_GT(ended, 200);
-  EXPECT_GT(covered, 200);
 }
 
 }  // namespace

@@ -30,26 +30,15 @@ class Layout : public OnDesktop, public testing::WithParamInterface<float> {
   }
 };
 
-TEST_P(Layout, TheListGrowsWithTheWindow) {
+TEST_P(Layout, AWindowBelowItsLimitsSpringsBackUnlessItIsMinimized) {
   auto& form = Start();
   EXPECT_EQ(form.ScaleWidth(), 7170);
   EXPECT_EQ(form.ScaleHeight(), 4110);
   ExpectLaidOut(form);
-  for (const auto& [width, height] : std::vector<std::pair<float, float>>{{12000, 9000}, {7200, 3900}, {6600, 3000}}) {
-    ResizeWindow(form, width, height);
-    EXPECT_NEAR(form.Width(), width, GetParam());
-    ExpectLaidOut(form);
-  }
-  Maximize(form);
-  ExpectLaidOut(form);
-}
-
-TEST_P(Layout, AWindowBelowItsLimitsSpringsBackUnlessItIsMinimized) {
-  auto& form = Start();
   // The smallest whole pixels that reach the limits.
   const Twips width = GetParam() == 10 ? 6500 : 6510;
   const std::vector<std::pair<Bounds, Bounds>> cases = {{{0, 0, 5000, 6000}, {0, 0, width, 6000}},
-                                                        {{0, 0, 9000, 1500}, {0, 0, 9000, 3000}},
+                                                        {{0, 0, 12000, 1500}, {0, 0, 12000, 3000}},
                                                         {{0, 0, 1500, 1500}, {0, 0, width, 3000}},
                                                         {{0, 0, width - GetParam(), 6000}, {0, 0, width, 6000}},
                                                         {{0, 0, width, 3000}, {0, 0, width, 3000}}};
@@ -62,7 +51,7 @@ TEST_P(Layout, AWindowBelowItsLimitsSpringsBackUnlessItIsMinimized) {
   const auto told = Told(form.List1, Change::Bounds) + Told(form.btnFree, Change::Bounds);
   Minimize(form);
   EXPECT_EQ(Told(form.List1, Change::Bounds) + Told(form.btnFree, Change::Bounds), told);
-  Restore(form);
+  Maximize(form);
   ExpectLaidOut(form);
 }
 

@@ -217,12 +217,8 @@ TEST_F(Starting, RegistryValuesAreReadAsTextWhateverTheyAre) {
   constexpr std::uint32_t root = 0x80000002;
   const auto ended = [](std::string text) { return text + '\0'; };
   const std::string longest(254, 'a');
-  const std::vector<std::pair<std::string, std::string>> cases = {{ended("C:\\vgs.exe"), "C:\\vgs.exe"},
-                                                                  {"", ""},
-                                                                  {"a", ""},
-                                                                  {"\x01\x02\x03\x04", "\x01\x02\x03"},
-                                                                  {ended(longest), longest},
-                                                                  {ended(longest + 'a'), ""}};
+  const std::vector<std::pair<std::string, std::string>> cases = {
+      {"", ""}, {"a", ""}, {"\x01\x02\x03\x04", "\x01\x02\x03"}, {ended(longest), longest}, {ended(longest + 'a'), ""}};
   for (const auto& [bytes, text] : cases) {
     desktop.registry[root]["Key"]["Name"].bytes = bytes;
     EXPECT_EQ(RegGetString(root, "Key", "Name"), text);

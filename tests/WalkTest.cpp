@@ -13,13 +13,6 @@ class Walk : public OnDesktop {
     EXPECT_FALSE(WalkProcesses("", filter, true, &list)) << "a list walk finds nobody";
     return Rows(list);
   }
-  // The names that a filter keeps, without their tags.
-  Texts Kept(std::int32_t filter) {
-    auto rows = Listed(filter);
-    for (auto& row : rows) row.erase(0, row.find('\t') + 1);
-    return rows;
-  }
-
   Form form{FormArgs{}};
   ListBox list{form, {}};
 };
@@ -35,28 +28,17 @@ TEST_F(Walk, RowsBearTagAndWholeNameInSnapshotOrder) {
   for (int i = 0; i < list.ListCount(); ++i) EXPECT_EQ(list.ItemData(i), data[i]) << list.List(i);
 }
 
-TEST_F(Walk, FiltersTakeTheExactBasePriority) {
-  for (const int base : {4, 7, 8, 9, 10, 11, 13, 24}) desktop.AddProcess("p" + std::to_string(base), base);
-  const Texts all = Kept(0);
-  EXPECT_EQ(all.size(), 8U);
-  const std::vector<std::pair<int, Texts>> cases = {
-      {1, {"p8"}}, {2, {"p13"}}, {3, {"p24"}}, {4, {"p4"}},   {6, {}},       {-1, {}},
-      {33, {}},    {255, {}},    {32, all},    {64, {"p24"}}, {128, {"p8"}}, {256, {"p13"}},
-  };
-  for (const auto& [filter, names] : cases) EXPECT_EQ(Kept(filter), names) << filter;
-}
-
 TEST_F(Walk, EmulatorsAreKnownByAnyPartOfTheTable) {
   const Texts known = {"EPSXE.exe",  "C:\\Games\\Mame.exe",    "gs.exe",       "e.exe",         "tnkxfs.dat",
                        "no$gmb.exe", "psinex pc emulator.exe", "c:\\folder\\", "vivanonno.exe", "epsxe"};
-  Texts kept;
+  Texts rows;
   for (const auto& name : known) {
     desktop.AddProcess(name, 24);
-    kept.push_back(platform::LowerCase(name));
+    rows.push_back("[REAL]\t" + platform::LowerCase(name));
   }
   for (const auto* unknown : {"notepad.exe", "C:/games/mame.exe", "epsxe2.exe", "mame.exe "})
     desktop.AddProcess(unknown);
-  EXPECT_EQ(Kept(5), kept);
+  EXPECT_EQ(Listed(5), rows);
 }
 
 TEST_F(Walk, FirstNameWithThatEndIsFound) {
@@ -97,28 +79,16 @@ TEST_F(Walk, ModesSetTheClassAndReportItUnlessQuiet) {
       EXPECT_TRUE(WalkProcesses("mame.exe", alias, true, nullptr));
     }
   }
+  process.denied = true;
+  EXPECT_TRUE(WalkProcesses("mame.exe", 1, false, nullptr));
+  ExpectLastBox("mame.exe process has been set to HIGH.", Tells);
+  process.denied = false;
   process.classSet = 0;
   for (const int mode : {5, 6, -1, 33}) EXPECT_TRUE(WalkProcesses("mame.exe", mode, false, nullptr)) << mode;
-  EXPECT_EQ(desktop.boxes.size(), 8U);
+  EXPECT_EQ(desktop.boxes.size(), 9U);
   EXPECT_TRUE(WalkProcesses("mame.exe", 4, true, nullptr));
   EXPECT_EQ(Ended(), Texts{"Mame.EXE"}) << "only the first of two is acted on";
   EXPECT_EQ(process.classSet + desktop.processes[1].classSet, 0U);
-}
-
-TEST_F(Walk, WhatCantBeSetIsReportedAsIfItHadBeen) {
-  for (const std::string name : {"denied.exe", "stubborn.exe"}) {
-    auto& process = desktop.ProcessById(desktop.AddProcess(name));
-    process.denied = name == "denied.exe";
-    process.stubborn = !process.denied;
-    EXPECT_TRUE(WalkProcesses(name, 1, false, nullptr));
-    ExpectLastBox(name + " process has been set to HIGH.", Tells);
-    EXPECT_TRUE(WalkProcesses(name, 4, true, nullptr));
-  }
-  // A process can be gone by the time the user has answered.
-  auto& late = desktop.ProcessById(desktop.AddProcess("late.exe"));
-  desktop.Answer(6, [&] { late.alive = false; });
-  EXPECT_TRUE(WalkProcesses("late.exe", 4, false, nullptr));
-  EXPECT_EQ(Ended(), Texts{});
 }
 
 TEST_F(Walk, WhereTheClassIsReadBackTheReportTellsTheTruth) {
@@ -157,25 +127,12 @@ TEST_F(Walk, WhereTheClassIsReadBackTheReportTellsTheTruth) {
   ExpectLastBox("game process has ended before it could be set to NORMAL.", Tells);
 }
 
-TEST_F(Walk, TerminationAsksUnlessQuietAndSparesTheNoKillList) {
-  desktop.AddProcess("Game.exe");
-  desktop.AddProcess("saved.exe");
-  desktop.files[NoKillList].bytes = "saved.exe";
-  for (const int answer : {7, 6}) {
-    EXPECT_EQ(Ended(), Texts{});
-    desktop.Answer(answer);
-    EXPECT_TRUE(WalkProcesses("game.exe", 4, false, nullptr));
-    ExpectLastBox("Do you want to terminate the process 'game.exe'?", AsksWithNo);
-  }
-  for (const bool quiet : {false, true}) EXPECT_TRUE(WalkProcesses("saved.exe", 4, quiet, nullptr));
-  EXPECT_FALSE(WalkProcesses("game.exe", 4, false, nullptr)) << "it has ended";
-  EXPECT_EQ(Ended(), Texts{"Game.exe"});
-  EXPECT_EQ(desktop.boxes.size(), 2U);
-}
-
 TEST_F(Walk, WhatIsSparedByTheTimeOfTheAnswerOrByItsWholeNameLives) {
   auto& game = desktop.ProcessById(desktop.AddProcess("game.exe"));
   auto& list = desktop.files[NoKillList].bytes = "saved.exe";
+  desktop.AddProcess("saved.exe");
+  for (const bool quiet : {false, true}) EXPECT_TRUE(WalkProcesses("saved.exe", 4, quiet, nullptr));
+  EXPECT_TRUE(desktop.boxes.empty());
   desktop.Answer(6, [&] { game.name = "Saved.exe"; });
   EXPECT_TRUE(WalkProcesses("game.exe", 4, false, nullptr));
   game.name = "game.exe";
