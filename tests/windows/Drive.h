@@ -144,7 +144,6 @@ class Velmaro : public Program {
   HWND Popup() const;
   // Waits for a message box.
   Box Await(int milliseconds = LongEnough) const;
-  bool HasBox() const { return BoxWindow() != nullptr; }
 
  private:
   HWND BoxWindow() const;
@@ -173,18 +172,12 @@ void Click(HWND window, DWORD down = MOUSEEVENTF_LEFTDOWN, int times = 1, const 
 // Presses a real mouse button on the selected row of a list.
 void ClickRow(HWND list, int row, DWORD down = MOUSEEVENTF_LEFTDOWN, int times = 1);
 
-// The settings of the program. What stood there before is put back when the object ends.
+// The settings of the program, of which none stand there at first.
 class Settings {
  public:
   Settings();
-  Settings(const Settings&) = delete;
-  Settings& operator=(const Settings&) = delete;
-  ~Settings();
   std::wstring Read(const std::wstring& key) const;
   void Write(const std::wstring& key, const std::wstring& value) const;
-
- private:
-  std::map<std::wstring, std::wstring> before_;
 };
 
 }  // namespace drive

@@ -42,26 +42,18 @@ TEST_F(LauncherTest, PriorityIsKeptOnEveryWayOutAndOddSettingsDoNoHarm) {
 
 TEST_F(LauncherTest, PriorityReachesTheProgramThatTheCommandNames) {
   std::filesystem::create_directory(folder.Path(L"My Tools"));
-  // Programs without their ending, and commands that start them.
-  const auto plain = folder.Path(L"Plain");
-  const auto spaced = folder.Path(L"My Tools\\Spaced App");
-  const auto word = folder.Path(L"My Tools\\Word");
-  const std::vector<std::pair<std::wstring, std::wstring>> cases{
-      {plain, plain + L" -x"}, {spaced, spaced + L".EXE"}, {word, L'"' + word + L"\" -x"}};
-  for (const auto& [name, command] : cases) {
-    SCOPED_TRACE(testing::Message() << command);
-    folder.Probe(name.substr(folder.Path(L"").size()) + L".exe");
-    const auto dialog = Open();
-    Press(Child(dialog, L"BUTTON", L"&High"));
-    ::SendMessageW(Child(dialog, L"COMBOBOX"), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(command.c_str()));
-    Press(Child(dialog, L"BUTTON", L"OK"));
-    const auto report = ReportOf(name + L".exe");
-    EXPECT_TRUE(Until([&] { return ClassOf(report.id) == static_cast<DWORD>(HIGH_PRIORITY_CLASS); }));
-    EXPECT_EQ(report.folder, L"C:\\");
-    EXPECT_EQ(report.show, SW_SHOWNORMAL);
-    EXPECT_EQ(velmaro.Checks(), L"Auto Refresh|High");
-    EXPECT_EQ(settings.Read(L"LastRun") + settings.Read(L"LastRun1"), command + command);
-  }
+  const auto probe = folder.Probe(L"My Tools\\Spaced App.exe");
+  const auto command = probe.substr(0, probe.size() - 4) + L".EXE -x";
+  const auto dialog = Open();
+  Press(Child(dialog, L"BUTTON", L"&High"));
+  ::SendMessageW(Child(dialog, L"COMBOBOX"), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(command.c_str()));
+  Press(Child(dialog, L"BUTTON", L"OK"));
+  const auto report = ReportOf(probe);
+  EXPECT_TRUE(Until([&] { return ClassOf(report.id) == static_cast<DWORD>(HIGH_PRIORITY_CLASS); }));
+  EXPECT_EQ(report.folder, L"C:\\");
+  EXPECT_EQ(report.show, SW_SHOWNORMAL);
+  EXPECT_EQ(velmaro.Checks(), L"Auto Refresh|High");
+  EXPECT_EQ(settings.Read(L"LastRun") + settings.Read(L"LastRun1"), command + command);
 }
 
 TEST_F(LauncherTest, CommandIsWhatTheFieldShows) {

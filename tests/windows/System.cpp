@@ -11,24 +11,6 @@ constexpr auto SettingsPath = L"Software\\Velmaro\\Settings";
 
 OwnedHandle Open(DWORD process, DWORD access) { return OwnedHandle(::OpenProcess(access, FALSE, process)); }
 
-std::map<std::wstring, std::wstring> AllSettings() {
-  std::map<std::wstring, std::wstring> all;
-  HKEY key = nullptr;
-  if (::RegOpenKeyExW(HKEY_CURRENT_USER, SettingsPath, 0, KEY_READ, &key) != ERROR_SUCCESS) return all;
-  for (DWORD i = 0;; ++i) {
-    std::array<wchar_t, 300> name{};
-    std::wstring value(40000, L'\0');
-    auto length = static_cast<DWORD>(name.size());
-    auto bytes = static_cast<DWORD>(value.size() * sizeof(wchar_t));
-    if (::RegEnumValueW(key, i, name.data(), &length, nullptr, nullptr, reinterpret_cast<BYTE*>(value.data()),
-                        &bytes) != ERROR_SUCCESS)
-      break;
-    all[name.data()] = value.c_str();
-  }
-  ::RegCloseKey(key);
-  return all;
-}
-
 }  // namespace
 
 std::vector<Process> Processes() {
@@ -71,17 +53,14 @@ DWORD Handles(DWORD process) {
   return ::GetProcessHandleCount(opened.get(), &count) ? count : 0;
 }
 
-Settings::Settings() : before_(AllSettings()) { ::RegDeleteTreeW(HKEY_CURRENT_USER, SettingsPath); }
-
-Settings::~Settings() {
-  ::RegDeleteTreeW(HKEY_CURRENT_USER, SettingsPath);
-  for (const auto& [key, value] : before_) Write(key, value);
-}
+Settings::Settings() { ::RegDeleteTreeW(HKEY_CURRENT_USER, SettingsPath); }
 
 std::wstring Settings::Read(const std::wstring& key) const {
-  const auto all = AllSettings();
-  const auto at = all.find(key);
-  return at == all.end() ? L"(none)" : at->second;
+  std::wstring value(40000, L'\0');
+  auto bytes = static_cast<DWORD>(value.size() * sizeof(wchar_t));
+  const bool found = ::RegGetValueW(HKEY_CURRENT_USER, SettingsPath, key.c_str(), RRF_RT_REG_SZ, nullptr, value.data(),
+                                    &bytes) == ERROR_SUCCESS;
+  return found ? value.c_str() : L"(none)";
 }
 
 void Settings::Write(const std::wstring& key, const std::wstring& value) const {
