@@ -30,17 +30,18 @@ TEST(CommandLine, SwitchesAreFoundAnywhereOnceAndInTheirOwnOrder) {
   ExpectEach(Read, {"/MAX x => style3 >x", "/min /max x => style2 >x", "/max /min x => style2 >x",
                     "/normal /min /max x => >x", "/hide /normal /min /max x => style0 >x",
                     "/max /max => style3 memory >ax", "/min /min x => style2 memory >in x",
-                    "/hide /hide x => style0 high >ide x", "/h /i x => high idle >x", "/m x => memory >x"});
+                    "/hide /hide x => style0 high >ide x", "/h /i x => high idle >x", "//mh x => memory high >x"});
 }
 
 TEST(CommandLine, TitleOfTheWindowToHide) {
   ExpectEach(Read,
              {"/q /x ePSXe /h epsxe.exe => quiet hide(ePSXe) high >epsxe.exe", "/x epsxe.exe => hide(ePSXe) >epsxe.exe",
-              "/x => hide(ePSXe) >", "/x Game x.exe => hide(Game) >x.exe", "/xTitle x.exe => hide(Title) >x.exe",
-              R"(/X "Two Words" x.exe => hide(Two Words) >x.exe)", R"(/x "Two Words" => hide(Two Words) >)",
-              R"(/x "" x.exe => hide(ePSXe) >x.exe)", "/x  x.exe => hide(ePSXe) >x.exe",
-              R"(/x"Two Words" x.exe => hide("Two) >Words" x.exe)", R"(/x "open x.exe => hide(ePSXe) >"open x.exe)",
-              R"(/x "a /q b" x => quiet hide(a  b) >x)", R"(/x "/x b" /x c => hide(/x b) >/x c)"});
+              "/x => hide(ePSXe) >", "/x Game x.exe => hide(Game) >x.exe", "/x\" x.exe => hide(\") >x.exe",
+              "/xTitle x.exe => hide(Title) >x.exe", R"(/X "Two Words" x.exe => hide(Two Words) >x.exe)",
+              R"(/x "Two Words" => hide(Two Words) >)", R"(/x "" x.exe => hide(ePSXe) >x.exe)",
+              "/x  x.exe => hide(ePSXe) >x.exe", R"(/x"Two Words" x.exe => hide("Two) >Words" x.exe)",
+              R"(/x "open x.exe => hide(ePSXe) >"open x.exe)", R"(/x "a /q b" x => quiet hide(a  b) >x)",
+              R"(/x "/x b" /x c => hide(/x b) >/x c)"});
 }
 
 TEST(CommandLine, ListFilesRunToTheFirstTextEnding) {
@@ -66,14 +67,14 @@ TEST(CommandLine, WordsAreSwitchesUpToTheProgram) {
     std::ranges::replace(options.target, '\0', '|');
     return Summary(options);
   };
-  ExpectEach(read,
-             {" => >", "/Q|/h|game| => quiet high >game|", "game|/q|/?|| => >game|/q|/?||",
-              R"(/q|/usr/max/h|a "b|c\| => quiet >/usr/max/h|a "b|c\|)", "/quick|/i| => >/quick|/i|", "|/q| => >|/q|",
-              "/m|/?|game| => help >", "/k|game|a.txt| => kill() >game|a.txt|",
-              R"(/k|my list.TXT|/y|D:\b.txt|game| => spare(D:\b.txt) kill(C:\V\my list.TXT) >game|)",
-              "/k|/y|/i|g| => kill() idle >g|", "/max|/hide|/min|g| => style0 >g|", "/max|/normal|g| => >g|",
-              "/max|/min|g| => style2 >g|", "/x|My Game|g|a| => hide(My Game) >g|a|", "/x|game| => hide(ePSXe) >game|",
-              "/x|/q|game| => quiet hide(ePSXe) >game|", "/x||game| => hide(ePSXe) >game|", "/x| => hide(ePSXe) >"});
+  ExpectEach(read, {" => >", "/Q|/h|game| => quiet high >game|", "game|/q|/?|| => >game|/q|/?||",
+                    R"(/q|/usr/max/h|a "b|c\| => quiet >/usr/max/h|a "b|c\|)", "/quick|/i| => >/quick|/i|",
+                    "|/q| => >|/q|", "/m|/?|game| => help >", "/k|game|a.txt| => kill() >game|a.txt|",
+                    R"(/k|my list.TXT|/y|D:\b.txt|game| => spare(D:\b.txt) kill(C:\V\my list.TXT) >game|)",
+                    "/k|/y|/i|g| => kill() idle >g|", "/max|/hide|/min|g| => style0 >g|", "/max|/normal|g| => >g|",
+                    "/min|/normal|g| => >g|", "/max|/min|g| => style2 >g|", "/x|My Game|g|a| => hide(My Game) >g|a|",
+                    "/x|game| => hide(ePSXe) >game|", "/x|/q|game| => quiet hide(ePSXe) >game|",
+                    "/x||game| => hide(ePSXe) >game|", "/x| => hide(ePSXe) >"});
 }
 
 }  // namespace

@@ -157,14 +157,19 @@ TEST_F(WindowCommands, EachCommandPlacesTheSelectedWindow) {
       {0, Key::F6, -1, 3}, {4, Key::F4, -2, 131}, {1, Key::F8, -2, 3}, {3, Key::F2, -2, 67}};
   for (const auto& [index, key, insertAfter, flags] : commands) {
     for (const bool byKey : {false, true}) {
+      desktop.placings.clear();
       Select(form.List1, 1);
       byKey ? TypeKey(form, key) : Choose(form.mnuWOption[index]);
-      EXPECT_EQ(desktop.placings.back(), (Placing{game, insertAfter, 0, 0, 0, 0, flags}));
+      ASSERT_EQ(desktop.placings.size(), 1U) << key;
+      EXPECT_EQ(desktop.placings[0], (Placing{game, insertAfter, 0, 0, 0, 0, flags}));
       EXPECT_EQ(form.List1.ListIndex(), 1) << "the row stays selected";
     }
   }
   DoubleClick(form.List1, RowWith(form.List1, "Tray helper"));
   EXPECT_TRUE(desktop.WindowOf(hidden).visible);
+  TypeKey(form, 'H', ShiftKey::Ctrl);
+  EXPECT_THROW(Choose(form.mnuOptions[1]), std::logic_error);
+  EXPECT_EQ(Checked(form), Texts{"Real Time"}) << "the other menu is out of reach";
   // A window that has gone is nobody's fault.
   desktop.windows.clear();
   Choose(form.mnuWOption[4]);

@@ -54,6 +54,8 @@ TEST_F(Editor, AChangedTextAsksBeforeItGoes) {
     for (const int last : {Yes, No}) {
       desktop.files[KillList].bytes = "a.exe";
       Edit([&](formEdit& form) {
+        TypeText(form.txtData, "");
+        EXPECT_FALSE(form.IsModified());
         TypeText(form.txtData, "b.exe\r\n");
         desktop.Answer(Cancel);
         close(form);
@@ -72,8 +74,12 @@ TEST_F(Editor, TheEndOfTheSessionAsksAndLeavesTheEditorOpen) {
   Edit([&](formEdit& form) {
     EXPECT_TRUE(form.MayEndSession()) << "there is nothing to ask";
     TypeText(form.txtData, "b.exe");
-    desktop.Answer(Cancel, [&] { EXPECT_FALSE(form.MayEndSession()) << "one question is enough"; });
+    desktop.Answer(Cancel, [&] {
+      EXPECT_FALSE(form.MayEndSession()) << "one question is enough";
+      form.CloseByUser();
+    });
     EXPECT_FALSE(form.MayEndSession());
+    EXPECT_EQ(desktop.boxes.size(), 1U);
     desktop.Answer(No);
     EXPECT_TRUE(form.MayEndSession() && desktop.files.empty());
     desktop.Answer(Yes);

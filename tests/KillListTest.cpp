@@ -1,6 +1,7 @@
 #include "Fixture.h"
 #include "editor/formEdit.h"
 #include "process/KillLists.h"
+#include "process/KnownEmulators.h"
 
 namespace velmaro {
 namespace {
@@ -54,6 +55,7 @@ TEST_F(KillLists, WhereNamesAreWholePartsOfPathsPatternsStillFitEveryEnd) {
     EXPECT_FALSE(ends(text)) << text;
   for (const auto* text : {R"(sh => \bin\bash)", R"(in\sh => \bin\sh)", R"(bin => \bin\sh)", R"(b? => \bin\bash)"})
     EXPECT_TRUE(ends(text)) << text;
+  EXPECT_TRUE(IsKnownEmulator("mame.exe") && !IsKnownEmulator("e.exe"));
 }
 
 TEST_F(KillLists, AListThatCantBeReadProtectsAndEndsNothing) {

@@ -23,6 +23,9 @@ TEST_F(ListView, EachButtonShowsItsOwnRows) {
     EXPECT_EQ(form.List1.ListIndex(), -1) << "the view was left with a row selected";
     EXPECT_EQ(std::ranges::count_if(form.Option1, &OptionButton::Value), 1);
   }
+  const auto taken = desktop.snapshotsTaken;
+  Press(form.Option1[0]);
+  EXPECT_EQ(desktop.snapshotsTaken, taken) << "nothing was chosen anew";
   for (auto& process : desktop.processes) process.alive = false;
   Press(form.btnRefresh);
   EXPECT_EQ(Rows(form.List1), Texts{});
@@ -88,6 +91,22 @@ TEST_F(ListView, TheListIsRebuiltUnderABoxWhichStillEndsWhatItNamed) {
   EXPECT_EQ(form.List1.ListCount(), 6);
 }
 
+TEST_F(ListView, WhereRowsAreToldApartTheTimerKeepsTheRowAndThePlace) {
+  desktop.commandsMeanTheRow = true;
+  auto& form = Start();
+  const auto refresh = [&] {
+    desktop.GoToAnotherProgram();
+    desktop.Advance(4000);
+    return State(form) + ", " + std::to_string(form.List1.TopIndex());
+  };
+  Select(form.List1, 3);
+  form.List1.ScrolledByUser(2);
+  desktop.processes.pop_front();
+  EXPECT_EQ(refresh(), "Real Time 2, row 2 of 4, 1");
+  desktop.processes.erase(desktop.processes.begin() + 1, desktop.processes.begin() + 3);
+  EXPECT_EQ(refresh(), "Real Time 2, row -1 of 2, 1");
+}
+
 class Find : public ListView {
  protected:
   // Opens the search, types a text and presses Enter.
@@ -144,6 +163,7 @@ TEST_F(Find, WithoutATextTheNextSearchAsksForOneAndOffersTheLast) {
       for (const auto* control : question.Controls()) {
         const auto* box = dynamic_cast<const TextBox*>(control);
         texts.push_back(box ? box->Text() : control->Caption());
+        EXPECT_TRUE(!box || box->SelLength() == offered.size()) << "typing replaces it";
       }
       EXPECT_EQ(texts, (Texts{form.Caption(), "Enter text to find:", offered, "OK", "Cancel"}));
       Reply("HIGH");

@@ -49,6 +49,8 @@ TEST_F(Memory, MeterShowsTheFiguresEverywhere) {
 TEST_F(Memory, TicksAndClicksRefreshAndTheSliderOnlyFollowsDown) {
   Use(100);
   auto& form = Open();
+  Choose(application.Default<formVelmaro>().mnuFileFreeMem);
+  EXPECT_EQ(&FrontForm(), &form) << "it shows already, and comes to the front";
   Use(60);
   desktop.Advance(2999);
   EXPECT_EQ(form.btnFree.Caption(), "Free 100 MB");
@@ -192,6 +194,7 @@ TEST_F(Memory, UnattendedRunTakesHalfTheMegabytesInBlocksOfTwo) {
   desktop.Then([&] { CloseBox(main); });
   Press(main.btnFree);
   EXPECT_EQ(Ended().size(), 2U);
+  EXPECT_EQ(desktop.boxes.size(), 1U);
 }
 
 }  // namespace

@@ -26,15 +26,16 @@ class Starting : public OnDesktop {
 
 TEST_F(Starting, AnEmptyLineBringsUpTheWindow) {
   desktop.AddProcess("a.exe");
+  desktop.appFolder = "C:\\";
   auto& form = Start("   ");
   EXPECT_TRUE(Shows(form) && form.Option1[0].Value() && form.mnuFileAutoRefresh.Checked());
   EXPECT_EQ(Rows(form.List1), Texts{"[Normal]\ta.exe"});
   EXPECT_EQ(State(form), "Real Time 2, row -1 of 1");
-  EXPECT_EQ(form.KillListPath + NoKillListPath, KillList + NoKillList);
+  EXPECT_EQ(form.KillListPath + NoKillListPath, "C:\\killlist.txtC:\\nokilllist.txt");
   EXPECT_EQ(desktop.snapshotsTaken, 1);
   desktop.Then([&] { CloseBox(form); });
   application.Run();
-  EXPECT_EQ(desktop.livePeers, 0);
+  EXPECT_EQ(desktop.livePeers + application.ExitCode(), 0);
 }
 
 TEST_F(Starting, HelpIsShownAndNothingElse) {
@@ -99,6 +100,7 @@ TEST_F(Starting, SwitchesWithoutATargetActAndLeaveTheWindow) {
   desktop.files["C:\\Velmaro\\a.txt"].bytes = "chat.exe";
   desktop.memory.available = desktop.memory.total - (4U << 20);
   desktop.Answer(6, [&] { EXPECT_EQ(desktop.peersMade, 0); });
+  desktop.Then([&] { EXPECT_EQ(Checked(application.Default<formVelmaro>()), Texts{"Real Time"}) << "/h comes later"; });
   auto& form = Start("/h /m /x Game /max /k a.txt");
   EXPECT_EQ(Ended(), Texts{"chat.exe"});
   EXPECT_EQ(desktop.memory.peakBlocks, 3U);
@@ -153,8 +155,8 @@ TEST(StartingLines, PriorityAndWindowStyleReachTheTarget) {
 }
 
 TEST(StartingLines, ProcessNameIsCutFromTheTarget) {
-  const Texts running = {"C:\\Emu\\epsxe.exe", "psx.exe", "mame.exe",  "tnkxfs.dat",
-                         "Program.exe",        "old.exe", "a.txt.exe", "readme.dat.exe"};
+  const Texts running = {"C:\\Emu\\epsxe.exe", "psx.exe",        "mame.exe", "tnkxfs.dat", "Program.exe", "old.exe",
+                         "a.txt.exe",          "readme.dat.exe", "x.data"};
   const auto changed = [&](const std::string& target) {
     Program program;
     for (const auto& process : running) program.desktop.AddProcess(process);
@@ -164,11 +166,11 @@ TEST(StartingLines, ProcessNameIsCutFromTheTarget) {
       if (process.classSet != 0) names += process.name;
     return names;
   };
-  ExpectEach(changed,
-             {R"(C:\Emu\epsxe.exe -nogui => C:\Emu\epsxe.exe)", R"("C:\Emu\ePSXe.EXE" -nogui => C:\Emu\epsxe.exe)",
-              R"("C:\Emu\psx" -nogui => psx.exe)", "MAME => mame.exe", "mame a.dat => mame.exe",
-              "TNKXFS.dat => tnkxfs.dat", "readme.dat => ", R"(C:\Program Files\app => Program.exe)",
-              R"("C:\Program Files\app" => Program.exe)", R"(C:\old.exe.d\mame.exe => old.exe)", "a.txt => a.txt.exe"});
+  ExpectEach(changed, {R"(C:\Emu\epsxe.exe -nogui => C:\Emu\epsxe.exe)",
+                       R"("C:\Emu\ePSXe.EXE" -nogui => C:\Emu\epsxe.exe)", R"("C:\Emu\psx" -nogui => psx.exe)",
+                       "MAME => mame.exe", "mame a.dat => mame.exe", "TNKXFS.dat => tnkxfs.dat", "readme.dat => ",
+                       R"(C:\Program Files\app => Program.exe)", R"("C:\Program Files\app" => Program.exe)",
+                       R"(C:\old.exe.d\mame.exe => old.exe)", "a.txt => a.txt.exe", "x.data => "});
 }
 
 const std::string Station = "Connectix Virtual Game Station";

@@ -28,7 +28,7 @@ TEST(Text, WildcardsTestTheWholeTextExactly) {
       EXPECT_EQ(Outcome(tested, pattern), outcome) << text;
     }
   };
-  expect("yes", {" => ", " => *", "abc => a*c", "abc => **c*", "aXbXc => a*Xc", "7 => #", "b => [abc]", "d => [!a-c]",
+  expect("yes", {" => ", " => *", "abc => a*c", "abc => **c*", "aXbXc => a*Xc", "0 => #", "9 => #", "b => [abc]", "d => [!a-c]",
                  "! => [a!]", "! => [!]", "- => [-a]", "- => [a-]"});
   expect("yes", {"a => [a-a]", "[ => [[]", "* => [*]", "] => ]", "a] => [a]]", "ab => a[]b", " => []", "a => *[]",
                  "e => [a-cd-f]", "\xC3\xA9 => ?", "\xC3\xA9 => [\xC3\xA8-\xC3\xAA]", "\xFF => ?", "\xFF => [\xFF]"});
@@ -64,12 +64,13 @@ TEST(Text, SearchCountsFromOneInSixteenBits) {
                           {2, "abcabc", "abc", 4},
                           {5, "abcabc", "abc", 0},
                           {7, "abcabc", "c", 0},
+                          {6, "abcabc", "c", 6},
                           {0, "abc", "a", 0},
                           {1, "", "a", 0},
                           {1, "xABC", "abc", 0},
                           {1, far.substr(1) + "a", "a", 32767},
                           {1, far + "a", "a", 0}});
-  expect(Compare::IgnoreCase, {{1, "xABC", "abc", 2},
+  expect(Compare::IgnoreCase, {{1, "xABZ", "abz", 2},
                                {1, "a\xC3\x89t\xC3\xA9", "\xC3\xA9T", 2},
                                {1, "\xE2\x84\xAA.exe", ".EXE", 4},
                                {1, std::string("a\0/q", 4), "/Q", 3}});

@@ -1,4 +1,5 @@
 #include "Fixture.h"
+#include "process/ClassChange.h"
 #include "process/KillLists.h"
 #include "process/WalkProcesses.h"
 
@@ -125,6 +126,11 @@ TEST_F(Walk, WhereTheClassIsReadBackTheReportTellsTheTruth) {
   desktop.Answer(6, [&] { process.alive = false; });
   set(0);
   ExpectLastBox("game process has ended before it could be set to NORMAL.", Tells);
+  process.alive = process.denied = true;
+  set(1);
+  ExpectLastBox("game process has ended before it could be set to HIGH.", Tells);
+  EXPECT_EQ(ClassSentence("a", 128, {.made = true, .now = 32768}, ""),
+            "a process stays at ABOVE NORMAL, which it has chosen for itself.");
 }
 
 TEST_F(Walk, WhatIsSparedByTheTimeOfTheAnswerOrByItsWholeNameLives) {
