@@ -1,15 +1,11 @@
 #include "platform/linux/x11/XServer.h"
 
-#include <poll.h>
-#include <signal.h>
-#include <sys/syscall.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
-#include <cerrno>
+#include <chrono>
 #include <cstring>
-
-#include "platform/linux/Descriptor.h"
+#include <future>
+#include <thread>
 
 namespace onlinux {
 
@@ -75,19 +71,14 @@ bool XServer::HasManager() {
 
 namespace {
 
-// A server that hangs would hold up the connection for ever, wherever it is, so another process tries first. A second
-// and a half is more than a busy machine needs, and less than users wait for a window.
-bool ServerAnswers() {
-  constexpr int patience = 1500;
-  const auto child = ::fork();
-  if (child == 0) ::_exit(XServer().Works() ? 0 : 1);
-  if (child < 0) return false;
-  const Descriptor process(static_cast<int>(::syscall(SYS_pidfd_open, child, 0)));
-  pollfd wait{.fd = process.get(), .events = POLLIN, .revents = 0};
-  if (::poll(&wait, 1, patience) != 1) ::kill(child, SIGKILL);
-  int status = 1;
-  while (::waitpid(child, &status, 0) < 0 && errno == EINTR) continue;
-  return status == 0;
+// A server that hangs would hold up the connection for ever, wherever it is, so a thread makes it, which is left behind
+// then. A second and a half is more than a busy machine needs, and less than users wait for a window.
+std::unique_ptr<XServer> Connect() {
+  constexpr std::chrono::milliseconds patience(1500);
+  std::promise<std::unique_ptr<XServer>> promise;
+  auto server = promise.get_future();
+  std::thread([promise = std::move(promise)]() mutable { promise.set_value(std::make_unique<XServer>()); }).detach();
+  return server.wait_for(patience) == std::future_status::ready ? server.get() : nullptr;
 }
 
 }  // namespace
@@ -101,7 +92,7 @@ XServer* TheXServer() {
   if (held.holder != ::getpid()) {
     // A line that was taken over from a parent is the parent's, and not even to be closed.
     static_cast<void>(held.server.release());
-    held = {::getpid(), ServerAnswers() ? std::make_unique<XServer>() : nullptr};
+    held = {::getpid(), Connect()};
   }
   return held.server && held.server->Works() ? held.server.get() : nullptr;
 }
