@@ -13,6 +13,7 @@
 #include <QPlainTextEdit>
 #include <QRadioButton>
 #include <QScrollBar>
+#include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
 #include <algorithm>
@@ -102,8 +103,9 @@ class LinuxDesktop : public testing::Test {
         if (action->isChecked()) marks += action->text().section('\t', 0, 0).toStdString();
       EXPECT_EQ(marks, marked);
       const auto place = static_cast<QMenu&>(popup).actionGeometry(popup.actions().front()).center();
+      const QSignalSpy chosen(&static_cast<QMenu&>(popup), &QMenu::triggered);
       QTest::mouseClick(&popup, Qt::RightButton, {}, place);
-      EXPECT_TRUE(popup.isVisible()) << "the right button chooses nothing";
+      EXPECT_EQ(chosen.count(), 0) << "the right button chooses nothing";
       popup.close();
     });
   }

@@ -117,6 +117,7 @@ TEST(LinuxStarts, AQuietStartKeepsItsTerminalAndLendsItTheShareOfItsClass) {
   const auto group = [&](int nice) {
     return ReadBytes(ProcOf(shell, "autogroup")).ends_with(" nice " + std::to_string(nice) + '\n');
   };
+  if (shell < 0) GTEST_SKIP() << "there are no terminals here";
   ASSERT_TRUE(Eventually([&] { return Running(game) != 0; }));
   EXPECT_EQ(::getsid(Running(game)), shell);
   const bool hasGroups = fs::exists("/proc/self/autogroup");
@@ -172,8 +173,8 @@ TEST(LinuxStarts, WhatIsRefusedIsToldAndTheProgramStartsAllTheSame) {
       ::dup2(file, STDERR_FILENO);
       if (!prepare()) ::_exit(1);
     });
-    int base = 0;
-    Eventually([&] { return (base = BasePriorityOf(program)) != 0; });
+    EXPECT_TRUE(Eventually([&] { return ReadBytes(ProcOf(child, "comm")) == "zzrefused\n"; }));
+    const int base = Listed(child).value().pcPriClassBase;
     ::kill(child, SIGKILL);
     EXPECT_EQ(ExitCodeOf(child), -1);
     return base;
@@ -185,13 +186,12 @@ TEST(LinuxStarts, WhatIsRefusedIsToldAndTheProgramStartsAllTheSame) {
   EXPECT_TRUE(ReadBytes(errors).starts_with("velmaro: High is refused"));
   // The kernel's settings as a program of its own sees them: it keeps nothing for others.
   WriteBytes(folder / "most", "-1\n");
-  EXPECT_EQ(start("/normal",
-                  [&] {
-                    return ::unshare(CLONE_NEWNS) == 0 && ::mount("", "/", "", MS_PRIVATE | MS_REC, "") == 0 &&
-                           ::mount((folder / "most").c_str(), "/proc/sys/kernel/sched_rt_runtime_us", "", MS_BIND,
-                                   "") == 0;
-                  }),
-            13);
+  const auto keepNothing = [&] {
+    constexpr const char* setting = "/proc/sys/kernel/sched_rt_runtime_us";
+    return ::unshare(CLONE_NEWNS) == 0 && ::mount("", "/proc", "", MS_PRIVATE | MS_REC, "") == 0 &&
+           ::mount((folder / "most").c_str(), setting, "", MS_BIND, "") == 0;
+  };
+  EXPECT_EQ(start("/normal", keepNothing), 13);
   EXPECT_TRUE(ReadBytes(errors).starts_with("velmaro: Real Time would leave nothing"));
 }
 

@@ -4,6 +4,7 @@
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QScreen>
+#include <QSessionManager>
 #include <QWindow>
 #include <algorithm>
 
@@ -62,6 +63,13 @@ void HandKeyboardTo(QWindow* window) {
   if (window && server && !server->HasManager()) window->requestActivate();
 }
 
+// The user's session ends or is saved. Where he may be asked, a form that refuses calls the end off.
+void FormWindow::EndSession(QSessionManager& session) {
+  if (!form_.QueryEndSession || !session.allowsInteraction()) return;
+  if (!form_.MayEndSession()) session.cancel();
+  session.release();
+}
+
 FormWindow::FormWindow(velmaro::Form& form)
     : form_(form),
       widget_(std::make_unique<FormWidget>(*this, FlagsOf(form.Args()))),
@@ -71,6 +79,8 @@ FormWindow::FormWindow(velmaro::Form& form)
   const auto& args = form.Args();
   widget_->setWindowTitle(ToQtLine(args.Caption));
   widget_->setWindowIcon(IconOf(args.Icon));
+  QObject::connect(qGuiApp, &QGuiApplication::commitDataRequest, widget_.get(),
+                   [this](QSessionManager& session) { EndSession(session); });
   if (args.BackColor != velmaro::SystemColor::ButtonFace) {
     auto palette = widget_->palette();
     palette.setColor(QPalette::Window, ColorOf(args.BackColor, palette));

@@ -13,6 +13,7 @@
 
 class QAbstractButton;
 class QKeyEvent;
+class QSessionManager;
 class QWindow;
 
 namespace onlinux {
@@ -62,6 +63,7 @@ class FormWindow : public velmaro::FormPeer, public OwnWindow {
   QAbstractButton* ButtonWithAccessKey(const QKeyEvent& event) const;
 
  private:
+  void EndSession(QSessionManager& session);
   void SizeTo(velmaro::Twips width, velmaro::Twips height);
   void PlaceFirst(const velmaro::Form* owner);
   void PlaceParts();

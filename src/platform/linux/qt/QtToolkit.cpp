@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QEventLoop>
+#include <QSessionManager>
 #include <QSocketNotifier>
 #include <algorithm>
 #include <memory>
@@ -62,6 +63,10 @@ QtToolkit::QtToolkit(std::string plugins) : plugins_(std::move(plugins)), applic
   QApplication::setApplicationName("velmaro");
   QApplication::setDesktopFileName("velmaro");
   application_.installEventFilter(&router_);
+  // The next session would begin it with words of its own, which a command line takes for a program to start.
+  const auto comeBackNever = [](QSessionManager& session) { session.setRestartHint(QSessionManager::RestartNever); };
+  QObject::connect(&application_, &QGuiApplication::commitDataRequest, comeBackNever);
+  QObject::connect(&application_, &QGuiApplication::saveStateRequest, comeBackNever);
 }
 
 std::unique_ptr<velmaro::FormPeer> QtToolkit::NewPeer(velmaro::Form& form) {
