@@ -3,6 +3,7 @@
 
 #include "Children.h"
 #include "platform/linux/ControlGroup.h"
+#include "platform/linux/NiceGroup.h"
 
 namespace velmaro {
 namespace {
@@ -53,6 +54,20 @@ TEST(LinuxControlGroups, TheLeastLimitOfEitherVersionCounts) {
   groups.Write("one/memory.limit_in_bytes", "9223372036854771712\n");
   EXPECT_EQ(groups.Read("4:cpu,memory:/outside/inner\n0::/\n", first), Figures(450, 600)) << "in a container";
   EXPECT_EQ(groups.Read("nonsense\n::\n4:memory\n", first + " - \nx - y\n"), Figures(-1, -1));
+}
+
+TEST(LinuxControlGroups, TheNearestGroupWithAShareOfTheProcessorCounts) {
+  const Groups groups;
+  const auto group = [&](const std::string& text) { return onlinux::ProcessorGroup(text, groups.Path()); };
+  fs::create_directories(groups / "user/app.scope");
+  EXPECT_EQ(group("0::/user/app.scope\n"), "");
+  groups.Write("user/cpu.weight.nice", "0\n");
+  EXPECT_EQ(group("1:cpu:/a\n0::/user/app.scope\n"), groups / "user");
+  groups.Write("user/app.scope/cpu.weight.nice", "0\n");
+  EXPECT_EQ(group("0::/user/app.scope"), groups / "user/app.scope");
+  EXPECT_EQ(group("0::/\n"), "") << "what the groups themselves belong to has no share";
+  groups.Write("cpu.weight.nice", "0\n");
+  EXPECT_EQ(group("0::/\n"), groups.Path()) << "a container has one";
 }
 
 // A group of the real system with a limit, of whichever version this machine has.

@@ -10,8 +10,8 @@
 #include <charconv>
 
 #include "platform/kernel32.h"
-#include "platform/linux/Autogroup.h"
 #include "platform/linux/Descriptor.h"
+#include "platform/linux/NiceGroup.h"
 #include "platform/linux/PriorityClass.h"
 #include "platform/linux/ReadWhole.h"
 
@@ -65,10 +65,12 @@ Taken TakeClass(std::uint32_t priorityClass) {
 bool TakeGroup(std::uint32_t priorityClass) {
   const auto nice = NiceOfClass(priorityClass);
   if (!nice) return true;
+  const auto self = static_cast<std::uint32_t>(::getpid());
+  if (IsControlGroup(GroupOf(self))) return false;
   if (::getsid(0) != ::getpid() && (HasTerminal() || ::setsid() < 0)) return false;
   // The files of a program that has a right which its user lacks are no longer the user's.
   if (::getauxval(AT_SECURE) != 0) ::prctl(PR_SET_DUMPABLE, 1);
-  SetGroupNice("self", *nice);
+  SetGroupNice(OpenGroup(self), *nice);
   return true;
 }
 

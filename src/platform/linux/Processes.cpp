@@ -9,8 +9,8 @@
 #include <utility>
 
 #include "platform/kernel32.h"
-#include "platform/linux/Autogroup.h"
 #include "platform/linux/Handles.h"
+#include "platform/linux/NiceGroup.h"
 #include "platform/linux/PriorityClass.h"
 #include "platform/linux/ProcFolder.h"
 #include "platform/machine.h"
@@ -97,7 +97,7 @@ bool SetPriorityClass(Handle handle, std::uint32_t priorityClass) {
     return false;
   // A group that can't be had leaves the threads their class, as any other program would give it to them.
   if (const auto nice = onlinux::NiceOfClass(priorityClass); nice && onlinux::IsAloneInGroup(process->id))
-    onlinux::SetGroupNice(std::to_string(process->id), *nice);
+    onlinux::SetGroupNice(onlinux::OpenGroup(process->id), *nice);
   return true;
 }
 

@@ -3,11 +3,14 @@
 #include <poll.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <filesystem>
 #include <map>
 #include <string>
+#include <system_error>
 
-#include "platform/linux/Autogroup.h"
+#include "platform/linux/NiceGroup.h"
 #include "platform/linux/ProcFolder.h"
 
 namespace onlinux {
@@ -27,6 +30,13 @@ bool Descends(const Parents& parents, std::uint32_t from, std::uint32_t to) {
   return from == to;
 }
 
+// True for a process of this program, such as the one that does this aside.
+bool IsOwn(std::uint32_t process) {
+  std::error_code error;
+  const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
+  return std::filesystem::read_symlink("/proc/" + std::to_string(process) + "/exe", error) == program && !error;
+}
+
 // True where a group holds but a process, what belongs to it, those who wait for it, and the rest of its pipe.
 bool IsForOne(pid_t process, const std::string& group) {
   const auto processes = ReadProcesses();
@@ -36,7 +46,8 @@ bool IsForOne(pid_t process, const std::string& group) {
   const auto one = static_cast<std::uint32_t>(process);
   for (const auto& other : *processes) {
     if (Descends(parents, one, other.id) || Descends(parents, other.id, one)) continue;
-    if (GroupOf(other.id) == group && ::getpgid(static_cast<pid_t>(other.id)) != ::getpgid(process)) return false;
+    if (GroupOf(other.id) != group || ::getpgid(static_cast<pid_t>(other.id)) == ::getpgid(process)) continue;
+    if (!IsOwn(other.id)) return false;
   }
   return true;
 }
@@ -44,16 +55,18 @@ bool IsForOne(pid_t process, const std::string& group) {
 }  // namespace
 
 void LendGroup(pid_t process, int descriptor, int nice) {
-  // The process will be gone in the end; the one that began its session is of the same group.
-  const auto session = ::getsid(process);
-  const auto group = session > 0 ? GroupOf(static_cast<std::uint32_t>(session)) : std::string();
-  if (group.empty() || GroupOf(static_cast<std::uint32_t>(process)) != group || !IsForOne(process, group)) return;
-  const auto leader = std::to_string(session);
-  const int before = GroupNice(static_cast<std::uint32_t>(session));
-  if (before == nice || !SetGroupNice(leader, nice)) return;
+  const auto one = static_cast<std::uint32_t>(process);
+  const auto group = GroupOf(one);
+  // A session's group is reached through a process of it, and this one will be gone in the end.
+  const auto session = static_cast<std::uint32_t>(std::max(::getsid(process), 0));
+  const auto holder = IsControlGroup(group) ? one : session;
+  if (group.empty() || GroupOf(holder) != group || !IsForOne(process, group)) return;
+  const auto file = OpenGroup(holder);
+  const int before = GroupNice(holder);
+  if (before == nice || !SetGroupNice(file, nice)) return;
   pollfd wait{.fd = descriptor, .events = POLLIN, .revents = 0};
   while (::poll(&wait, 1, -1) < 0 && errno == EINTR) continue;
-  SetGroupNice(leader, before);
+  SetGroupNice(file, before);
 }
 
 }  // namespace onlinux

@@ -1,0 +1,92 @@
+#include "platform/linux/NiceGroup.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <charconv>
+#include <map>
+
+#include "platform/kernel32.h"
+#include "platform/linux/ProcFolder.h"
+#include "platform/linux/ReadWhole.h"
+
+namespace onlinux {
+namespace {
+
+constexpr const char* NiceFile = "/cpu.weight.nice";
+
+std::string FileOf(std::uint32_t processId, const char* name) {
+  return "/proc/" + std::to_string(processId) + '/' + name;
+}
+
+// The file that holds the group's nice value, behind a name or alone: "/autogroup-12 nice 0".
+std::string NiceFileOf(std::uint32_t processId) {
+  const auto group = ProcessorGroup(ReadWhole(FileOf(processId, "cgroup")));
+  return group.empty() ? FileOf(processId, "autogroup") : group + NiceFile;
+}
+
+}  // namespace
+
+std::string ProcessorGroup(const std::string& groups, const std::string& folder) {
+  const auto at = ('\n' + groups).find("\n0::/");
+  if (at == std::string::npos) return {};
+  const auto begin = at + 3;
+  auto path = groups.substr(begin, groups.find('\n', begin) - begin);
+  if (path == "/") path.clear();
+  // The group of all groups has no such file, but a container's own view of them begins at one that has.
+  for (;; path.resize(path.rfind('/'))) {
+    if (::access((folder + path + NiceFile).c_str(), F_OK) == 0) return folder + path;
+    if (path.empty()) return {};
+  }
+}
+
+std::string GroupOf(std::uint32_t processId) {
+  if (auto group = ProcessorGroup(ReadWhole(FileOf(processId, "cgroup"))); !group.empty()) return group;
+  const auto line = ReadWhole(FileOf(processId, "autogroup"));
+  return line.substr(0, line.find(' '));
+}
+
+bool IsControlGroup(const std::string& group) { return !group.empty() && !group.starts_with("/autogroup"); }
+
+int GroupNice(std::uint32_t processId) {
+  const auto line = ReadWhole(NiceFileOf(processId));
+  const auto value = line.rfind(' ') + 1;
+  int nice = 0;
+  std::from_chars(line.data() + value, line.data() + line.size(), nice);
+  return nice;
+}
+
+Descriptor OpenGroup(std::uint32_t processId) {
+  return Descriptor(::open(NiceFileOf(processId).c_str(), O_WRONLY | O_CLOEXEC));
+}
+
+bool SetGroupNice(const Descriptor& group, int nice) {
+  constexpr int tries = 25;
+  constexpr int pause = 20;  // milliseconds
+  const auto text = std::to_string(nice);
+  for (int i = 0; group && i < tries; ++i) {
+    if (::write(group.get(), text.data(), text.size()) > 0) return true;
+    if (errno != EAGAIN) return false;
+    platform::Sleep(pause);
+  }
+  return false;
+}
+
+bool IsAloneInGroup(std::uint32_t processId) {
+  const auto group = GroupOf(processId);
+  const auto processes = ReadProcesses();
+  if (group.empty() || !processes) return false;
+  std::map<std::uint32_t, std::uint32_t> parents;
+  for (const auto& process : *processes) parents[process.id] = process.status.parent;
+  const auto descends = [&](std::uint32_t id) {
+    // Numbers change hands while they are read, so the way up could run in a circle.
+    for (std::size_t steps = parents.size(); id != processId && steps > 0; --steps) id = parents[id];
+    return id == processId;
+  };
+  for (const auto& process : *processes)
+    if (!descends(process.id) && GroupOf(process.id) == group) return false;
+  return true;
+}
+
+}  // namespace onlinux
