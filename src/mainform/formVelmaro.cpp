@@ -13,7 +13,8 @@ formVelmaro::formVelmaro()
       List1(*this, {.At = {30, 420, 7140, 2835},
                     .TabIndex = 0,
                     .BackColor = SystemColor::Window,
-                    .ForeColor = SystemColor::WindowText}),
+                    .ForeColor = SystemColor::WindowText,
+                    .AccessibleName = "Processes and windows"}),
       btnVelmaro(
           *this,
           {.Caption = "Velmaro!", .At = {2760, 3270, 1095, 840}, .TabIndex = 1, .Picture = velmaro::Picture::Priority},

@@ -23,7 +23,8 @@ class formInput : public Form {
         txtReply(*this, {.At = {120, 1095, 5160, 315},
                          .TabIndex = 0,
                          .BackColor = SystemColor::Window,
-                         .ForeColor = SystemColor::WindowText}),
+                         .ForeColor = SystemColor::WindowText,
+                         .AccessibleName = prompt}),
         btnOK(*this, {.Caption = "OK", .At = {4065, 120, 1215, 375}, .TabIndex = 1}, {.Default = true}),
         btnCancel(*this, {.Caption = "Cancel", .At = {4065, 570, 1215, 375}, .TabIndex = 2}, {.Cancel = true}) {
     btnOK.Click = [this] {

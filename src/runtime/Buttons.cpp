@@ -4,6 +4,13 @@
 
 namespace velmaro {
 
+void CommandButton::RaisePress() {
+  if (Click)
+    RaiseClick();
+  else
+    RaiseMouseUp(MouseButton::Left, 0, 0, 0);
+}
+
 void OptionButton::SetValue(bool value) {
   if (value == look_.Value) return;
   if (value)

@@ -22,6 +22,8 @@ class CommandButton : public Control {
   bool Graphical() const { return look_.Graphical; }
   // Says whether Esc presses the button.
   void SetCancel(bool cancel) { Set(look_.Cancel, cancel, Change::Keys); }
+  // For peers: presses the button without a mouse. Where it hears the mouse alone, that counts as its left button.
+  void RaisePress();
 
  protected:
   std::unique_ptr<velmaro::Peer> NewPeer() override { return MakePeer(*this); }

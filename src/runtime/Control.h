@@ -35,6 +35,7 @@ struct ControlArgs {
   Color ForeColor = SystemColor::ButtonText;
   std::string ToolTipText = {};
   velmaro::Picture Picture = velmaro::Picture::None;
+  std::string AccessibleName = {};  // what a screen reader calls a control whose caption does not tell
 };
 
 // What all controls have in common. The model is the truth: a property that is set can be read back at once, whether
@@ -69,6 +70,8 @@ class Control {
   Color ForeColor() const { return args_.ForeColor; }
   const std::string& ToolTipText() const { return args_.ToolTipText; }
   velmaro::Picture Picture() const { return args_.Picture; }
+  // The name for a screen reader, empty where the caption is the name.
+  const std::string& AccessibleName() const { return args_.AccessibleName; }
 
   // Places the control. Throws RuntimeError for a negative size, and then nothing moves.
   void Move(const Bounds& at);

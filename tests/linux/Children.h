@@ -139,7 +139,7 @@ class VirtualDisplay {
     server_ = ::fork();
     if (server_ == 0) {
       ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-      Execute({"/usr/bin/Xvfb", "-displayfd", std::to_string(ends[1]), "-nolisten", "tcp"});
+      Execute({"/usr/bin/Xvfb", "-displayfd", std::to_string(ends[1]), "-nolisten", "tcp", "-noreset"});
     }
     ::close(ends[1]);
     for (char c = 0; ::read(ends[0], &c, 1) == 1 && c != '\n';) number_ += c;

@@ -173,6 +173,14 @@ TEST_F(LinuxDesktop, AButtonIsPressedWhereTheMouseWentDownAndUp) {
   Answer("set to IDLE", "OK");
   QTest::mouseClick(&button, Qt::LeftButton);
   EXPECT_EQ(child.Nice(), 19);
+  for (const auto key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
+    const Child another(program);
+    Click(*main, "Refresh");
+    Pick(RowOf(program));
+    Answer("set to IDLE", "OK");
+    Key(key == Qt::Key_Space ? static_cast<QWidget&>(button) : List(), key);
+    EXPECT_EQ(another.Nice(), 19) << "the button hears keys too";
+  }
   QTest::keyPress(main->focusWidget(), Qt::Key_F5);
   const Child late(folder.Sleeper("zzlate"));
   QTest::keyRelease(main->focusWidget(), Qt::Key_F5);
@@ -181,6 +189,12 @@ TEST_F(LinuxDesktop, AButtonIsPressedWhereTheMouseWentDownAndUp) {
   LookAtPopup("Normal");
   QTest::mouseClick(List().viewport(), Qt::RightButton, {}, PlaceOf(RowOf(program)));
   EXPECT_EQ(List().currentIndex().row(), RowOf(folder / "zzlate")) << "the other buttons pick no row";
+  Then([&](QWidget& popup) {
+    EXPECT_TRUE(QRect(List().mapToGlobal(QPoint()), List().size()).contains(popup.pos()));
+    EXPECT_LT(std::abs(popup.y() - List().viewport()->mapToGlobal(PlaceOf(RowOf(folder / "zzlate"))).y()), 20);
+    popup.close();
+  });
+  Key(List(), Qt::Key_F10, Qt::ShiftModifier);
   if (::geteuid() != 0) GTEST_SKIP() << "only an administrator may give a program Real Time";
   Answer("set to REAL TIME", "OK");
   QTest::mouseDClick(List().viewport(), Qt::LeftButton, {}, PlaceOf(RowOf(program)));

@@ -104,7 +104,16 @@ CommandButtonPeer::CommandButtonPeer(velmaro::CommandButton& button)
   Listen<Heard<QPushButton>>(*this);
   auto& widget = static_cast<QPushButton&>(Widget());
   widget.setDefault(button.Default());
-  QObject::connect(&widget, &QAbstractButton::clicked, &widget, [&button] { button.RaiseClick(); });
+  QObject::connect(&widget, &QAbstractButton::clicked, &widget, [this] { Clicked(); });
+}
+
+// The release of the mouse follows by itself.
+void CommandButtonPeer::Clicked() {
+  if (IsUnderModal(&Widget())) return;
+  if (IsHeld())
+    button_.RaiseClick();
+  else
+    button_.RaisePress();
 }
 
 void CommandButtonPeer::ShowText() {
@@ -130,7 +139,11 @@ OptionButtonPeer::OptionButtonPeer(velmaro::OptionButton& button)
   auto& widget = static_cast<QAbstractButton&>(Widget());
   widget.setAutoExclusive(true);
   QObject::connect(&widget, &QAbstractButton::toggled, &widget, [this](bool on) {
-    if (on && !IsApplying()) button_.SetValue(true);
+    if (!on || IsApplying()) return;
+    if (IsUnderModal(&Widget()))
+      ShowValue();
+    else
+      button_.SetValue(true);
   });
 }
 

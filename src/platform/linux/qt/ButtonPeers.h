@@ -14,6 +14,7 @@ class CommandButtonPeer : public ControlPeer {
   void ShowColors() override;
 
  private:
+  void Clicked();
   velmaro::CommandButton& button_;
 };
 

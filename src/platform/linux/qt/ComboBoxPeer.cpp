@@ -1,3 +1,4 @@
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QLineEdit>
 
@@ -30,6 +31,9 @@ ComboBoxPeer::ComboBoxPeer(velmaro::ComboBox& box) : ControlPeer(box, MakeWidget
 
 void ComboBoxPeer::Begin() {
   ControlPeer::Begin();
+  auto& widget = BoxOf(*this);
+  for (QWidget* part : {static_cast<QWidget*>(widget.lineEdit()), static_cast<QWidget*>(widget.view())})
+    part->setAccessibleName(widget.accessibleName());
   ShowEntries();
 }
 

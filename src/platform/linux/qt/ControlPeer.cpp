@@ -18,6 +18,7 @@ ControlPeer::ControlPeer(velmaro::Control& control, QWidget* widget, bool clicks
 
 void ControlPeer::Begin() {
   using velmaro::Change;
+  if (!control_.AccessibleName().empty()) Widget().setAccessibleName(ToQtLine(control_.AccessibleName()));
   for (const auto what : {Change::Bounds, Change::Colors, Change::Visible, Change::Enabled, Change::ToolTip})
     Apply(what);
 }

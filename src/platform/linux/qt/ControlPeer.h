@@ -59,6 +59,9 @@ class ControlPeer : public velmaro::Peer, public OwnWindow {
   virtual velmaro::Color Ground() const;
   const Scale& Measures() const { return form_.Measures(); }
   QWidget& Client() const { return form_.Client(); }
+  FormWindow& Form() const { return form_; }
+  // True while the left button of the mouse is held that went down on the widget.
+  bool IsHeld() const { return pressed_; }
   // Drops what the widget would tell of a change that came from the model.
   bool IsApplying() const { return applying_; }
   template <class Change>

@@ -1,5 +1,6 @@
 #include <QAbstractButton>
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QKeyEvent>
 
 #include "platform/linux/qt/ControlPeer.h"
@@ -39,7 +40,7 @@ bool FormWindow::HandlePress(int keyCode, int shift) {
     return true;
   }
   auto* button = shift == 0 ? ButtonFor(keyCode) : nullptr;
-  if (button) button->RaiseClick();
+  if (button) button->RaisePress();
   return button != nullptr;
 }
 
@@ -57,6 +58,13 @@ QAbstractButton* FormWindow::ButtonWithAccessKey(const QKeyEvent& event) const {
 bool FormWindow::PressAccessKey(const QKeyEvent& event) {
   if (auto* bar = menus_.Bar(); bar && event.keyCombination() == QKeyCombination(Qt::Key_F10)) {
     bar->setActiveAction(bar->actions().constFirst());
+    return true;
+  }
+  // Qt asks for a control's menu with the menu key alone.
+  if (auto* control = widget_->focusWidget(); control && event.keyCombination() == (Qt::SHIFT | Qt::Key_F10)) {
+    const auto at = control->inputMethodQuery(Qt::ImCursorRectangle).toRect().center();
+    QContextMenuEvent asked(QContextMenuEvent::Keyboard, at, control->mapToGlobal(at));
+    QApplication::sendEvent(control, &asked);
     return true;
   }
   auto* button = ButtonWithAccessKey(event);

@@ -2,6 +2,7 @@
 
 #include <QMouseEvent>
 
+#include "platform/linux/qt/FormWindow.h"
 #include "platform/linux/qt/QtText.h"
 
 namespace onlinux {
@@ -16,10 +17,10 @@ QString EntryText(const velmaro::Menu& model) {
 QAction* AddEntry(QMenu& menu, velmaro::Menu& model) {
   if (model.IsSeparator()) return menu.addSeparator();
   auto* action = menu.addAction(EntryText(model));
-  QObject::connect(action, &QAction::triggered, &menu, [action, &model] {
+  QObject::connect(action, &QAction::triggered, &menu, [action, &menu, &model] {
     // Choosing an entry moves no mark by itself.
     UpdateEntry(*action, model);
-    model.RaiseClick();
+    if (!IsUnderModal(&menu)) model.RaiseClick();
   });
   return action;
 }
@@ -39,6 +40,7 @@ void UpdateEntry(QAction& action, const velmaro::Menu& model) {
 }
 
 void FillMenu(QMenu& menu, const velmaro::Menu& model, std::map<const velmaro::Menu*, QAction*>& actions) {
+  menu.setAccessibleName(ToQtLine(model.Caption()).remove('&'));
   for (auto* entry : model.Entries()) {
     auto* action = AddEntry(menu, *entry);
     if (!entry->Entries().empty()) {

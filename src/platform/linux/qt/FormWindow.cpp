@@ -58,6 +58,12 @@ int& LiveForms() {
 
 }  // namespace
 
+bool IsUnderModal(const QWidget* widget) {
+  const auto* modal = QApplication::activeModalWidget();
+  while (widget && widget != modal) widget = widget->parentWidget();
+  return modal && !widget;
+}
+
 void HandKeyboardTo(QWindow* window) {
   auto* server = IsOnX() ? TheXServer() : nullptr;
   if (window && server && !server->HasManager()) window->requestActivate();
@@ -217,7 +223,7 @@ void FormWindow::PopupMenu(velmaro::Menu& menu, std::optional<velmaro::Bounds> p
   std::map<const velmaro::Menu*, QAction*> actions;
   FillMenu(popup, menu, actions);
   if (const auto at = actions.find(defaultEntry); at != actions.end()) popup.setDefaultAction(at->second);
-  popup.exec(place ? client_->mapToGlobal(scale_.Pixels(*place).topLeft()) : QCursor::pos());
+  popup.exec(place ? client_->mapToGlobal(scale_.Pixels(*place).topLeft()) : menuPlace_.value_or(QCursor::pos()));
 }
 
 platform::PixelRect FormWindow::Inside() const { return {0, 0, client_->width(), client_->height()}; }

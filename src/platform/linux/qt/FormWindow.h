@@ -52,6 +52,14 @@ class FormWindow : public velmaro::FormPeer, public OwnWindow {
   // For the controls' peers: what contains them, and what their lengths and fonts come to.
   QWidget& Client() { return *client_; }
   const Scale& Measures() const { return scale_; }
+  // Raises the event in which a form opens a menu; one that would open at the pointer opens at this place of the
+  // screen.
+  template <class Event>
+  void OpenMenuAt(QPoint place, Event raise) {
+    menuPlace_ = place;
+    raise();
+    menuPlace_.reset();
+  }
   // For the window itself: what the user and the desktop did.
   void Resized();
   void Activated() { form_.RaiseActivate(); }
@@ -81,12 +89,17 @@ class FormWindow : public velmaro::FormPeer, public OwnWindow {
   QPointer<QWidget> client_;
   FormMenus menus_;
   platform::WindowHandle number_ = 0;
+  std::optional<QPoint> menuPlace_;
   bool blocked_ = false;
   bool shownBefore_ = false;
   bool reporting_ = false;
   QSize pushedFrom_;
   QElapsedTimer sincePush_;
 };
+
+// True for a widget that is out of the user's reach while a modal window stands above it. Qt keeps mouse and keyboard
+// from it, and lets assistive technologies press it.
+bool IsUnderModal(const QWidget* widget);
 
 // Gives the keyboard back to a window when one above it has gone. A window manager does that by itself.
 void HandKeyboardTo(QWindow* window);

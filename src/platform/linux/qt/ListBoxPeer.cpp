@@ -1,6 +1,7 @@
 #include "platform/linux/qt/ListBoxPeer.h"
 
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QListView>
 #include <QPainter>
 #include <QScrollBar>
@@ -69,6 +70,9 @@ class ListWidget : public Heard<QListView> {
     else
       event->accept();
   }
+  void contextMenuEvent(QContextMenuEvent* event) override {
+    if (listener && event->reason() == QContextMenuEvent::Keyboard) static_cast<ListBoxPeer*>(listener)->MenuAsked();
+  }
   void mouseDoubleClickEvent(QMouseEvent* event) override {
     if (event->button() == Qt::LeftButton)
       Heard<QListView>::mouseDoubleClickEvent(event);
@@ -91,8 +95,10 @@ ListWidget* NewList(const velmaro::ListBox& list) {
 }  // namespace
 
 QVariant RowSource::data(const QModelIndex& index, int role) const {
-  if (role != Qt::DisplayRole || index.row() >= rowCount({})) return {};
-  return ToQtLine(rows_[static_cast<std::size_t>(index.row())]);
+  const bool spoken = role == Qt::AccessibleTextRole;
+  if ((role != Qt::DisplayRole && !spoken) || index.row() >= rowCount({})) return {};
+  auto text = ToQtLine(rows_[static_cast<std::size_t>(index.row())]);
+  return spoken ? text.replace('	', ' ') : text;
 }
 
 void RowSource::Take(const velmaro::ListBox& list) {
@@ -148,6 +154,15 @@ void ListBoxPeer::Picked(const QModelIndex& row) {
   if (IsApplying() || !row.isValid()) return;
   list_.SelectedByUser(row.row());
   list_.RaiseClick();
+}
+
+void ListBoxPeer::MenuAsked() {
+  auto& widget = static_cast<ListWidget&>(Widget());
+  const auto row = widget.currentIndex();
+  if (row.isValid()) widget.scrollTo(row);
+  const auto under = row.isValid() ? widget.visualRect(row).bottomLeft() : QPoint();
+  Form().OpenMenuAt(widget.viewport()->mapToGlobal(under),
+                    [&] { list_.RaiseMouseUp(velmaro::MouseButton::Right, 0, 0, 0); });
 }
 
 void ListBoxPeer::PressedTwice(const QMouseEvent& event) {

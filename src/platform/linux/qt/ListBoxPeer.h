@@ -29,6 +29,8 @@ class ListBoxPeer : public ControlPeer {
   void Begin() override;
   void Apply(velmaro::Change what) override;
   void PressedTwice(const QMouseEvent& event) override;
+  // For the widget: a key asks for the menu of the selected row, which is what the right button brings.
+  void MenuAsked();
 
  protected:
   void ShowColors() override { ShowColorsAs(QPalette::Text, QPalette::Base); }

@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <QAccessible>
 #include <QDir>
 #include <QEventLoop>
 #include <QSessionManager>
@@ -11,6 +12,7 @@
 #include <utility>
 
 #include "platform/linux/Say.h"
+#include "platform/linux/qt/Accessible.h"
 #include "platform/linux/qt/ButtonPeers.h"
 #include "platform/linux/qt/EditPeers.h"
 #include "platform/linux/qt/FormWindow.h"
@@ -67,6 +69,7 @@ QtToolkit::QtToolkit(std::string plugins) : plugins_(std::move(plugins)), applic
   const auto comeBackNever = [](QSessionManager& session) { session.setRestartHint(QSessionManager::RestartNever); };
   QObject::connect(&application_, &QGuiApplication::commitDataRequest, comeBackNever);
   QObject::connect(&application_, &QGuiApplication::saveStateRequest, comeBackNever);
+  QAccessible::installFactory(NewAccessible);
 }
 
 std::unique_ptr<velmaro::FormPeer> QtToolkit::NewPeer(velmaro::Form& form) {
