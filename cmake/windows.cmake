@@ -12,13 +12,20 @@ if(TARGET velmaro AND EXISTS ${CMAKE_SOURCE_DIR}/src/startup/main.cpp)
     DEPENDS packaging/draw_icons.py
     VERBATIM)
 
+  # Their numbers are those of the project.
+  set(numbered ${CMAKE_BINARY_DIR}/numbered)
+  configure_file(packaging/velmaro.manifest.in ${numbered}/velmaro.manifest @ONLY)
+  configure_file(packaging/version.h.in ${numbered}/version.h @ONLY)
+
   enable_language(RC)
-  add_executable(velmaro_exe WIN32 src/startup/main.cpp packaging/velmaro.rc)
+  # By themselves, so that they can be made without the program.
+  add_library(velmaro_resources OBJECT packaging/velmaro.rc)
+  add_executable(velmaro_exe WIN32 src/startup/main.cpp $<TARGET_OBJECTS:velmaro_resources>)
   set_target_properties(velmaro_exe PROPERTIES OUTPUT_NAME velmaro)
   set_property(SOURCE packaging/velmaro.rc PROPERTY OBJECT_DEPENDS
     "${icons}/app.ico;${icons}/priority.ico;${icons}/memory.ico;${icons}/resources.ico;${icons}/editor.ico"
-    "${CMAKE_SOURCE_DIR}/packaging/velmaro.manifest" "${CMAKE_SOURCE_DIR}/packaging/resources.h")
-  target_include_directories(velmaro_exe PRIVATE packaging ${icons})
+    "${numbered}/velmaro.manifest;${numbered}/version.h;${CMAKE_SOURCE_DIR}/packaging/resources.h")
+  target_include_directories(velmaro_resources PRIVATE packaging ${icons} ${numbered})
   target_include_directories(velmaro PUBLIC packaging)
   target_link_libraries(velmaro_exe PRIVATE velmaro gdi32 shell32 advapi32 user32)
   # The address space can be laid out anew only while the relocations are in the file.

@@ -1,16 +1,18 @@
 #!/usr/bin/env bash
-# Writes a release into dist/: the zip for Windows, the Debian package, the source archive, and SHA256SUMS.
+# Writes a release: the zip for Windows, the Debian package, the source archive, and SHA256SUMS. dist.sh [FOLDER], dist
+# where none is named; what was in it goes.
 set -euo pipefail
+dist=$(realpath -m "${1:-"$(dirname "$0")/../dist"}")
 cd "$(dirname "$0")/.."
 . tools/epoch.sh
 umask 022
-version=3.0.0
+version=$(sed -n 's/^project(.* VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
 stage=$(mktemp -d)
 trap 'rm -rf "$stage"' EXIT
-rm -rf dist
-mkdir dist
+rm -rf "$dist"
+mkdir "$dist"
 
-tools/deb.sh
+tools/deb.sh build/linux "$dist"
 
 mkdir "$stage/zip"
 cp build/windows/velmaro.exe "$stage/zip"
@@ -20,7 +22,7 @@ for text in "$stage/README.txt" packaging/samples/killlist.txt packaging/samples
   sed 's/$/\r/' "$text" >"$stage/zip/${text##*/}"
 done
 # An archiver would note when each file was last read.
-(cd "$stage/zip" && python3 - "$OLDPWD/dist/velmaro-$version-windows.zip" <<'PACK'
+(cd "$stage/zip" && python3 - "$dist/velmaro-$version-windows.zip" <<'PACK'
 import os, sys, time, zipfile
 with zipfile.ZipFile(sys.argv[1], 'w', zipfile.ZIP_DEFLATED) as archive:
     for name in ('velmaro.exe', 'README.txt', 'killlist.txt', 'nokilllist.txt'):
@@ -37,7 +39,7 @@ sources() {
 }
 sources | sort -z | tar --create --no-recursion --transform="s,^,velmaro-$version/," --mtime="@$SOURCE_DATE_EPOCH" \
   --owner=0 --group=0 --numeric-owner --mode=u+rw,go=rX --format=gnu --null --files-from=- |
-  gzip -9n >"dist/velmaro-$version.tar.gz"
+  gzip -9n >"$dist/velmaro-$version.tar.gz"
 
-(cd dist && sha256sum -- velmaro* >SHA256SUMS)
-ls -l dist
+(cd "$dist" && sha256sum -- velmaro* >SHA256SUMS)
+ls -l "$dist"

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
 # Installs what a machine with Debian 12 or 13 lacks to build Velmaro for the named platforms: setup.sh [linux] [windows]
+# With "checks" instead: what looks at a release. A check whose tool can't be had is skipped.
 # What builds a platform must be there in the end. Wine, which runs velmaro.exe, may stay missing: where no 32-bit Wine
 # can be had, the 64-bit one and a compiler for it are installed, and a 64-bit build of the same sources stands in.
 set -u
@@ -10,6 +11,7 @@ tools=(make cmake ninja-build g++ python3 libgtest-dev googletest libbenchmark-d
 display=(xvfb xauth x11-utils imagemagick)
 wine=()
 stand_in=()
+checks=()
 
 # Some kernels run no 32-bit programs. The smallest one that there is, one that only exits, tells.
 runs_32_bit() {
@@ -34,6 +36,7 @@ for platform in "$@"; do
       wine+=(wine wine32:i386 fonts-liberation fonts-wine "${display[@]}")
       stand_in+=(wine wine64 g++-mingw-w64-x86-64-posix fonts-liberation fonts-wine "${display[@]}")
       ;;
+    checks) tools=() checks+=(mandoc man-db groff-base appstream desktop-file-utils lintian) ;;
   esac
 done
 
@@ -44,6 +47,7 @@ missing() {
 }
 
 mapfile -t need_tools < <(missing "${tools[@]}")
+mapfile -t need_checks < <(missing "${checks[@]}")
 mapfile -t need_wine < <(missing "${wine[@]}")
 mapfile -t need_stand_in < <(missing "${stand_in[@]}")
 # Where the stand-in serves, 32-bit Wine is tried again after a day: a package index that is out of step heals.
@@ -55,7 +59,7 @@ elif [ ${#need_wine[@]} -eq 0 ]; then
 elif [ ${#need_stand_in[@]} -eq 0 ] && { [ "$(id -u)" -ne 0 ] || [ -n "$(find $refused -mtime -1 2>/dev/null)" ]; }; then
   need_wine=()
 fi
-[ $((${#need_tools[@]} + ${#need_wine[@]} + ${#need_stand_in[@]})) -gt 0 ] || exit 0
+[ $((${#need_tools[@]} + ${#need_checks[@]} + ${#need_wine[@]} + ${#need_stand_in[@]})) -gt 0 ] || exit 0
 
 if [ "$(id -u)" -ne 0 ]; then
   foreign=
@@ -63,7 +67,7 @@ if [ "$(id -u)" -ne 0 ]; then
     foreign='dpkg --add-architecture i386; '
     need_stand_in=()
   fi
-  echo "Velmaro needs, as root: ${foreign}apt-get install ${need_tools[*]} ${need_wine[*]} ${need_stand_in[*]}" >&2
+  echo "Velmaro needs, as root: ${foreign}apt-get install ${need_tools[*]} ${need_checks[*]} ${need_wine[*]} ${need_stand_in[*]}" >&2
   exit $((${#need_tools[@]} > 0))
 fi
 
@@ -84,6 +88,10 @@ apt update >/dev/null 2>"$scratch/update.log" || sed 's/^/apt-get update: /' "$s
 if [ ${#need_tools[@]} -gt 0 ]; then
   get "${need_tools[@]}" || { echo "Could not install: ${need_tools[*]}" >&2; exit 1; }
 fi
+
+for check in ${need_checks[@]+"${need_checks[@]}"}; do
+  get "$check" || echo "Could not install $check: what needs it will be skipped." >&2
+done
 
 # The index of the release suites alone, from the machine's own mirrors, beside the machine's own settings.
 release_suites_only() {

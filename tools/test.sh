@@ -11,9 +11,12 @@ run() {
   echo "== $1"
   ctest --preset "$1" || failed+=("$1")
 }
+tools/setup.sh checks
 run native
 run native-asan
 run linux
+echo '== release'
+tools/reproduce.sh || failed+=(release)
 # Where no 32-bit program runs, velmaro.exe's own tests are reported as skipped, and a 64-bit build of the same sources
 # is driven in its place.
 run windows

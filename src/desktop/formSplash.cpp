@@ -23,7 +23,7 @@ formSplash::formSplash()
             .BackColor = Black}),
       Timer1(*this, {.Interval = 1200}),
       Picture1(*this, {.At = {0, 345, 6480, 3090}, .BackColor = SystemColor::Window}),
-      lblName(Picture1, {.Caption = "Velmaro 3.0",
+      lblName(Picture1, {.Caption = "Velmaro " VELMARO_RELEASE,
                          .At = {300, 360, 3780, 1185},
                          .Font = {.Name = "Arial", .Size = 24},
                          .BackColor = White,

@@ -223,7 +223,7 @@ TEST(LinuxStarts, AnInstalledProgramFindsItsToolkitAndKeepsItsListsWithItsUser) 
   const auto asked = "'" + folder / "usr/bin/velmaro' --version >'" + folder / "said' && '" +
                      folder / "usr/bin/velmaro" + "' --help >>'" + folder / "said'";
   EXPECT_EQ(std::system(asked.c_str()), 0);
-  EXPECT_TRUE(ReadBytes(folder / "said").starts_with("velmaro 3.0.0\nUsage: velmaro "));
+  EXPECT_TRUE(ReadBytes(folder / "said").starts_with("velmaro " VELMARO_VERSION "\nUsage: velmaro "));
   for (const auto* file :
        {"applications/velmaro.desktop", "icons/hicolor/128x128/apps/velmaro.png", "man/man1/velmaro.1.gz"})
     EXPECT_TRUE(fs::exists(folder / "usr/share/" + file)) << file;
