@@ -33,6 +33,7 @@ TEST_F(Starting, AnEmptyLineBringsUpTheWindow) {
   EXPECT_EQ(State(form), "Real Time 2, row -1 of 1");
   EXPECT_EQ(form.KillListPath + NoKillListPath, "C:\\killlist.txtC:\\nokilllist.txt");
   EXPECT_EQ(desktop.snapshotsTaken, 1);
+  desktop.Then([&] { EXPECT_TRUE(Shows(form)); });
   desktop.Then([&] { CloseBox(form); });
   application.Run();
   EXPECT_EQ(desktop.livePeers + application.ExitCode(), 0);
@@ -92,6 +93,7 @@ TEST_F(Starting, WithoutQuietTheBoxesComeBeforeAnyWindow) {
   ExpectUnattended(Start("/m /k /i game.exe"));
   EXPECT_EQ(BoxTexts(), (Texts{"Do you want to kill all the processes listed\r\nin '" + KillList + "'?",
                                "game.exe process has been set to IDLE."}));
+  EXPECT_TRUE(desktop.sleeps.empty()) << "nothing is to be hidden";
   EXPECT_EQ(desktop.starts.size(), 1U);
 }
 

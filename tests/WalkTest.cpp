@@ -127,8 +127,9 @@ TEST_F(Walk, WhereTheClassIsReadBackTheReportTellsTheTruth) {
   set(0);
   ExpectLastBox("game process has ended before it could be set to NORMAL.", Tells);
   process.alive = process.denied = true;
+  desktop.boxes.clear();
   set(1);
-  ExpectLastBox("game process has ended before it could be set to HIGH.", Tells);
+  EXPECT_EQ(BoxTexts(), Texts{"game process has ended before it could be set to HIGH."});
   EXPECT_EQ(ClassSentence("a", 128, {.made = true, .now = 32768}, ""),
             "a process stays at ABOVE NORMAL, which it has chosen for itself.");
 }
