@@ -302,18 +302,6 @@ TEST_F(LinuxDesktop, ARefreshInTheBackgroundKeepsTheRowAndThePlaceOfTheList) {
   EXPECT_EQ(bar.value(), RowOf(folder / "zz5"));
 }
 
-TEST_F(LinuxDesktop, AKillRunAsksOnceAndEndsTheList) {
-  const Child first(folder.Sleeper("zzone"));
-  const Child second(folder.Sleeper("zztwo"));
-  WriteBytes(killList, "zzone\r\nzztwo\r\n");
-  Answer("kill all the processes", "No");
-  Key(*main, Qt::Key_K, Qt::ControlModifier);
-  EXPECT_TRUE(first.Runs() && second.Runs());
-  Answer("kill all the processes", "Yes");
-  Key(*main, Qt::Key_K, Qt::ControlModifier);
-  EXPECT_FALSE(first.Runs() || second.Runs());
-}
-
 TEST_F(LinuxDesktop, TheEditorKeepsEveryByteThatTheUserDoesNotTouch) {
   using namespace std::string_literals;
   const auto bytes = "one\r\ntwo\nthree\rnb\xc2\xa0sp \xff\xfe 日本 😀\0 end\r\n\r\n"s;
