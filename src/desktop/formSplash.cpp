@@ -50,7 +50,7 @@ formSplash::formSplash()
                .At = {4335, 3555, 2025, 255},
                .Font = {.Name = "MS Sans Serif", .Underline = true},
                .BackColor = Black,
-               .ForeColor = Rgb(0, 0, 255),
+               .ForeColor = Rgb(96, 128, 255),
                .ToolTipText = credits::HomePage},
               {.Pointer = velmaro::Pointer::Hand}),
       Label3(*this, {.Caption = credits::Thanks,

@@ -17,11 +17,13 @@
 #include <QTest>
 #include <QTimer>
 #include <algorithm>
+#include <cmath>
 #include <deque>
 #include <functional>
 
 #include "Children.h"
 #include "mainform/formVelmaro.h"
+#include "memory/formFreeMem.h"
 #include "platform/machine.h"
 #include "process/StartCommand.h"
 #include "runtime/Application.h"
@@ -55,6 +57,22 @@ struct Paints : QObject {
     return false;
   }
 };
+
+double Luminance(const QColor& color) {
+  const auto part = [](double value) {
+    return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+  };
+  return 0.2126 * part(color.redF()) + 0.7152 * part(color.greenF()) + 0.0722 * part(color.blueF());
+}
+
+void ExpectReadable(const QWidget& window) {
+  for (const auto* label : window.findChildren<QLabel*>()) {
+    const auto& colors = label->palette();
+    const auto [low, high] = std::minmax(
+        {Luminance(colors.color(label->foregroundRole())), Luminance(colors.color(label->backgroundRole()))});
+    EXPECT_GE((high + 0.05) / (low + 0.05), 4.5) << label->text().toStdString();
+  }
+}
 
 bool Shows(const QLabel* tip) { return tip->isVisible() && tip->window()->windowType() == Qt::ToolTip; }
 
@@ -421,6 +439,27 @@ TEST_F(LinuxDesktop, AMemoryRunHoldsItsTargetAndGivesAllOfItBack) {
   EXPECT_GE(OwnMemory("VmHWM:"), before + steps * 2048);
   EXPECT_LE(OwnMemory("VmRSS:"), before + 4096);
   EXPECT_TRUE(meter->windowTitle().endsWith("KB Free Memory"));
+}
+
+TEST_F(LinuxDesktop, EveryLabelCanBeReadInALightAndInADarkTheme) {
+  for (const auto& window : {QColor(239, 239, 239), QColor(49, 54, 59), QColor(Qt::black)}) {
+    QApplication::setPalette(QPalette(window));
+    Then([](QWidget& about) {
+      ExpectReadable(about);
+      Key(about, Qt::Key_Escape);
+    });
+    Key(*main, Qt::Key_F1);
+    Then([](QWidget& launcher) {
+      ExpectReadable(launcher);
+      Key(launcher, Qt::Key_Escape);
+    });
+    Key(*main, Qt::Key_R, Qt::ControlModifier);
+    Click(*main, "Free Mem");
+    for (const auto* form : QApplication::topLevelWidgets())
+      if (form->windowTitle().contains("Free Memory")) ExpectReadable(*form);
+    UnloadForm(app.Default<formFreeMem>());
+  }
+  QApplication::setPalette({});
 }
 
 TEST_F(LinuxDesktop, ModalWindowsComeAndGoAndTheCloseBoxEndsTheProgram) {

@@ -46,6 +46,16 @@ double Contrast(const QColor& a, const QColor& b) {
   return (high + 0.05) / (low + 0.05);
 }
 
+constexpr double readable = 4.5;
+
+// A colour of the same hue, so much lighter or darker that it can be read on the ground.
+QColor Readable(QColor text, const QColor& ground) {
+  const float step = Luminance(ground) > 0.18 ? -0.01F : 0.01F;
+  for (int i = 0; i < 100 && Contrast(text, ground) < readable; ++i)
+    text.setHslF(text.hslHueF(), text.hslSaturationF(), std::clamp(text.lightnessF() + step, 0.0F, 1.0F));
+  return text;
+}
+
 // The user's font at the size at which its letters are no wider than those that forms are laid out for.
 double BaseSize(const QFont& font, double twipsPerPixel) {
   const auto width =
@@ -94,13 +104,16 @@ QColor ColorOf(velmaro::Color color, const QPalette& palette) {
 }
 
 TextColors ColorsOf(velmaro::Color text, velmaro::Color ground, const QPalette& palette) {
-  constexpr double readable = 3;
   TextColors colors{ColorOf(text, palette), ColorOf(ground, palette)};
-  const bool ofOneMaker = velmaro::SystemColor::Is(text) == velmaro::SystemColor::Is(ground);
-  if (ofOneMaker || Contrast(colors.text, colors.ground) >= readable) return colors;
+  if (Contrast(colors.text, colors.ground) >= readable) return colors;
   const auto link = palette.color(QPalette::Link);
-  const bool asLink = !velmaro::SystemColor::Is(text) && Contrast(link, colors.ground) >= readable;
-  colors.text = asLink ? link : QColor(Luminance(colors.ground) > 0.18 ? Qt::black : Qt::white);
+  if (velmaro::SystemColor::Is(text))
+    colors.text = QColor(Luminance(colors.ground) > 0.18 ? Qt::black : Qt::white);
+  else if (velmaro::SystemColor::Is(ground) && colors.text.hslSaturation() > 0 &&
+           Contrast(link, colors.ground) >= readable)
+    colors.text = link;
+  else
+    colors.text = Readable(colors.text, colors.ground);
   return colors;
 }
 
