@@ -27,6 +27,7 @@ ComboBoxPeer::ComboBoxPeer(velmaro::ComboBox& combo)
     : ControlPeer(combo, {.windowClass = L"COMBOBOX",
                           .style = WS_VSCROLL | CBS_DROPDOWN | CBS_AUTOHSCROLL | CBS_HASSTRINGS,
                           .takesKeyboard = true,
+                          .isField = true,
                           .listHeight = ListHeight}),
       combo_(combo) {
   Send(CB_LIMITTEXT, 0);

@@ -1,6 +1,9 @@
 #include "platform/windows/ControlPeer.h"
 
+#include <algorithm>
+
 #include "platform/windows/Keys.h"
+#include "runtime/Label.h"
 
 namespace windows {
 namespace {
@@ -60,11 +63,23 @@ ControlPeer::ControlPeer(velmaro::Control& control, const ControlWindow& window)
       clicksByRelease_(window.clicksByRelease),
       listHeight_(window.listHeight),
       place_(form_.Scale().ToPixels(control.At())),
+      label_(NewLabel(window)),
       window_(Create(ArgsFor(window))) {
   ::SetWindowLongPtrW(window_.get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
   native_ = reinterpret_cast<WNDPROC>(
       ::SetWindowLongPtrW(window_.get(), GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&ControlPeer::Procedure)));
   Send(WM_SETFONT, reinterpret_cast<WPARAM>(form_.FontFor(control.Font())));
+}
+
+// Screen readers call a field what the label in front of it says. Where the form has none, one that nobody sees says
+// it.
+OwnedWindow ControlPeer::NewLabel(const ControlWindow& window) const {
+  const auto& name = control_.AccessibleName();
+  const auto says = [&](const velmaro::Control* other) {
+    return dynamic_cast<const velmaro::Label*>(other) && other->Caption() == name;
+  };
+  if (!window.isField || name.empty() || std::ranges::any_of(control_.Owner().Controls(), says)) return {};
+  return Create({.windowClass = L"STATIC", .text = name, .style = WS_CHILD, .parent = ParentOf(control_)});
 }
 
 WindowArgs ControlPeer::ArgsFor(const ControlWindow& window) {
@@ -73,10 +88,12 @@ WindowArgs ControlPeer::ArgsFor(const ControlWindow& window) {
   if (!control_.Enabled()) style |= WS_DISABLED;
   if (window.takesKeyboard) style |= WS_TABSTOP;
   if (window.startsGroup) style |= WS_GROUP;
+  // A list or a scroll bar shows no text, and its name can stand there.
+  const bool named = window.takesKeyboard && !window.isField && control_.Caption().empty();
   auto place = place_;
   place.height += form_.Scale().Scaled(listHeight_);
   return {.windowClass = window.windowClass,
-          .text = control_.Caption(),
+          .text = named ? control_.AccessibleName() : control_.Caption(),
           .style = style,
           .extendedStyle = window.extendedStyle,
           .place = place,

@@ -13,6 +13,7 @@ struct ControlWindow {
   DWORD style = 0;
   DWORD extendedStyle = 0;
   bool takesKeyboard = false;    // reached with Tab
+  bool isField = false;          // its window's text is what the user edits
   bool clicksByRelease = false;  // a left button released over it is a click
   bool startsGroup = true;       // the arrow keys do not run on into it
   int listHeight = 0;            // room below the control for a list that drops down, in pixels at 96 dots an inch
@@ -56,6 +57,7 @@ class ControlPeer : public velmaro::Peer {
  private:
   static LRESULT CALLBACK Procedure(HWND window, UINT id, WPARAM wParam, LPARAM lParam) noexcept;
   WindowArgs ArgsFor(const ControlWindow& window);
+  OwnedWindow NewLabel(const ControlWindow& window) const;
   void Place();
   void Show() const;
   void Enable() const;
@@ -69,6 +71,7 @@ class ControlPeer : public velmaro::Peer {
   PixelPlace place_;
   // The window's own procedure, called through: the system's way of subclassing costs far more a message.
   WNDPROC native_ = nullptr;
+  OwnedWindow label_;
   OwnedWindow window_;
 };
 

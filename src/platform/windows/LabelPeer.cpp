@@ -34,10 +34,17 @@ LabelPeer::LabelPeer(velmaro::Label& label)
 void LabelPeer::StepAhead() const {
   for (const auto* control : label_.Owner().Controls())
     if (dynamic_cast<const velmaro::Label*>(control) && control != &label_ && control->Peer() &&
-        control->Parent() == label_.Parent() && control->Top() < label_.Top() && Overlap(control->At(), label_.At())) {
-      const auto before = ::GetWindow(platform::ToNative<HWND>(control->hWnd()), GW_HWNDPREV);
-      ::SetWindowPos(Window(), before ? before : HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-    }
+        control->Parent() == label_.Parent() && control->Top() < label_.Top() && Overlap(control->At(), label_.At()))
+      StepBefore(*control);
+  // Screen readers look for the name of a field in the label in front of it.
+  for (const auto* control : label_.Owner().Controls())
+    if (control->Peer() && !label_.Caption().empty() && control->AccessibleName() == label_.Caption())
+      StepBefore(*control);
+}
+
+void LabelPeer::StepBefore(const velmaro::Control& control) const {
+  const auto before = ::GetWindow(platform::ToNative<HWND>(control.hWnd()), GW_HWNDPREV);
+  ::SetWindowPos(Window(), before ? before : HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
 void LabelPeer::Apply(velmaro::Change what) {

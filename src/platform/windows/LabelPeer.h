@@ -16,6 +16,7 @@ class LabelPeer final : public ControlPeer {
 
  private:
   void StepAhead() const;
+  void StepBefore(const velmaro::Control& control) const;
   void ShowCaption();
   void Draw(HDC context) const;
   velmaro::Color Back() const { return label_.Transparent() ? ContainerColor() : label_.BackColor(); }

@@ -23,9 +23,11 @@ LRESULT WithoutFormKeys(LRESULT code, LPARAM message) {
 }  // namespace
 
 TextBoxPeer::TextBoxPeer(velmaro::TextBox& box)
-    : ControlPeer(
-          box,
-          {.windowClass = L"EDIT", .style = StyleOf(box), .extendedStyle = WS_EX_CLIENTEDGE, .takesKeyboard = true}),
+    : ControlPeer(box, {.windowClass = L"EDIT",
+                        .style = StyleOf(box),
+                        .extendedStyle = WS_EX_CLIENTEDGE,
+                        .takesKeyboard = true,
+                        .isField = true}),
       box_(box) {
   Send(EM_SETLIMITTEXT, 0);
   ShowText();
