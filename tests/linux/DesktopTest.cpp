@@ -67,11 +67,17 @@ double Luminance(const QColor& color) {
 
 void ExpectReadable(const QWidget& window) {
   for (const auto* label : window.findChildren<QLabel*>()) {
+    if (label->text().isEmpty()) continue;
     const auto& colors = label->palette();
     const auto [low, high] = std::minmax(
         {Luminance(colors.color(label->foregroundRole())), Luminance(colors.color(label->backgroundRole()))});
     EXPECT_GE((high + 0.05) / (low + 0.05), 4.5) << label->text().toStdString();
+    const auto room = label->fontMetrics().boundingRect({0, 0, label->width(), 9999}, Qt::TextWordWrap, label->text());
+    EXPECT_TRUE(room.width() <= label->width() && room.height() <= label->height()) << label->text().toStdString();
   }
+  for (auto* button : window.findChildren<QAbstractButton*>())
+    EXPECT_LE(button->fontMetrics().horizontalAdvance(button->text().remove('&')), button->width())
+        << button->text().toStdString();
 }
 
 bool Shows(const QLabel* tip) { return tip->isVisible() && tip->window()->windowType() == Qt::ToolTip; }
@@ -441,9 +447,12 @@ TEST_F(LinuxDesktop, AMemoryRunHoldsItsTargetAndGivesAllOfItBack) {
   EXPECT_TRUE(meter->windowTitle().endsWith("KB Free Memory"));
 }
 
-TEST_F(LinuxDesktop, EveryLabelCanBeReadInALightAndInADarkTheme) {
+TEST_F(LinuxDesktop, EveryCaptionCanBeReadInALightAndInADarkThemeAndWithLargeFonts) {
   for (const auto& window : {QColor(239, 239, 239), QColor(49, 54, 59), QColor(Qt::black)}) {
     QApplication::setPalette(QPalette(window));
+    auto font = QApplication::font();
+    font.setPointSizeF(font.pointSizeF() * 2);
+    QApplication::setFont(font);
     Then([](QWidget& about) {
       ExpectReadable(about);
       Key(about, Qt::Key_Escape);
@@ -460,6 +469,7 @@ TEST_F(LinuxDesktop, EveryLabelCanBeReadInALightAndInADarkTheme) {
     UnloadForm(app.Default<formFreeMem>());
   }
   QApplication::setPalette({});
+  QApplication::setFont({});
 }
 
 TEST_F(LinuxDesktop, ModalWindowsComeAndGoAndTheCloseBoxEndsTheProgram) {
