@@ -1,7 +1,7 @@
-# The front door: make run | run-windows | test | install | uninstall | bench | deb | dist
+# The front door: make run | run-windows | test | install | uninstall | bench | deb | dist | pictures
 # One at a time: what each of them installs must not meet the other's, and a build uses all cores by itself.
 .NOTPARALLEL:
-.PHONY: run run-windows test install uninstall bench deb dist linux windows native native-asan
+.PHONY: run run-windows test install uninstall bench deb dist pictures linux windows native native-asan
 
 # The command line reaches the program through the environment alone, so that no quote or dollar sign in it is lost.
 export VELMARO_ARGS := $(value ARGS)
@@ -31,6 +31,10 @@ deb: linux
 
 dist: linux windows
 	@tools/dist.sh
+
+pictures: linux windows
+	@tools/setup.sh pictures
+	@tools/pictures.sh
 
 linux windows native native-asan:
 	@tools/setup.sh $@
