@@ -11,51 +11,6 @@ class Commands : public OnDesktop {
   int BaseOf(const std::string& name) { return desktop.ProcessNamed(name).basePriority; }
 };
 
-TEST_F(Commands, AnOptionIsAppliedToTheSelectedRowByEveryRoad) {
-  auto& form = Start();
-  EXPECT_EQ(State(form), "Real Time 2, row -1 of 6");
-  const auto apply = [&](int row, const std::function<void()>& act) {
-    Select(form.List1, row);
-    act();
-    return form.List1.List(row) + ", " + State(form);
-  };
-  EXPECT_EQ(apply(0, [&] { Press(form.btnVelmaro); }), "[REAL]\tnormal.exe, Real Time 2, row -1 of 6");
-  ExpectLastBox("normal.exe process has been set to REAL TIME.", Tells);
-  EXPECT_EQ(apply(2, [&] { Choose(form.mnuOptions[3]); }), "[Idle]\tc:\\emu\\real.exe, Idle 3, row -1 of 6");
-  ExpectLastBox("c:\\emu\\real.exe process has been set to IDLE.", Tells);
-  EXPECT_EQ(apply(3, [&] { TypeKey(form, 'H', ShiftKey::Ctrl); }), "[HIGH]\tten.exe, High 1, row -1 of 6");
-  EXPECT_EQ(apply(5, [&] { DoubleClick(form.List1, 5); }), "[REAL]\tidle.exe, Real Time 2, row -1 of 6");
-  EXPECT_EQ(apply(5, [&] { TypeKey(form, 'N', ShiftKey::Ctrl); }), "[Normal]\tidle.exe, Normal 0, row -1 of 6");
-  desktop.Answer(6);
-  Select(form.List1, 4);
-  TypeKey(form, Key::Delete);
-  EXPECT_EQ(Ended(), Texts{"nine.exe"});
-  // It stays checked, so the button asks for the next row, and a No refreshes all the same.
-  EXPECT_EQ(apply(0, [&] { Press(form.btnVelmaro); }), "[REAL]\tnormal.exe, Terminate Process 4, row -1 of 5");
-  ExpectLastBox("Do you want to terminate the process 'normal.exe'?", AsksWithNo);
-}
-
-TEST_F(Commands, NothingIsDoneToARowThatStandsAtTheOptionOrWithoutARow) {
-  auto& form = Start();
-  const auto taken = desktop.snapshotsTaken;
-  for (const auto& [row, option] :
-       std::vector<std::pair<int, std::size_t>>{{0, 0}, {1, 1}, {2, 2}, {3, 0}, {4, 0}, {5, 3}}) {
-    Select(form.List1, row);
-    Choose(form.mnuOptions[option]);
-    Press(form.btnVelmaro);
-    EXPECT_EQ(form.List1.ListIndex(), row);
-  }
-  EXPECT_EQ(desktop.snapshotsTaken, taken);
-  Press(form.btnRefresh);
-  desktop.AddProcess("new.exe");
-  Choose(form.mnuOptions[4]);
-  EXPECT_EQ(State(form), "Terminate Process 4, row -1 of 7");
-  DoubleClick(form.List1, -1);
-  EXPECT_EQ(State(form), "Real Time 2, row -1 of 7");
-  for (const auto& process : desktop.processes) EXPECT_TRUE(process.alive && process.classSet == 0) << process.name;
-  EXPECT_TRUE(desktop.boxes.empty());
-}
-
 TEST_F(Commands, TheListShowsWhatTheFirstProcessOfThatNameReallyGot) {
   desktop.AddProcess("e.exe");
   desktop.AddProcess("a]\tb.exe");
@@ -134,19 +89,6 @@ class WindowCommands : public OnDesktop {
   platform::WindowHandle hidden = desktop.AddWindow("Tray helper", false);
   platform::WindowHandle nameless = desktop.AddWindow("");
 };
-
-TEST_F(WindowCommands, WindowsAreListedByTheirTitleAloneWhetherTheyShowOrNot) {
-  auto& form = Start();
-  Press(form.Option1[6]);
-  const Texts titled = {"Zeld's Velmaro Process", "Game", "Tray helper"};
-  EXPECT_EQ(Rows(form.List1), titled);
-  EXPECT_EQ(form.List1.ItemData(0), static_cast<std::int32_t>(form.hWnd()));
-  Choose(form.mnuListHiddenWindows);
-  EXPECT_EQ(Rows(form.List1), titled + Texts{" - Hidden Window - " + std::to_string(nameless)});
-  EXPECT_EQ(form.List1.ItemData(3), static_cast<std::int32_t>(nameless));
-  Choose(form.mnuListHiddenWindows);
-  EXPECT_EQ(Rows(form.List1), titled);
-}
 
 TEST_F(WindowCommands, EachCommandPlacesTheSelectedWindow) {
   auto& form = Start();

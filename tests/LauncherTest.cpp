@@ -53,24 +53,6 @@ TEST_F(Launcher, OpensWithWhatTheStoreHolds) {
   }
 }
 
-TEST_F(Launcher, ThePriorityIsStoredOnEveryWayOut) {
-  auto& main = Start();
-  const std::vector<std::function<void(formLauncher&)>> ways = {
-      [](formLauncher& form) { Press(form.btnOK); }, [](formLauncher& form) { Press(form.btnCancel); },
-      [](formLauncher& form) { TypeKey(form, Key::Escape); }, [](formLauncher& form) { CloseBox(form); }};
-  for (std::size_t i = 0; i < ways.size(); ++i) {
-    Run(main, [&](formLauncher& form) {
-      if (i > 0) TypeText(form.cmbRun, "game.exe");
-      Press(form.optPriority[3 - i]);
-      ways[i](form);
-    });
-    EXPECT_EQ(Stored("LastPriority"), std::to_string(3 - i));
-  }
-  EXPECT_EQ(desktop.settings.size(), 1U) << "an empty or cancelled command is not filed";
-  EXPECT_TRUE(desktop.starts.empty());
-  EXPECT_EQ(Checked(main), Texts{"Real Time"});
-}
-
 TEST_F(Launcher, BrowsePutsThePathIntoTheField) {
   auto& main = Start();
   const std::string longest(254, 'x');
@@ -147,28 +129,6 @@ TEST_F(Launcher, TheOptionChoosesMarkAndClass) {
   Select(main.List1, 0);
   Press(main.btnVelmaro);
   EXPECT_EQ(game.classSet, 64U);
-}
-
-TEST_F(Launcher, ProcessNameIsCutFromTheCommand) {
-  const Texts running = {"notepad.exe", "my app.exe",     "app.exe",  "my.exe",  "readme.txt.exe",
-                         "program.exe", "tnkxfs.dat.exe", "tool.exe", "old.exe", "lead"};
-  auto& main = Start();
-  const auto changed = [&](const std::string& command) {
-    desktop.processes.clear();
-    for (const auto& process : running) desktop.AddProcess(process);
-    Launch(main, command);
-    std::string names;
-    for (const auto& process : desktop.processes)
-      if (process.classSet == 256) names += process.name;
-    return names;
-  };
-  ExpectEach(changed,
-             {"notepad => notepad.exe", "notepad c:\\a.txt => notepad.exe", R"(C:\Tools\My App.EXE => my app.exe)",
-              R"("C:\My Tools\App.exe" -x => my app.exe)", R"("C:\My Tools\Tool" -x => tool.exe)",
-              R"("C:\My Tools\Tool" => my.exe)", R"("notepad.exe" -x => notepad.exe)", "readme.txt => readme.txt.exe",
-              R"(C:\Program Files\tool => program.exe)", "C:/Program/tool => tool.exe", "tnkxfs.dat => tnkxfs.dat.exe",
-              R"(C:\old.exe.d\tool.exe => old.exe)", "C:\\Tools\\ => notepad.exe", " lead => lead", "vgs.exe => "});
-  EXPECT_TRUE(desktop.activations.empty()) << "no command takes another road";
 }
 
 }  // namespace

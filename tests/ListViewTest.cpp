@@ -31,26 +31,6 @@ TEST_F(ListView, EachButtonShowsItsOwnRows) {
   EXPECT_EQ(Rows(form.List1), Texts{});
 }
 
-TEST_F(ListView, EveryRoadOfRefreshRebuildsTheListInOneGo) {
-  auto& form = Start();
-  const std::vector<std::function<void()>> roads = {
-      [&] { Press(form.btnRefresh); }, [&] { Choose(form.mnuFileRefresh); }, [&] { form.Form_KeyUp(Key::F5, 0); },
-      [&] { Choose(form.mnuOptions[2]); }, [&] { Press(form.Option1[1]); }};
-  for (const auto& road : roads) {
-    const auto told = Told(form.List1, Change::Rows);
-    const auto taken = desktop.snapshotsTaken;
-    desktop.AddProcess("new.exe");
-    road();
-    EXPECT_NO_THROW(RowWith(form.List1, "new.exe"));
-    EXPECT_EQ(Told(form.List1, Change::Rows), told + 1);
-    EXPECT_EQ(desktop.snapshotsTaken, taken + 1);
-    desktop.ProcessNamed("new.exe").alive = false;
-  }
-  const auto taken = desktop.snapshotsTaken;
-  for (const int key : {Key::F6, int{'N'}, Key::Return}) TypeKey(form, key);
-  EXPECT_EQ(desktop.snapshotsTaken, taken) << "another key refreshes nothing";
-}
-
 TEST_F(ListView, TheTimerLeavesTheUserAloneWhileHeWorksInTheWindow) {
   auto& form = Start();
   Select(form.List1, 2);
@@ -72,23 +52,6 @@ TEST_F(ListView, TheTimerLeavesTheUserAloneWhileHeWorksInTheWindow) {
   desktop.GoToAnotherProgram();
   desktop.Advance(4000);
   EXPECT_EQ(Rows(form.List1), all);
-}
-
-TEST_F(ListView, TheListIsRebuiltUnderABoxWhichStillEndsWhatItNamed) {
-  auto& form = Start();
-  Select(form.List1, RowWith(form.List1, "normal.exe"));
-  desktop.Answer(6, [&] {
-    desktop.processes.push_front({.name = "first.exe", .id = 1});
-    desktop.Advance(4000);
-    EXPECT_EQ(form.List1.List(0), "[Normal]\tfirst.exe");
-  });
-  Choose(form.mnuOptions[4]);
-  EXPECT_EQ(Ended(), Texts{"normal.exe"});
-  // Another window of the program in front does the same.
-  Choose(form.mnuFileFreeMem);
-  desktop.AddProcess("new.exe");
-  desktop.Advance(4000);
-  EXPECT_EQ(form.List1.ListCount(), 6);
 }
 
 TEST_F(ListView, WhereRowsAreToldApartTheTimerKeepsTheRowAndThePlace) {
@@ -115,21 +78,6 @@ class Find : public ListView {
     TypeKey(form, 'F', ShiftKey::Ctrl);
   }
 };
-
-TEST_F(Find, AnyPartOfARowIsFoundFromTheTop) {
-  auto& form = Start();
-  const std::vector<std::pair<std::string, int>> cases = {
-      {"NORMAL.", 2},  {"high", 3}, {"m?me", 4}, {"emu\\*exe", 4}, {"[nr]eal", 4},
-      {"[!r]eal", -1}, {"xyz", -1}, {"#", -1},   {"[", 0},         {"[b-a]", 0}};
-  for (const auto& [text, row] : cases) {
-    desktop.boxes.clear();
-    Select(form.List1, 4);
-    FindFor(form, text);
-    EXPECT_EQ(form.List1.ListIndex(), row) << text;
-    if (row < 0) ExpectLastBox("'" + text + "'was not found.", Tells, form.Caption());
-    EXPECT_EQ(desktop.boxes.size(), row < 0 ? 1U : 0U) << text;
-  }
-}
 
 TEST_F(Find, NextGoesOnBehindTheSelectionAndDoesNotWrapAtOnce) {
   auto& form = Start();

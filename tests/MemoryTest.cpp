@@ -141,26 +141,6 @@ TEST_F(Memory, ARunIsStoppedByEachOfItsRoadsInAnyStep) {
   }
 }
 
-TEST_F(Memory, AShortageCostsOnlyItsOwnBlocks) {
-  Use(100);
-  auto& form = Open();
-  Slide(form.HScroll1, 10);
-  struct Case {
-    std::size_t failEvery, blocksAllowed, claims, peakBlocks;
-  };
-  // A block whose first claim fails is asked for no second time; one whose copy fails is given back at once.
-  for (const auto& [failEvery, blocksAllowed, claims, peakBlocks] :
-       std::vector<Case>{{3, 99, 15, 6}, {4, 99, 20, 6}, {1, 99, 10, 0}, {0, 3, 20, 3}}) {
-    desktop.memory.failEvery = failEvery;
-    desktop.memory.blocksAllowed = blocksAllowed;
-    desktop.memory.claims = desktop.memory.peakBlocks = 0;
-    Press(form.btnFree);
-    EXPECT_EQ(desktop.memory.claims, claims);
-    EXPECT_EQ(desktop.memory.peakBlocks, peakBlocks);
-    EXPECT_EQ(form.btnFree.Caption(), "Free 10 MB");
-  }
-}
-
 TEST_F(Memory, UnattendedRunTakesHalfTheMegabytesInBlocksOfTwo) {
   auto& main = Start("/q");
   for (const auto& [used, blocks] : std::vector<std::pair<std::uint64_t, std::size_t>>{{9, 5}, {1, 0}, {2, 2}}) {

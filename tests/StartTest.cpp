@@ -39,23 +39,6 @@ TEST_F(Starting, AnEmptyLineBringsUpTheWindow) {
   EXPECT_EQ(desktop.livePeers + application.ExitCode(), 0);
 }
 
-TEST_F(Starting, HelpIsShownAndNothingElse) {
-  desktop.AddProcess("a.exe");
-  desktop.files[KillList].bytes = "a.exe";
-  const auto& form = Start("/q /k /m /h game.exe /?");
-  ExpectLastBox(
-      "Command line switches:\r\n/? = This window.\r\n/q = Quiet - Do not confirm or show new status pop up.\r\n"
-      "/max = Execute programs maximized.\r\n/min = Execute programs minimized.\r\n/hide = Execute programs hidden.\r\n"
-      "/normal = Execute programs in normal window (default).\r\n/m = Free memory before execute.\r\n"
-      "/k [file.txt] = Kill a list of windows before execute programs.\r\n"
-      "/y [file.txt] = List of windows that should not be killed.\r\n/i = Set program process idle.\r\n"
-      "/h = Set program process high priority.\r\n/x [window title] = Hide window by title",
-      Tells);
-  ExpectUnattended(form);
-  EXPECT_EQ(desktop.peersMade, 0);
-  EXPECT_EQ(Ended() + Started(desktop), Texts{});
-}
-
 TEST_F(Starting, AQuietLineDoesItsWorkInOrderWithoutAnyWindow) {
   desktop.AddProcess("chat.exe");
   desktop.AddProcess("saved.exe");
@@ -81,22 +64,6 @@ TEST_F(Starting, AQuietLineDoesItsWorkInOrderWithoutAnyWindow) {
   EXPECT_TRUE(desktop.WindowOf(longer).visible && !desktop.WindowOf(window).visible);
 }
 
-TEST_F(Starting, WithoutQuietTheBoxesComeBeforeAnyWindow) {
-  desktop.AddProcess("game.exe");
-  desktop.files[KillList].bytes = "game.exe";
-  desktop.memory.available = desktop.memory.total - (4U << 20);
-  desktop.Answer(7, [&] { EXPECT_TRUE(desktop.peersMade == 0 && desktop.memory.claims == 0); });
-  desktop.onStart = [&](const auto&) {
-    EXPECT_EQ(desktop.memory.peakBlocks, 3U);
-    return 42;
-  };
-  ExpectUnattended(Start("/m /k /i game.exe"));
-  EXPECT_EQ(BoxTexts(), (Texts{"Do you want to kill all the processes listed\r\nin '" + KillList + "'?",
-                               "game.exe process has been set to IDLE."}));
-  EXPECT_TRUE(desktop.sleeps.empty()) << "nothing is to be hidden";
-  EXPECT_EQ(desktop.starts.size(), 1U);
-}
-
 TEST_F(Starting, SwitchesWithoutATargetActAndLeaveTheWindow) {
   desktop.AddProcess("chat.exe");
   desktop.files["C:\\Velmaro\\a.txt"].bytes = "chat.exe";
@@ -120,15 +87,6 @@ TEST_F(Starting, AFormThatCantBeShownHoldsNoOtherUp) {
     EXPECT_EQ(application.Forms().size(), 1U) << entry->Caption();
   }
   EXPECT_EQ(&FrontForm(), &form);
-}
-
-TEST_F(Starting, OnlyNotFoundIsTriedASecondTime) {
-  const auto window = desktop.AddWindow("ePSXe");
-  desktop.onStart = [](const auto&) { return 5; };
-  Start("/q /x game");
-  EXPECT_EQ(Started(desktop), Texts{"ShellExecuteA:game:1"});
-  EXPECT_FALSE(desktop.WindowOf(window).visible) << "a target that failed changes nothing else";
-  EXPECT_TRUE(desktop.boxes.empty());
 }
 
 TEST(StartingLines, WithoutAnythingToShowWindowsOnTheWorkIsDoneAndTheProgramEnds) {
@@ -215,26 +173,6 @@ TEST(StartingLines, StationIsLookedForInThreePlaces) {
     for (const auto& process : desktop.processes) EXPECT_EQ(process.classSet, 256U);
     EXPECT_TRUE(desktop.sentKeys.empty() && desktop.boxes.empty() && desktop.peersMade == 0);
   }
-}
-
-TEST_F(Starting, RegistryValuesAreReadAsTextWhateverTheyAre) {
-  constexpr std::uint32_t root = 0x80000002;
-  const auto ended = [](std::string text) { return text + '\0'; };
-  const std::string longest(254, 'a');
-  const std::vector<std::pair<std::string, std::string>> cases = {
-      {"", ""}, {"a", ""}, {"\x01\x02\x03\x04", "\x01\x02\x03"}, {ended(longest), longest}, {ended(longest + 'a'), ""}};
-  for (const auto& [bytes, text] : cases) {
-    desktop.registry[root]["Key"]["Name"].bytes = bytes;
-    EXPECT_EQ(RegGetString(root, "Key", "Name"), text);
-  }
-  EXPECT_EQ(RegGetString(root, "Key", "Other"), "");
-  EXPECT_TRUE(desktop.openKeys.empty());
-  desktop.closeKeyResult = 6;
-  EXPECT_EQ(RegGetString(root, "Other", "Name"), "");
-  EXPECT_TRUE(desktop.boxes.empty()) << "a key that was not opened is not closed";
-  desktop.registry[root]["Key"]["Name"].bytes = ended("kept");
-  EXPECT_EQ(RegGetString(root, "Key", "Name"), "kept");
-  ExpectLastBox("RegCloseKey Failed: Key", 48);
 }
 
 }  // namespace

@@ -342,19 +342,5 @@ TEST(LinuxProcesses, NoNameThatAProcessGivesItselfSlipsTheNoKillList) {
   }
 }
 
-TEST(LinuxProcesses, TheWalkHoldsWhileProcessesComeAndGo) {
-  std::atomic<bool> stop = false;
-  std::thread churn([&] {
-    while (!stop) {
-      const auto child = ::fork();
-      if (child == 0) ::_exit(0);
-      ::waitpid(child, nullptr, 0);
-    }
-  });
-  for (int i = 0; i < 100; ++i) EXPECT_TRUE(Listed(::getpid()));
-  stop = true;
-  churn.join();
-}
-
 }  // namespace
 }  // namespace velmaro
