@@ -28,8 +28,8 @@ TEST(Text, WildcardsTestTheWholeTextExactly) {
       EXPECT_EQ(Outcome(tested, pattern), outcome) << text;
     }
   };
-  expect("yes", {" => ", " => *", "abc => a*c", "abc => **c*", "aXbXc => a*Xc", "0 => #", "9 => #", "b => [abc]", "d => [!a-c]",
-                 "! => [a!]", "! => [!]", "- => [-a]", "- => [a-]"});
+  expect("yes", {" => ", " => *", "abc => a*c", "abc => **c*", "aXbXc => a*Xc", "0 => #", "9 => #", "b => [abc]",
+                 "d => [!a-c]", "! => [a!]", "! => [!]", "- => [-a]", "- => [a-]"});
   expect("yes", {"a => [a-a]", "[ => [[]", "* => [*]", "] => ]", "a] => [a]]", "ab => a[]b", " => []", "a => *[]",
                  "e => [a-cd-f]", "\xC3\xA9 => ?", "\xC3\xA9 => [\xC3\xA8-\xC3\xAA]", "\xFF => ?", "\xFF => [\xFF]"});
   expect("no", {" => ?", "a => ", "abc => A*c", "abc => ab", "x => #", "d => [a-c]", " => [!a]", "b => [-c]",

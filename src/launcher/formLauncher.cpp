@@ -5,9 +5,9 @@
 #include "desktop/Credits.h"
 #include "desktop/modFiles.h"
 #include "launcher/Settings.h"
+#include "mainform/formVelmaro.h"
 #include "runtime/Application.h"
 #include "runtime/Text.h"
-#include "mainform/formVelmaro.h"
 
 namespace velmaro {
 namespace {
