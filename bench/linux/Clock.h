@@ -11,16 +11,19 @@ inline double Now() {
   return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
 }
 
-// Milliseconds of a processor that this process and its ended children have used: what others do on the machine does
-// not count.
+// Milliseconds of a processor that were used.
+inline double ProcessorTime(const rusage& used) {
+  return static_cast<double>(used.ru_utime.tv_sec + used.ru_stime.tv_sec) * 1e3 +
+         static_cast<double>(used.ru_utime.tv_usec + used.ru_stime.tv_usec) / 1e3;
+}
+
+// The same of this process and its ended children: what others do on the machine does not count.
 inline double Used() {
   timespec own{};
   rusage children{};
   ::clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &own);
   ::getrusage(RUSAGE_CHILDREN, &children);
-  return static_cast<double>(own.tv_sec + children.ru_utime.tv_sec + children.ru_stime.tv_sec) * 1e3 +
-         static_cast<double>(own.tv_nsec) / 1e6 +
-         static_cast<double>(children.ru_utime.tv_usec + children.ru_stime.tv_usec) / 1e3;
+  return static_cast<double>(own.tv_sec) * 1e3 + static_cast<double>(own.tv_nsec) / 1e6 + ProcessorTime(children);
 }
 
 // What a started probe tells: when it began to run, and the nice value that it then had.

@@ -29,5 +29,7 @@ void CompareWalks();
 void CompareStarts();
 // What a start gives its program of a core, against what nice gives.
 void CompareShares();
+// Until the window of an attended start is filled, against the viewers that are installed, and the memory of each.
+void CompareAttended();
 // The path of a program that lies in this one's folder.
 std::string Beside(const std::string& name);

@@ -30,9 +30,10 @@ void PrintRatio(const Way& program, const Way& other, double wanted) {
 
 int main() {
   try {
-    StayOnOneCore();
     if (double load = 0; ::getloadavg(&load, 1) == 1 && load > 1)
       std::printf("others use this machine (load %.1f): only processor times count\n", load);
+    CompareAttended();
+    StayOnOneCore();
     CompareWalks();
     CompareStarts();
     CompareShares();
