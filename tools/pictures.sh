@@ -29,11 +29,11 @@ back() {
   done
 }
 
-# Waits until the screen stands still, and saves what is on it without the ground around.
+# Waits until the screen stands still for a second, and saves what is on it without the ground around.
 take() {
   local before= now=none
-  for _ in $(seq 40); do
-    sleep 0.3
+  for _ in $(seq 20); do
+    sleep 1
     now=$(import -window root rgb:- | cksum)
     [ "$now" != "$before" ] || break
     before=$now
@@ -86,6 +86,7 @@ take_all() {
 ground() { display -window root -size 1280x1024 xc:gray50 || true; }
 
 linux_pictures() {
+  rm -f "$work/number"
   Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$work/number" >/dev/null 2>&1 &
   started+=($!)
   for _ in $(seq 100); do [ -s "$work/number" ] && break; sleep 0.1; done
@@ -100,6 +101,7 @@ linux_pictures() {
     for name in star-emu pad-mapper music-player cloud-sync update-watch; do
       cp /bin/sleep /usr/local/games/$name
       /usr/local/games/$name 900 &
+      until [ "$(readlink /proc/$!/exe)" = /usr/local/games/$name ]; do sleep 0.05; done
       case $name in *-sync | *-watch) renice -n 19 -p $! >/dev/null ;; esac
     done
     exec /usr/local/games/velmaro' 2>/dev/null &
