@@ -16,6 +16,7 @@ class LabelPeer final : public ControlPeer {
 
  private:
   void StepAhead() const;
+  void LeaveOut(const velmaro::Control& control) const;
   void StepBefore(const velmaro::Control& control) const;
   void ShowCaption();
   void Draw(HDC context) const;
