@@ -6,7 +6,7 @@ endif()
 
 # Figures taken under sanitizers mean nothing.
 file(GLOB bench_sources CONFIGURE_DEPENDS bench/linux/*.cpp)
-if(bench_sources AND NOT VELMARO_SANITIZE)
+if(bench_sources AND BUILD_TESTING AND NOT VELMARO_SANITIZE)
   list(FILTER bench_sources EXCLUDE REGEX "/(Probe|Empty)\\.cpp$")
   velmaro_program(velmaro_bench_linux SOURCES ${bench_sources} LIBRARIES velmaro)
   velmaro_program(velmaro_bench_probe SOURCES bench/linux/Probe.cpp)

@@ -14,7 +14,7 @@ endif()
 
 # Figures taken under sanitizers mean nothing.
 file(GLOB bench_sources CONFIGURE_DEPENDS bench/*.cpp)
-if(bench_sources AND NOT VELMARO_SANITIZE)
+if(bench_sources AND BUILD_TESTING AND NOT VELMARO_SANITIZE)
   find_package(benchmark REQUIRED)
   velmaro_program(velmaro_bench SOURCES ${bench_sources} LIBRARIES velmaro benchmark::benchmark_main)
 endif()
