@@ -26,6 +26,8 @@ if [ -z "$bits" ]; then
   echo 'Wine cannot run here: the Windows figures are left out.'
 elif [ -f "$folder/velmaro_bench_windows.exe" ]; then
   echo "== $folder"
-  VELMARO_BITS=$bits tools/wine.sh "$folder/velmaro_bench_windows.exe" || code=1
+  export VELMARO_BITS=$bits
+  tools/wine.sh --up && tools/wine.sh "$folder/velmaro_bench_windows.exe" || code=1
+  tools/wine.sh --down
 fi
 exit $code

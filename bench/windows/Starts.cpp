@@ -75,3 +75,25 @@ bool CompareStarts() {
   std::printf("only %d of %d programs were really started\n", ended, 2 * rounds);
   return false;
 }
+
+bool CompareAttended() {
+  void* shown = nullptr;
+  int filled = 0;
+  // Some programs of the system's own run everywhere; a list of windows alone would be shorter.
+  const auto start = [&](const std::string& program) {
+    shown = StartFilled(program, 5);
+    filled += shown ? 1 : 0;
+  };
+  const auto end = [&] {
+    TerminateProcess(shown, 0);
+    WaitForSingleObject(shown, 5000);
+    CloseHandle(shown);
+  };
+  constexpr int rounds = 9;
+  Compare(
+      "velmaro, until its list is filled, against taskmgr", rounds, [&] { start('"' + Folder() + "velmaro.exe\""); },
+      [&] { start("taskmgr"); }, end, 0.5);
+  if (filled == 2 * rounds) return true;
+  std::printf("only %d of %d lists were filled\n", filled, 2 * rounds);
+  return false;
+}
