@@ -1,9 +1,6 @@
 #include "platform/windows/ControlPeer.h"
 
-#include <algorithm>
-
 #include "platform/windows/Keys.h"
-#include "runtime/Label.h"
 
 namespace windows {
 namespace {
@@ -71,14 +68,11 @@ ControlPeer::ControlPeer(velmaro::Control& control, const ControlWindow& window)
   Send(WM_SETFONT, reinterpret_cast<WPARAM>(form_.FontFor(control.Font())));
 }
 
-// Screen readers call a field what the label in front of it says. Where the form has none, one that nobody sees says
-// it.
+// Screen readers call a field what the label right in front of it says. One that nobody sees says it: a label of the
+// form's own would cover in front what it overlaps.
 OwnedWindow ControlPeer::NewLabel(const ControlWindow& window) const {
   const auto& name = control_.AccessibleName();
-  const auto says = [&](const velmaro::Control* other) {
-    return dynamic_cast<const velmaro::Label*>(other) && other->Caption() == name;
-  };
-  if (!window.isField || name.empty() || std::ranges::any_of(control_.Owner().Controls(), says)) return {};
+  if (!window.isField || name.empty()) return {};
   return Create({.windowClass = L"STATIC", .text = name, .style = WS_CHILD, .parent = ParentOf(control_)});
 }
 

@@ -1,8 +1,6 @@
 #include "platform/windows/LabelPeer.h"
 
 #include <algorithm>
-#include <memory>
-#include <type_traits>
 
 namespace windows {
 namespace {
@@ -36,35 +34,10 @@ LabelPeer::LabelPeer(velmaro::Label& label)
 void LabelPeer::StepAhead() const {
   for (const auto* control : label_.Owner().Controls())
     if (dynamic_cast<const velmaro::Label*>(control) && control != &label_ && control->Peer() &&
-        control->Parent() == label_.Parent() && control->Top() < label_.Top() && Overlap(control->At(), label_.At()))
-      StepBefore(*control);
-  // Screen readers look for the name of a field in the label in front of it.
-  for (const auto* control : label_.Owner().Controls())
-    if (control->Peer() && !label_.Caption().empty() && control->AccessibleName() == label_.Caption()) {
-      StepBefore(*control);
-      LeaveOut(*control);
+        control->Parent() == label_.Parent() && control->Top() < label_.Top() && Overlap(control->At(), label_.At())) {
+      const auto before = ::GetWindow(platform::ToNative<HWND>(control->hWnd()), GW_HWNDPREV);
+      ::SetWindowPos(Window(), before ? before : HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     }
-}
-
-// What stands in front of a field must not be painted over it.
-void LabelPeer::LeaveOut(const velmaro::Control& control) const {
-  RECT own{};
-  RECT field{};
-  ::GetWindowRect(Window(), &own);
-  ::GetWindowRect(platform::ToNative<HWND>(control.hWnd()), &field);
-  ::OffsetRect(&field, -own.left, -own.top);
-  ::OffsetRect(&own, -own.left, -own.top);
-  using Region = std::unique_ptr<std::remove_pointer_t<HRGN>, decltype(&::DeleteObject)>;
-  Region seen(::CreateRectRgnIndirect(&own), ::DeleteObject);
-  const Region covered(::CreateRectRgnIndirect(&field), ::DeleteObject);
-  ::CombineRgn(seen.get(), seen.get(), covered.get(), RGN_DIFF);
-  // The window keeps the region that it takes.
-  if (::SetWindowRgn(Window(), seen.get(), TRUE)) static_cast<void>(seen.release());
-}
-
-void LabelPeer::StepBefore(const velmaro::Control& control) const {
-  const auto before = ::GetWindow(platform::ToNative<HWND>(control.hWnd()), GW_HWNDPREV);
-  ::SetWindowPos(Window(), before ? before : HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
 void LabelPeer::Apply(velmaro::Change what) {

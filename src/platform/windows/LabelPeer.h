@@ -16,8 +16,6 @@ class LabelPeer final : public ControlPeer {
 
  private:
   void StepAhead() const;
-  void LeaveOut(const velmaro::Control& control) const;
-  void StepBefore(const velmaro::Control& control) const;
   void ShowCaption();
   void Draw(HDC context) const;
   velmaro::Color Back() const { return label_.Transparent() ? ContainerColor() : label_.BackColor(); }
