@@ -19,7 +19,9 @@ install(FILES ${CMAKE_SOURCE_DIR}/packaging/debian/copyright DESTINATION ${docum
 install(FILES ${CMAKE_SOURCE_DIR}/packaging/debian/lintian-overrides RENAME velmaro
   DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides)
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/packaging/linux/samples/ DESTINATION ${document_folder}/examples)
-install(FILES ${CMAKE_SOURCE_DIR}/packaging/linux/velmaro.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
+# Stores look for it under the name that it tells for the program.
+install(FILES ${CMAKE_SOURCE_DIR}/packaging/linux/velmaro.metainfo.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo
+  RENAME example.velmaro.Velmaro.metainfo.xml)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME velmaro)
