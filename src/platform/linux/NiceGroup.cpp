@@ -5,7 +5,6 @@
 
 #include <cerrno>
 #include <charconv>
-#include <map>
 
 #include "platform/kernel32.h"
 #include "platform/linux/ProcFolder.h"
@@ -77,15 +76,9 @@ bool IsAloneInGroup(std::uint32_t processId) {
   const auto group = GroupOf(processId);
   const auto processes = ReadProcesses();
   if (group.empty() || !processes) return false;
-  std::map<std::uint32_t, std::uint32_t> parents;
-  for (const auto& process : *processes) parents[process.id] = process.status.parent;
-  const auto descends = [&](std::uint32_t id) {
-    // Numbers change hands while they are read, so the way up could run in a circle.
-    for (std::size_t steps = parents.size(); id != processId && steps > 0; --steps) id = parents[id];
-    return id == processId;
-  };
+  const Parents parents(*processes);
   for (const auto& process : *processes)
-    if (!descends(process.id) && GroupOf(process.id) == group) return false;
+    if (!parents.Descends(process.id, processId) && GroupOf(process.id) == group) return false;
   return true;
 }
 

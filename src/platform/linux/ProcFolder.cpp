@@ -101,6 +101,20 @@ std::optional<std::vector<ProcessRecord>> ReadProcesses() {
   return read ? std::optional(std::move(processes)) : std::nullopt;
 }
 
+Parents::Parents(const std::vector<ProcessRecord>& processes) {
+  for (const auto& process : processes) parents_[process.id] = process.status.parent;
+}
+
+// Numbers change hands while they are read, so the way up could run in a circle.
+bool Parents::Descends(std::uint32_t from, std::uint32_t to) const {
+  for (std::size_t steps = parents_.size(); from != to && steps > 0; --steps) {
+    const auto at = parents_.find(from);
+    if (at == parents_.end()) return false;
+    from = at->second;
+  }
+  return from == to;
+}
+
 std::vector<std::uint32_t> ReadThreads(std::uint32_t processId) {
   const Folder tasks(::opendir(("/proc/" + std::to_string(processId) + "/task").c_str()));
   std::vector<std::uint32_t> threads;

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -57,6 +58,16 @@ std::optional<ProcessRecord> ReadProcess(const ProcessPlace& place);
 // All running processes in the order of their numbers, without the kernel's own threads. Nothing when they can't be
 // had; a process that goes away meanwhile is left out.
 std::optional<std::vector<ProcessRecord>> ReadProcesses();
+// Who is whose parent among processes that were read.
+class Parents {
+ public:
+  explicit Parents(const std::vector<ProcessRecord>& processes);
+  // True where one process descends from another, or is that one.
+  bool Descends(std::uint32_t from, std::uint32_t to) const;
+
+ private:
+  std::map<std::uint32_t, std::uint32_t> parents_;
+};
 // The numbers of the threads of a process, empty when it is gone.
 std::vector<std::uint32_t> ReadThreads(std::uint32_t processId);
 

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <filesystem>
-#include <map>
 #include <string>
 #include <system_error>
 
@@ -15,20 +14,6 @@
 
 namespace onlinux {
 namespace {
-
-using Parents = std::map<std::uint32_t, std::uint32_t>;
-
-// True where one process descends from another. Numbers change hands while they are read, so the way up could run in a
-// circle.
-bool Descends(const Parents& parents, std::uint32_t from, std::uint32_t to) {
-  std::size_t steps = parents.size();
-  for (; from != to && steps > 0; --steps) {
-    const auto at = parents.find(from);
-    if (at == parents.end()) return false;
-    from = at->second;
-  }
-  return from == to;
-}
 
 // True for a process of this program, such as the one that does this aside.
 bool IsOwn(std::uint32_t process) {
@@ -41,11 +26,10 @@ bool IsOwn(std::uint32_t process) {
 bool IsForOne(pid_t process, const std::string& group) {
   const auto processes = ReadProcesses();
   if (!processes) return false;
-  Parents parents;
-  for (const auto& other : *processes) parents[other.id] = other.status.parent;
+  const Parents parents(*processes);
   const auto one = static_cast<std::uint32_t>(process);
   for (const auto& other : *processes) {
-    if (Descends(parents, one, other.id) || Descends(parents, other.id, one)) continue;
+    if (parents.Descends(one, other.id) || parents.Descends(other.id, one)) continue;
     if (GroupOf(other.id) != group || ::getpgid(static_cast<pid_t>(other.id)) == ::getpgid(process)) continue;
     if (!IsOwn(other.id)) return false;
   }

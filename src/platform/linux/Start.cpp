@@ -97,6 +97,17 @@ Apart StartOne(const Command& command, const std::string& folder, std::uint32_t 
   return apart;
 }
 
+// What a file stands for that may be executed and is no program after all: a script that names no interpreter, or a
+// document on a disk where all files may be executed.
+std::optional<Command> InPlaceOf(const Command& command) {
+  const auto path = Absolute(command.path);
+  if (!path.ends_with(".sh")) return Opener(path);
+  Command shell{"/bin/sh", command.words};
+  shell.words.front() = path;
+  shell.words.insert(shell.words.begin(), shell.path);
+  return shell;
+}
+
 }  // namespace
 
 std::vector<std::string> SplitWords(std::string_view line) {
@@ -167,21 +178,6 @@ std::optional<Command> Resolve(const std::vector<std::string>& words, int& error
   }
   return IsProgram(path) ? std::optional(Command{path, words}) : Opener(Absolute(path));
 }
-
-namespace {
-
-// What a file stands for that may be executed and is no program after all: a script that names no interpreter, or a
-// document on a disk where all files may be executed.
-std::optional<Command> InPlaceOf(const Command& command) {
-  const auto path = Absolute(command.path);
-  if (!path.ends_with(".sh")) return Opener(path);
-  Command shell{"/bin/sh", command.words};
-  shell.words.front() = path;
-  shell.words.insert(shell.words.begin(), shell.path);
-  return shell;
-}
-
-}  // namespace
 
 int Become(const Command& command) {
   ::execve(command.path.c_str(), Pointers(command.words).data(), StartEnvironment());
