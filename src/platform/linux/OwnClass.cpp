@@ -76,9 +76,9 @@ bool TakeGroup(std::uint32_t priorityClass) {
 
 std::string Shortfall(const Taken& taken, const std::string& program) {
   if (taken.got == taken.asked) return {};
-  const auto& why = taken.isSpared ? " would leave nothing of a core to other programs" : " is refused to this user";
+  const std::string why = taken.isSpared ? LeavesNoRoom : "is refused to this user";
   const auto what = taken.got == 0 ? " keeps the priority that it is started with" : " gets " + NameOf(taken.got);
-  return NameOf(taken.asked) + why + ": " + program + what;
+  return NameOf(taken.asked) + ' ' + why + ": " + program + what;
 }
 
 }  // namespace onlinux

@@ -13,6 +13,9 @@ struct Taken {
   std::uint32_t now = 0;  // read back
 };
 
+// Why Real Time is spared.
+inline constexpr const char* LeavesNoRoom = "would leave nothing of a core to other programs";
+
 // Gives this process, which is about to become a program, a priority class; 0 leaves it as it is. What is no Real Time
 // can still be High.
 Taken TakeClass(std::uint32_t priorityClass);

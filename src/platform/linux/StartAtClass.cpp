@@ -87,7 +87,7 @@ void LendGroup(std::uint32_t priorityClass) {
 
 std::string WhyLess(const onlinux::Taken& taken) {
   if (taken.got == taken.asked) return {};
-  return taken.isSpared ? "it would leave nothing of a core to other programs" : WhatWouldHelp(0);
+  return taken.isSpared ? std::string("it ") + onlinux::LeavesNoRoom : WhatWouldHelp(0);
 }
 
 Started TakePlace(const Start& start, Command command) {
