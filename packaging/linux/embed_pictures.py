@@ -1,34 +1,27 @@
 #!/usr/bin/env python3
-"""Turns the project's pictures into a source file: embed_pictures.py DRAW_ICONS OUTPUT."""
+"""Turns the project's pictures into a source file: embed_pictures.py FOLDER_OF_DRAW_ICONS OUTPUT."""
 import pathlib
-import subprocess
 import sys
-import tempfile
 
 NAMES = ('app', 'priority', 'memory', 'resources', 'editor')  # numbered from 1 in this order
-SIZES = (16, 24, 32, 48, 64, 96, 128)
-
-
-def draw(draw_icons, name, size, folder):
-    file = pathlib.Path(folder, f'{name}-{size}.png')
-    subprocess.run([sys.executable, draw_icons, '--png', name, str(size), str(file)], check=True)
-    return file.read_bytes()
 
 
 def main():
-    draw_icons, output = sys.argv[1:]
+    folder, output = sys.argv[1:]
+    sys.path.insert(0, folder)
+    sys.dont_write_bytecode = True
+    from draw_icons import GRID, PICTURES
     arrays, rows = [], []
-    with tempfile.TemporaryDirectory() as folder:
-        for number, name in enumerate(NAMES, 1):
-            for size in SIZES:
-                data = draw(draw_icons, name, size, folder)
-                array = f'{name}{size}'
-                arrays.append(f'constexpr unsigned char {array}[] = {{{",".join(map(str, data))}}};')
-                rows.append(f'    {{{number}, {array}}},')
+    for number, name in enumerate(NAMES, 1):
+        for colour, outlines in PICTURES[name]:
+            for outline in outlines:
+                corners = ','.join(f'{{{x / GRID:.6f}, {y / GRID:.6f}}}' for x, y in outline)
+                arrays.append(f'constexpr Corner outline{len(rows)}[] = {{{corners}}};')
+                rows.append(f'    {{{number}, 0x{bytes(colour).hex()}, outline{len(rows)}}},')
     pathlib.Path(output).write_text('\n'.join([
         '#include "platform/linux/qt/PictureData.h"', '', 'namespace onlinux {', 'namespace {', '', *arrays, '',
-        'constexpr Drawing drawings[] = {', *rows, '};', '', '}  // namespace', '',
-        'std::span<const Drawing> DrawnPictures() { return drawings; }', '', '}  // namespace onlinux', '']))
+        'constexpr Area areas[] = {', *rows, '};', '', '}  // namespace', '',
+        'std::span<const Area> PictureAreas() { return areas; }', '', '}  // namespace onlinux', '']))
 
 
 if __name__ == '__main__':

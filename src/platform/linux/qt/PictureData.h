@@ -4,13 +4,20 @@
 
 namespace onlinux {
 
-// One drawing of a picture, as a PNG file.
-struct Drawing {
-  int picture;  // its number among the project's pictures
-  std::span<const unsigned char> png;
+// In parts of the picture's side, from its top left corner.
+struct Corner {
+  double x;
+  double y;
 };
 
-// All drawings that the build put into the program; their source is generated.
-std::span<const Drawing> DrawnPictures();
+// One area of a picture, filled with one colour over those before it.
+struct Area {
+  int picture;       // its number among the project's pictures
+  unsigned int rgb;  // 0xRRGGBB
+  std::span<const Corner> outline;
+};
+
+// The areas of all pictures, from the back to the front; their source is generated.
+std::span<const Area> PictureAreas();
 
 }  // namespace onlinux

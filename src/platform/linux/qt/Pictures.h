@@ -6,7 +6,7 @@
 
 namespace onlinux {
 
-// A picture of the project in all sizes that it was drawn in; a null icon for none.
+// A picture of the project, sharp at every size; a null icon for none.
 QIcon IconOf(velmaro::Picture picture);
 
 }  // namespace onlinux
