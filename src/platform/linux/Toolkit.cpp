@@ -4,6 +4,7 @@
 
 #include "platform/linux/Display.h"
 #include "platform/linux/Environment.h"
+#include "platform/linux/FontsAhead.h"
 #include "platform/linux/Library.h"
 #include "platform/linux/Say.h"
 #include "platform/linux/WindowCalls.h"
@@ -32,6 +33,7 @@ Toolkit* Load() {
   if (ways.empty()) return Missing("no display answers (neither DISPLAY nor WAYLAND_DISPLAY leads to one)");
   // The toolkit needs it, and would look for it by itself where only this program looks safely.
   TheWindowCalls();
+  const auto fonts = ReadFontsAhead();
   std::string error;
   const auto entry = reinterpret_cast<Toolkit* (*)(const char*)>(LoadEntry(ToolkitName, ToolkitEntry, error));
   if (!entry) return Missing(error);

@@ -77,9 +77,17 @@ QRect Scale::Pixels(const velmaro::Bounds& bounds) const {
   return {Pixels(bounds.Left), Pixels(bounds.Top), Pixels(bounds.Width), Pixels(bounds.Height)};
 }
 
+double Scale::SizeOf(const QFont& font) const {
+  if (measured_ != font) {
+    measured_ = font;
+    size_ = BaseSize(font, twipsPerPixel_);
+  }
+  return size_;
+}
+
 QFont Scale::FontFor(const velmaro::Font& font) const {
   auto made = QApplication::font();
-  made.setPointSizeF(BaseSize(made, twipsPerPixel_) * static_cast<double>(font.Size / laidOutSize));
+  made.setPointSizeF(SizeOf(made) * static_cast<double>(font.Size / laidOutSize));
   const auto name = ToQt(font.Name);
   if (!name.isEmpty() && QFontDatabase::hasFamily(name)) made.setFamily(name);
   made.setBold(font.Bold);

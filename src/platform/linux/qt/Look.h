@@ -5,6 +5,7 @@
 #include <QPalette>
 #include <QRect>
 #include <QString>
+#include <optional>
 
 #include "platform/types.h"
 #include "runtime/Types.h"
@@ -29,7 +30,12 @@ class Scale {
   QFont FontFor(const velmaro::Font& font) const;
 
  private:
+  // In points. To measure a font takes long: one measure serves all controls of a form.
+  double SizeOf(const QFont& font) const;
+
   velmaro::Twips twipsPerPixel_;
+  mutable std::optional<QFont> measured_;
+  mutable double size_ = 0;
 };
 
 // A font made smaller until the text fits the room, broken into lines where `wrap` says so. Below a size that can be

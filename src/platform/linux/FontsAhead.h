@@ -1,0 +1,11 @@
+#pragma once
+
+#include <thread>
+
+namespace onlinux {
+
+// Reads what fonts there are in a thread of its own, while the toolkit, which needs them for its first text, is loaded.
+// The thread ends by itself; where the library for fonts is missing it does nothing.
+std::jthread ReadFontsAhead();
+
+}  // namespace onlinux
