@@ -99,6 +99,9 @@ TEST(LinuxStarts, AStartThatIsWatchedLeavesItsProgramAlone) {
   ASSERT_NE(id, 0);
   EXPECT_EQ(Listed(id).value().pcPriClassBase, MayRaise() ? 13 : OwnBase());
   EXPECT_EQ(::getsid(id), id);
+  const auto manager = "/user@" + std::to_string(::getuid()) + ".service/";
+  EXPECT_TRUE(ReadBytes("/proc/self/cgroup").find(manager) == std::string::npos ||
+              ReadBytes(ProcOf(id, "cgroup")).ends_with("/velmaro-" + std::to_string(id) + ".scope\n"));
   EXPECT_EQ(fs::read_symlink(ProcOf(id, "cwd")), fs::current_path());
   EXPECT_NE(Listed(id).value().th32ParentProcessID, static_cast<std::uint32_t>(::getpid()));
   for (const auto& file : fs::directory_iterator(ProcOf(id, "fd"))) EXPECT_LE(std::stoi(file.path().filename()), 2);
@@ -132,19 +135,23 @@ TEST(LinuxStarts, AQuietStartKeepsItsTerminalAndLendsItTheShareOfItsClass) {
   ::close(terminal);
 }
 
-// Lets a program spin on one core against a rival of another session, and gives its share by the rival's.
-double ShareOf(const std::string& priority) {
+// Lets a program spin on one core against a rival of another session, and of another control group where two are told,
+// and gives its share by the rival's.
+double ShareOf(const std::string& priority, const std::array<std::string, 2>& groups = {}) {
   const auto onOneCore = [] {
     cpu_set_t core;
     CPU_ZERO(&core);
     CPU_SET(static_cast<std::size_t>(::sched_getcpu()), &core);
     return core;
   }();
-  const auto bind = [&] { ::sched_setaffinity(0, sizeof onOneCore, &onOneCore); };
+  const auto enter = [&](const std::string& group) {
+    ::sched_setaffinity(0, sizeof onOneCore, &onOneCore);
+    if (!group.empty()) WriteBytes(group + "/cgroup.procs", "0");
+  };
   const std::string spin = "while :; do :; done";
   const auto rival = ::fork();
-  if (rival == 0) bind(), ::setsid(), Execute({"/bin/sh", "-c", spin});
-  const auto game = StartProgram({"/q", priority, "/bin/sh", "-c", spin}, bind);
+  if (rival == 0) enter(groups[1]), ::setsid(), Execute({"/bin/sh", "-c", spin});
+  const auto game = StartProgram({"/q", priority, "/bin/sh", "-c", spin}, [&] { enter(groups[0]); });
   std::this_thread::sleep_for(std::chrono::milliseconds(1500));
   const auto used = [](pid_t child) {
     rusage usage{};
@@ -160,6 +167,18 @@ TEST(LinuxStarts, APriorityCountsAgainstOtherSessions) {
   EXPECT_LE(ShareOf("/i"), 1.0 / 3);
   if (!MayRaise()) GTEST_SKIP() << "High is refused to this user";
   EXPECT_GE(ShareOf("/h"), 3);
+}
+
+TEST(LinuxStarts, APriorityCountsAgainstOtherControlGroups) {
+  const auto folder = "/sys/fs/cgroup/velmaro-test-" + std::to_string(::getpid());
+  const std::array groups = {folder + "-game", folder + "-rival"};
+  std::error_code error;
+  for (const auto& group : groups) fs::create_directory(group, error);
+  const bool share = fs::exists(groups[0] + "/cpu.weight.nice");
+  EXPECT_TRUE(!share || ShareOf("/i", groups) <= 1.0 / 3);
+  EXPECT_TRUE(!share || !MayRaise() || ShareOf("/h", groups) >= 3);
+  for (const auto& group : groups) Eventually([&] { return ::rmdir(group.c_str()) == 0 || errno == ENOENT; });
+  if (!share) GTEST_SKIP() << "this user may not make control groups that share the processor";
 }
 
 TEST(LinuxStarts, WhatIsRefusedIsToldAndTheProgramStartsAllTheSame) {

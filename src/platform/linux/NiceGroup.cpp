@@ -5,6 +5,7 @@
 
 #include <cerrno>
 #include <charconv>
+#include <utility>
 
 #include "platform/kernel32.h"
 #include "platform/linux/ProcFolder.h"
@@ -17,12 +18,6 @@ constexpr const char* NiceFile = "/cpu.weight.nice";
 
 std::string FileOf(std::uint32_t processId, const char* name) {
   return "/proc/" + std::to_string(processId) + '/' + name;
-}
-
-// The file that holds the group's nice value, behind a name or alone: "/autogroup-12 nice 0".
-std::string NiceFileOf(std::uint32_t processId) {
-  const auto group = ProcessorGroup(ReadWhole(FileOf(processId, "cgroup")));
-  return group.empty() ? FileOf(processId, "autogroup") : group + NiceFile;
 }
 
 }  // namespace
@@ -40,25 +35,23 @@ std::string ProcessorGroup(const std::string& groups, const std::string& folder)
   }
 }
 
-std::string GroupOf(std::uint32_t processId) {
-  if (auto group = ProcessorGroup(ReadWhole(FileOf(processId, "cgroup"))); !group.empty()) return group;
-  const auto line = ReadWhole(FileOf(processId, "autogroup"));
-  return line.substr(0, line.find(' '));
+NiceGroup GroupOf(std::uint32_t processId) {
+  if (const auto group = ProcessorGroup(ReadWhole(FileOf(processId, "cgroup"))); !group.empty())
+    return {.name = group, .file = group + NiceFile, .isControlGroup = true};
+  auto file = FileOf(processId, "autogroup");
+  const auto line = ReadWhole(file);  // such as "/autogroup-12 nice 0"
+  return {.name = line.substr(0, line.find(' ')), .file = std::move(file)};
 }
 
-bool IsControlGroup(const std::string& group) { return !group.empty() && !group.starts_with("/autogroup"); }
-
-int GroupNice(std::uint32_t processId) {
-  const auto line = ReadWhole(NiceFileOf(processId));
+int GroupNice(const NiceGroup& group) {
+  const auto line = ReadWhole(group.file);
   const auto value = line.rfind(' ') + 1;
   int nice = 0;
   std::from_chars(line.data() + value, line.data() + line.size(), nice);
   return nice;
 }
 
-Descriptor OpenGroup(std::uint32_t processId) {
-  return Descriptor(::open(NiceFileOf(processId).c_str(), O_WRONLY | O_CLOEXEC));
-}
+Descriptor OpenGroup(const NiceGroup& group) { return Descriptor(::open(group.file.c_str(), O_WRONLY | O_CLOEXEC)); }
 
 bool SetGroupNice(const Descriptor& group, int nice) {
   constexpr int tries = 25;
@@ -72,14 +65,14 @@ bool SetGroupNice(const Descriptor& group, int nice) {
   return false;
 }
 
-bool IsAloneInGroup(std::uint32_t processId) {
-  const auto group = GroupOf(processId);
+std::optional<NiceGroup> GroupOfItsOwn(std::uint32_t processId) {
+  auto group = GroupOf(processId);
   const auto processes = ReadProcesses();
-  if (group.empty() || !processes) return false;
+  if (group.name.empty() || !processes) return std::nullopt;
   const Parents parents(*processes);
   for (const auto& process : *processes)
-    if (!parents.Descends(process.id, processId) && GroupOf(process.id) == group) return false;
-  return true;
+    if (!parents.Descends(process.id, processId) && GroupOf(process.id).name == group.name) return std::nullopt;
+  return group;
 }
 
 }  // namespace onlinux

@@ -62,15 +62,16 @@ Taken TakeClass(std::uint32_t priorityClass) {
   return taken;
 }
 
-bool TakeGroup(std::uint32_t priorityClass) {
+bool TakeGroup(std::uint32_t priorityClass, const std::string& scope) {
   const auto nice = NiceOfClass(priorityClass);
   if (!nice) return true;
-  const auto self = static_cast<std::uint32_t>(::getpid());
-  if (IsControlGroup(GroupOf(self))) return false;
+  const auto group = GroupOf(static_cast<std::uint32_t>(::getpid()));
+  if (group.isControlGroup)
+    return !scope.empty() && group.name.ends_with('/' + scope) && SetGroupNice(OpenGroup(group), *nice);
   if (::getsid(0) != ::getpid() && (HasTerminal() || ::setsid() < 0)) return false;
   // The files of a program that has a right which its user lacks are no longer the user's.
   if (::getauxval(AT_SECURE) != 0) ::prctl(PR_SET_DUMPABLE, 1);
-  SetGroupNice(OpenGroup(self), *nice);
+  SetGroupNice(OpenGroup(group), *nice);
   return true;
 }
 

@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <string>
 #include <system_error>
+#include <utility>
 
 #include "platform/linux/NiceGroup.h"
 #include "platform/linux/ProcFolder.h"
@@ -30,7 +31,7 @@ bool IsForOne(pid_t process, const std::string& group) {
   const auto one = static_cast<std::uint32_t>(process);
   for (const auto& other : *processes) {
     if (parents.Descends(one, other.id) || parents.Descends(other.id, one)) continue;
-    if (GroupOf(other.id) != group || ::getpgid(static_cast<pid_t>(other.id)) == ::getpgid(process)) continue;
+    if (GroupOf(other.id).name != group || ::getpgid(static_cast<pid_t>(other.id)) == ::getpgid(process)) continue;
     if (!IsOwn(other.id)) return false;
   }
   return true;
@@ -39,14 +40,16 @@ bool IsForOne(pid_t process, const std::string& group) {
 }  // namespace
 
 void LendGroup(pid_t process, int descriptor, int nice) {
-  const auto one = static_cast<std::uint32_t>(process);
-  const auto group = GroupOf(one);
+  auto group = GroupOf(static_cast<std::uint32_t>(process));
   // A session's group is reached through a process of it, and this one will be gone in the end.
-  const auto session = static_cast<std::uint32_t>(std::max(::getsid(process), 0));
-  const auto holder = IsControlGroup(group) ? one : session;
-  if (group.empty() || GroupOf(holder) != group || !IsForOne(process, group)) return;
-  const auto file = OpenGroup(holder);
-  const int before = GroupNice(holder);
+  if (!group.isControlGroup) {
+    auto session = GroupOf(static_cast<std::uint32_t>(std::max(::getsid(process), 0)));
+    if (session.name != group.name) return;
+    group = std::move(session);
+  }
+  if (group.name.empty() || !IsForOne(process, group.name)) return;
+  const auto file = OpenGroup(group);
+  const int before = GroupNice(group);
   if (before == nice || !SetGroupNice(file, nice)) return;
   pollfd wait{.fd = descriptor, .events = POLLIN, .revents = 0};
   while (::poll(&wait, 1, -1) < 0 && errno == EINTR) continue;

@@ -14,6 +14,7 @@
 #include <system_error>
 
 #include "platform/linux/Environment.h"
+#include "platform/linux/OwnScope.h"
 
 namespace onlinux {
 namespace {
@@ -36,13 +37,6 @@ std::string FindInPath(const std::string& name) {
 std::string WithoutQuotes(const std::string& file) {
   const bool quoted = file.size() >= 2 && file.front() == '"' && file.find('"', 1) == file.size() - 1;
   return quoted ? file.substr(1, file.size() - 2) : file;
-}
-
-std::vector<char*> Pointers(const std::vector<std::string>& words) {
-  std::vector<char*> pointers;
-  for (const auto& word : words) pointers.push_back(const_cast<char*>(word.c_str()));
-  pointers.push_back(nullptr);
-  return pointers;
 }
 
 // What the started program would otherwise take over from this one. Only calls that are safe behind a fork.
@@ -72,8 +66,9 @@ struct Plan {
   if (child == 0) {
     BecomeOfItsOwn(plan.folder);
     apart.id = ::getpid();
+    const auto scope = plan.priorityClass == 0 ? std::string() : TakeScope();
     apart.taken = TakeClass(plan.priorityClass);
-    TakeGroup(apart.taken.got);
+    TakeGroup(apart.taken.got, scope);
     ::execve(plan.path, plan.words, StartEnvironment());
   }
   if (child <= 0) apart.error = errno;
@@ -109,6 +104,13 @@ std::optional<Command> InPlaceOf(const Command& command) {
 }
 
 }  // namespace
+
+std::vector<char*> Pointers(const std::vector<std::string>& words) {
+  std::vector<char*> pointers;
+  for (const auto& word : words) pointers.push_back(const_cast<char*>(word.c_str()));
+  pointers.push_back(nullptr);
+  return pointers;
+}
 
 std::vector<std::string> SplitWords(std::string_view line) {
   std::vector<std::string> words;
