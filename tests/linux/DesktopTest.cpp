@@ -66,18 +66,18 @@ double Luminance(const QColor& color) {
 }
 
 void ExpectReadable(const QWidget& window) {
-  for (const auto* label : window.findChildren<QLabel*>()) {
-    if (label->text().isEmpty()) continue;
-    const auto& colors = label->palette();
+  for (const auto* widget : window.findChildren<QWidget*>()) {
+    const auto* label = qobject_cast<const QLabel*>(widget);
+    const auto* button = qobject_cast<const QAbstractButton*>(widget);
+    const auto text = label ? label->text() : button ? button->text().remove('&') : QString();
+    if (text.isEmpty()) continue;
+    const auto& colors = widget->palette();
     const auto [low, high] = std::minmax(
-        {Luminance(colors.color(label->foregroundRole())), Luminance(colors.color(label->backgroundRole()))});
-    EXPECT_GE((high + 0.05) / (low + 0.05), 4.5) << label->text().toStdString();
-    const auto room = label->fontMetrics().boundingRect({0, 0, label->width(), 9999}, Qt::TextWordWrap, label->text());
-    EXPECT_TRUE(room.width() <= label->width() && room.height() <= label->height()) << label->text().toStdString();
+        {Luminance(colors.color(widget->foregroundRole())), Luminance(colors.color(widget->backgroundRole()))});
+    EXPECT_GE((high + 0.05) / (low + 0.05), 4.5) << text.toStdString();
+    const auto room = widget->fontMetrics().boundingRect({0, 0, widget->width(), 9999}, Qt::TextWordWrap, text);
+    EXPECT_TRUE(room.width() <= widget->width() && room.height() <= widget->height()) << text.toStdString();
   }
-  for (auto* button : window.findChildren<QAbstractButton*>())
-    EXPECT_LE(button->fontMetrics().horizontalAdvance(button->text().remove('&')), button->width())
-        << button->text().toStdString();
 }
 
 bool Shows(const QLabel* tip) { return tip->isVisible() && tip->window()->windowType() == Qt::ToolTip; }
@@ -453,6 +453,7 @@ TEST_F(LinuxDesktop, EveryCaptionCanBeReadInALightAndInADarkThemeAndWithLargeFon
     auto font = QApplication::font();
     font.setPointSizeF(font.pointSizeF() * 2);
     QApplication::setFont(font);
+    ExpectReadable(*main);
     Then([](QWidget& about) {
       ExpectReadable(about);
       Key(about, Qt::Key_Escape);
