@@ -127,6 +127,21 @@ TEST_F(Access, EveryWindowIsToldAndAPressActsAsTheMouseDoes) {
   ExpectChecked("radio button:All");
   ExpectChecked("menu item:Real Time");
   EXPECT_GT(Parts(Await("list:Processes and windows")).size(), 3);
+  Press("menu item:Idle");
+  ExpectChecked("menu item:Idle");
+  const Child child(folder.Sleeper("zz-told"));
+  Press("push button:Refresh");
+  Node row;
+  EXPECT_TRUE(Eventually([&] {
+    const auto rows = Parts(Await("list:Processes and windows"));
+    const auto isChild = [&](const Node& one) { return Get(one, "Accessible", "Name").toString().endsWith("zz-told"); };
+    const auto at = std::find_if(rows.rbegin(), rows.rend(), isChild);
+    return at != rows.rend() && (row = *at, true);
+  }));
+  Call(row, "org.a11y.atspi.Action", "DoAction", {0});
+  Press("push button:Velmaro!");
+  EXPECT_TRUE(Eventually([&] { return child.Nice() == 19; })) << child.Nice();
+  Close("OK", "alert message:Velmaro");
   Press("radio button:Idle");
   ExpectChecked("radio button:Idle");
   EXPECT_FALSE(Is(Await("radio button:All"), checked));

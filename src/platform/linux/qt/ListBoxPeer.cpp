@@ -116,6 +116,7 @@ ListBoxPeer::ListBoxPeer(velmaro::ListBox& list) : ControlPeer(list, NewList(lis
   widget.setModel(&rows_);
   QObject::connect(widget.selectionModel(), &QItemSelectionModel::currentRowChanged, &widget,
                    [this](const QModelIndex& row) { Picked(row); });
+  QObject::connect(widget.selectionModel(), &QItemSelectionModel::selectionChanged, &widget, [this] { Marked(); });
   // The list scrolls by whole rows.
   QObject::connect(widget.verticalScrollBar(), &QScrollBar::valueChanged, &widget,
                    [this](int top) { list_.ScrolledByUser(top); });
@@ -150,8 +151,18 @@ void ListBoxPeer::ShowSelected() {
   });
 }
 
+// A screen reader moves the mark alone, or takes it away. Commands act on the row that has it.
+void ListBoxPeer::Marked() {
+  if (IsApplying()) return;
+  auto& widget = static_cast<ListWidget&>(Widget());
+  const auto marked = widget.selectionModel()->selectedRows();
+  if (marked.isEmpty()) return ShowSelected();
+  Picked(marked.front());
+  Quietly([&] { widget.selectionModel()->setCurrentIndex(marked.front(), QItemSelectionModel::NoUpdate); });
+}
+
 void ListBoxPeer::Picked(const QModelIndex& row) {
-  if (IsApplying() || !row.isValid()) return;
+  if (IsApplying() || !row.isValid() || row.row() == list_.ListIndex()) return;
   list_.SelectedByUser(row.row());
   list_.RaiseClick();
 }

@@ -38,6 +38,7 @@ class ListBoxPeer : public ControlPeer {
  private:
   void ShowRows();
   void ShowSelected();
+  void Marked();
   void Picked(const QModelIndex& row);
 
   velmaro::ListBox& list_;
