@@ -94,6 +94,8 @@ class LinuxWindows : public testing::Test {
     work();
     ::kill(manager, SIGKILL);
     ::waitpid(manager, nullptr, 0);
+    // The server hears of it later, and asks the dead one about new windows until then.
+    EXPECT_TRUE(Eventually([&] { return !onlinux::HasAnyManager(*x); }));
     return true;
   }
   // Lets the program start a line of the shell that shows a window, and looks at what becomes of that window.
@@ -172,8 +174,10 @@ TEST_F(LinuxWindows, AWindowManagerIsAskedForTheSame) {
 TEST_F(LinuxWindows, AQuietStartHidesTheWindowOfATitle) {
   const auto longer = NewWindow("Sound Server 2");
   const auto meant = NewWindow("Sound Server");
+  const auto start = std::chrono::steady_clock::now();
   EXPECT_EQ(InChild([]() -> int { Execute({VELMARO_PROGRAM, "/q", "/i", "/x", "sound server", "/bin/true"}); }), 0);
   EXPECT_TRUE(Eventually([&] { return !IsShown(meant); }));
+  EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(750)) << "it takes its time to show";
   EXPECT_TRUE(IsShown(longer));
 }
 
