@@ -95,41 +95,34 @@ TEST_F(Walk, ModesSetTheClassAndReportItUnlessQuiet) {
 TEST_F(Walk, WhereTheClassIsReadBackTheReportTellsTheTruth) {
   desktop.classIsReadBack = true;
   auto& process = desktop.ProcessById(desktop.AddProcess("game", 4));
-  const auto set = [](int mode) { WalkProcesses("game", mode, false, nullptr); };
-  set(0);
-  ExpectLastBox("game process has been set to NORMAL.", Tells);
+  // What the last box tells of the process, once a class has been asked for.
+  const auto told = [&](int mode) {
+    WalkProcesses("game", mode, false, nullptr);
+    const auto& box = desktop.boxes.back();
+    EXPECT_EQ(box.flags, box.text.ends_with('?') ? Asks : Tells);
+    return box.text.substr(std::string("game process ").size());
+  };
+  const std::string refused = "was refused IDLE and stays at HIGH: ";
+  EXPECT_EQ(told(0), "has been set to NORMAL.");
   desktop.realTimeAllowed = false;
-  set(2);
-  ExpectLastBox("game process stays at HIGH, which it has chosen for itself.", Tells);
+  EXPECT_EQ(told(2), "stays at HIGH, which it has chosen for itself.");
   process.stubborn = true;
-  set(3);
-  ExpectLastBox("game process was refused IDLE and stays at HIGH: ask the owner.", Tells);
-  set(1);
-  ExpectLastBox("game process has been set to HIGH.", Tells);
+  EXPECT_EQ(told(3), refused + "ask the owner.");
   desktop.canAskForRight = true;
-  set(1);
-  EXPECT_EQ(desktop.boxes.size(), 5U) << "nobody is asked for what is so already";
-  const std::string question =
-      "game process was refused IDLE and stays at HIGH: do you want to enter an administrator's password for it?";
+  EXPECT_EQ(told(1), "has been set to HIGH.") << "nobody is asked for what is so already";
   desktop.Answer(7);
-  set(3);
-  ExpectLastBox(question, Asks);
+  EXPECT_EQ(told(3), refused + "do you want to enter an administrator's password for it?");
   desktop.Answer(6);
-  set(3);
-  EXPECT_EQ(desktop.boxes[6].text, question);
-  ExpectLastBox("game process was refused IDLE and stays at HIGH: ask the owner.", Tells);
+  EXPECT_EQ(told(3), refused + "ask the owner.");
   desktop.rightGiven = true;
   desktop.Answer(6);
-  set(3);
-  ExpectLastBox("game process has been set to IDLE.", Tells);
+  EXPECT_EQ(told(3), "has been set to IDLE.");
   process.stubborn = true;
   desktop.Answer(6, [&] { process.alive = false; });
-  set(0);
-  ExpectLastBox("game process has ended before it could be set to NORMAL.", Tells);
+  EXPECT_EQ(told(0), "has ended before it could be set to NORMAL.");
   process.alive = process.denied = true;
-  desktop.boxes.clear();
-  set(1);
-  EXPECT_EQ(BoxTexts(), Texts{"game process has ended before it could be set to HIGH."});
+  EXPECT_EQ(told(1), "has ended before it could be set to HIGH.");
+  EXPECT_EQ(desktop.boxes.size(), 12U);
   EXPECT_EQ(ClassSentence("a", 128, {.made = true, .now = 32768}, ""),
             "a process stays at ABOVE NORMAL, which it has chosen for itself.");
 }
