@@ -64,6 +64,8 @@ TEST_F(About, EveryCreditsLabelOpensIt) {
   desktop.Then([&] { openFrom(application.Default<formEdit>()); });
   Choose(main.mnuEditKillListHere);
   for (const auto* label : {&main.lblCredits, &meter.lblCredits}) EXPECT_EQ(label->ToolTipText(), credits::HomePage);
+  for (Form* form : {static_cast<Form*>(&main), static_cast<Form*>(&meter)}) Minimize(*form);
+  EXPECT_EQ(application.ActiveForm(), nullptr) << "what opens then would show nowhere above one of them";
 }
 
 }  // namespace

@@ -91,7 +91,7 @@ TEST_F(Memory, ARunShowsItsProgressAndGivesEverythingBack) {
       EXPECT_FALSE(form.HScroll1.Enabled() || form.Timer1.Enabled());
       EXPECT_FLOAT_EQ(form.Picture2.Width(), 4605.0F * static_cast<float>(step) / 4);
       EXPECT_EQ(desktop.memory.live.size(), static_cast<std::size_t>(step - 1));
-      EXPECT_EQ(form.Caption(), std::to_string((412 - 2 * (step - 1)) * 1024) + "KB Free Memory");
+      EXPECT_EQ(desktop.WindowOf(form.hWnd()).title, std::to_string((412 - 2 * (step - 1)) * 1024) + "KB Free Memory");
       if (step == 2) Press(application.Default<formVelmaro>().btnRefresh);
       desktop.Advance(10000);
     });

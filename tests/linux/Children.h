@@ -76,7 +76,7 @@ int InChild(Work work) {
 }
 
 // Takes all rights of an administrator away from a child process.
-inline bool BecomeNobody() { return ::geteuid() != 0 || (::setgid(65534) == 0 && ::setuid(65534) == 0); }
+inline bool BecomeNobody() { return ::geteuid() != 0 || (::setgid(65533) == 0 && ::setuid(65534) == 0); }
 
 // Waits until something holds, for as long as a busy machine may need.
 template <class Test>

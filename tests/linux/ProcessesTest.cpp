@@ -65,6 +65,8 @@ TEST(LinuxProcesses, AClassThatIsSetIsReadBackFromTheSnapshot) {
 
 TEST(LinuxProcesses, WithoutRightsNothingBreaksAndNothingIsPretended) {
   EXPECT_EQ(InChild([] {
+              const sched_param none{};
+              ::sched_setscheduler(0, SCHED_OTHER | SCHED_RESET_ON_FORK, &none);
               if (!BecomeNobody()) return 1;
               const auto own = Open(::getpid());
               const auto first = Open(1);
@@ -74,6 +76,7 @@ TEST(LinuxProcesses, WithoutRightsNothingBreaksAndNothingIsPretended) {
               if (WhatWouldHelp(own.get()).find("usermod -aG velmaro ") == std::string::npos) return 6;
               if (WhatWouldHelp(first.get()).find("belongs to root") == std::string::npos) return 7;
               if (SetPriorityClass(first.get(), IDLE_PRIORITY_CLASS) || TerminateProcess(first.get(), 0)) return 3;
+              if (!SetPriorityClass(own.get(), IDLE_PRIORITY_CLASS)) return 5;
               return Listed(1) && *Listed(1)->szExeFile != '\0' ? 0 : 4;
             }),
             0);

@@ -38,6 +38,14 @@ TEST_F(LinuxSettings, AnyValueComesBackAndOthersStay) {
     EXPECT_EQ(Read("LastRun"), value);
   }
   for (const auto& value : values) EXPECT_EQ(Read("k=" + value), "other");
+  // Two programs that write at once.
+  EXPECT_EQ(InChild([] {
+              const bool first = ::fork() != 0;
+              for (int i = 0; i < 30; ++i) Write((first ? "one" : "two") + std::to_string(i), "written");
+              return !first || ::wait(nullptr) > 0 ? 0 : 1;
+            }),
+            0);
+  for (int i = 0; i < 60; ++i) EXPECT_EQ(Read((i < 30 ? "one" : "two") + std::to_string(i % 30)), "written");
 }
 
 TEST_F(LinuxSettings, AFullDiskLeavesTheOldFileWhole) {
@@ -84,6 +92,7 @@ TEST(LinuxMachine, APatternFindsTheFirstFileOfItsFolder) {
   EXPECT_EQ(platform::Dir(folder / "?.TXT"), "");
   EXPECT_EQ(platform::Dir(folder / "[x]*"), "[x]y.iso");
   EXPECT_EQ(platform::Dir(folder / "none/*"), "");
+  EXPECT_EQ(platform::FromUtf16(platform::ToUtf16("é😀")), "é😀");
 }
 
 }  // namespace

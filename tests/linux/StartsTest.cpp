@@ -93,7 +93,8 @@ TEST(LinuxStarts, TheClassIsThatOfAllThatTheProgramStartsAndOfNothingElse) {
 TEST(LinuxStarts, AStartThatIsWatchedLeavesItsProgramAlone) {
   const TestFolder folder;
   const auto program = folder.Sleeper("home/max/kind/zzstart");
-  const int leak = ::open("/dev/null", O_RDONLY);
+  const int leak = ::open("/etc/passwd", O_RDONLY);
+  ::dup2(leak, STDIN_FILENO);
   EXPECT_EQ(RunProgram({"/h", program, "300"}), 0);
   const auto id = Running(program);
   ASSERT_NE(id, 0);
@@ -103,6 +104,7 @@ TEST(LinuxStarts, AStartThatIsWatchedLeavesItsProgramAlone) {
   EXPECT_TRUE(ReadBytes("/proc/self/cgroup").find(manager) == std::string::npos ||
               ReadBytes(ProcOf(id, "cgroup")).ends_with("/velmaro-" + std::to_string(id) + ".scope\n"));
   EXPECT_EQ(fs::read_symlink(ProcOf(id, "cwd")), fs::current_path());
+  EXPECT_EQ(fs::read_symlink(ProcOf(id, "fd/0")), "/dev/null") << "what is typed is for others";
   EXPECT_NE(Listed(id).value().th32ParentProcessID, static_cast<std::uint32_t>(::getpid()));
   for (const auto& file : fs::directory_iterator(ProcOf(id, "fd"))) EXPECT_LE(std::stoi(file.path().filename()), 2);
   ::kill(id, SIGKILL);
@@ -256,8 +258,8 @@ TEST(LinuxStarts, AKillRunEndsWhatIsListedAndSparesWhatIsGuarded) {
 
 TEST(LinuxStarts, ACommandIsSplitAsAShellWould) {
   using Words = std::vector<std::string>;
-  EXPECT_EQ(onlinux::SplitWords("  a  'b c'\t\"d \\\" e\" f\\ g '' h'i'\"j\" \"k"),
-            (Words{"a", "b c", "d \" e", "f g", "", "hij", "k"}));
+  EXPECT_EQ(onlinux::SplitWords("  a  'b c'\t\"d \\\" \\e\" f\\ g '' h'i'\"j\" \"k"),
+            (Words{"a", "b c", "d \" \\e", "f g", "", "hij", "k"}));
   EXPECT_EQ(onlinux::SplitWords("   "), Words{});
   EXPECT_EQ(onlinux::FindFile("no such program"), "");
   EXPECT_TRUE(onlinux::FindFile("sleep").ends_with("/sleep"));
