@@ -65,14 +65,22 @@ display_is_up() {
     [ "$identity" = "$(identity_of "$process")" ]
 }
 
-use_display() {
-  display_is_up || { start_display && display_is_up; } || { echo 'No virtual display could be started.' >&2; exit 77; }
-  export DISPLAY=:$number
-}
-
 # On the virtual display there is no window manager, and Wine would wait two seconds for its answer each time that a
 # window shows or goes.
 with_manager() { "$wine" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d "$1" /f >/dev/null 2>&1; }
+
+# Waits until Wine has ended by itself, behind the last program.
+let_end() { timeout 20 "$server" -w 2>/dev/null; }
+
+# Wine's desktop lives longer than the program that needed it. One that came up without a display shows nothing, and one
+# from before the change still waits for a manager.
+use_display() {
+  local fresh=
+  display_is_up || { let_end; start_display && display_is_up && fresh=1; } ||
+    { echo 'No virtual display could be started.' >&2; exit 77; }
+  export DISPLAY=:$number
+  [ -z "$fresh" ] || { with_manager N; let_end; }
+}
 
 down() {
   if display_is_up; then DISPLAY=:$number with_manager Y; fi
@@ -120,7 +128,8 @@ case ${1:-} in
     need_prefix
     use_display
     "$server" -p >/dev/null 2>&1 </dev/null
-    with_manager N
+    # Wine's services come up now: they would keep the output of the first program open.
+    "$wine" cmd /c exit >/dev/null 2>&1 </dev/null
     ;;
   --down)
     down
@@ -136,7 +145,6 @@ case ${1:-} in
       display_is_up || own=1
       use_display
     fi
-    [ -z "$own" ] || with_manager N
     "$wine" "$@"
     code=$?
     [ -z "$own" ] || down
