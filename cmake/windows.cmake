@@ -27,7 +27,7 @@ if(TARGET velmaro AND EXISTS ${CMAKE_SOURCE_DIR}/src/startup/main.cpp)
     "${numbered}/velmaro.manifest;${numbered}/version.h;${CMAKE_SOURCE_DIR}/packaging/resources.h")
   target_include_directories(velmaro_resources PRIVATE packaging ${icons} ${numbered})
   target_include_directories(velmaro PUBLIC packaging)
-  target_link_libraries(velmaro_exe PRIVATE velmaro gdi32 shell32 advapi32 user32)
+  target_link_libraries(velmaro_exe PRIVATE velmaro gdi32 advapi32 user32)
   # The address space can be laid out anew only while the relocations are in the file.
   if(CMAKE_SYSTEM_PROCESSOR STREQUAL i686)
     target_link_options(velmaro_exe PRIVATE -Wl,--large-address-aware)
@@ -46,4 +46,4 @@ endif()
 
 file(GLOB bench_sources CONFIGURE_DEPENDS bench/windows/*.cpp)
 velmaro_program(velmaro_bench_windows SOURCES ${bench_sources}
-  LIBRARIES velmaro gdi32 shell32 advapi32 user32)
+  LIBRARIES velmaro gdi32 advapi32 user32)

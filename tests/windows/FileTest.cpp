@@ -28,8 +28,7 @@ TEST(FileTest, NeedsSystemLibrariesAloneAndIsHardened) {
   const auto* import = static_cast<const IMAGE_IMPORT_DESCRIPTOR*>(
       ::ImageDirectoryEntryToData(bytes.data(), FALSE, IMAGE_DIRECTORY_ENTRY_IMPORT, &size));
   ASSERT_TRUE(import);
-  const std::set<std::string> system{"advapi32.dll", "comctl32.dll", "comdlg32.dll", "gdi32.dll",
-                                     "kernel32.dll", "msvcrt.dll",   "shell32.dll",  "user32.dll"};
+  const std::set<std::string> system{"advapi32.dll", "gdi32.dll", "kernel32.dll", "msvcrt.dll", "user32.dll"};
   for (; import->Name != 0; ++import) {
     std::string name =
         static_cast<const char*>(::ImageRvaToVa(::ImageNtHeader(bytes.data()), bytes.data(), import->Name, nullptr));

@@ -1,6 +1,7 @@
 #include "platform/start.h"
 #include "platform/windows/Codepage.h"
 #include "platform/windows/System.h"
+#include "platform/windows/SystemLibrary.h"
 
 namespace platform {
 namespace {
@@ -43,8 +44,11 @@ int ShellExecuteA(WindowHandle owner, const std::string& verb, const std::string
   const auto name = Widen(file);
   // Some shells overrun their buffers on a name that no file can have.
   if (name.size() >= MAX_PATH && name.find(L"://") == std::wstring::npos) return ERROR_FILE_NOT_FOUND;
-  const auto result = ::ShellExecuteW(ToNative<HWND>(owner), OrNull(Widen(verb)), name.c_str(),
-                                      OrNull(Widen(parameters)), OrNull(Widen(folder)), showCommand);
+  // No window needs that library, and each start would wait until it is loaded.
+  const auto execute = SystemFunction<decltype(&::ShellExecuteW)>(L"shell32.dll", "ShellExecuteW");
+  if (!execute) return SE_ERR_DLLNOTFOUND;
+  const auto result = execute(ToNative<HWND>(owner), OrNull(Widen(verb)), name.c_str(), OrNull(Widen(parameters)),
+                              OrNull(Widen(folder)), showCommand);
   return static_cast<int>(reinterpret_cast<std::intptr_t>(result));
 }
 
