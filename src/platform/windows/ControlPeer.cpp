@@ -29,6 +29,15 @@ bool IsInside(const Message& message, POINT& point) {
   return ::PtInRect(&client, point);
 }
 
+// False where the inside of a window reaches to its edge on all sides.
+bool HasFrame(HWND window) {
+  RECT outer;
+  RECT client;
+  ::GetWindowRect(window, &outer);
+  ::GetClientRect(window, &client);
+  return outer.right - outer.left != client.right || outer.bottom - outer.top != client.bottom;
+}
+
 // A window that is about to take no keyboard hands it on, or the keys of the form would go nowhere.
 void PassFocusOn(HWND form, HWND window) {
   const auto focus = ::GetFocus();
@@ -165,6 +174,8 @@ std::optional<LRESULT> ControlPeer::Notified(const Message& message) {
 }
 
 LRESULT ControlPeer::Handle(const Message& message) {
+  // The system may ask for the fonts and sizes of all frames before it finds that there is none to draw.
+  if (message.id == WM_NCPAINT && !HasFrame(message.window)) return 0;
   if (message.id == WM_LBUTTONDOWN || message.id == WM_LBUTTONDBLCLK) pressed_ = true;
   if (message.id == WM_MOUSEMOVE && !control_.ToolTipText().empty())
     form_.ControlTips().Offer(form_.Window(), window_.get(), control_.ToolTipText());

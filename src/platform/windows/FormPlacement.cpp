@@ -25,7 +25,7 @@ void FormWindow::SizeClient() {
   const int height = scale_.ToPixels(form_.Args().ClientHeight);
   for (int pass = 0; pass < 3; ++pass) {
     const auto size = Measure();
-    if (pass > 0 && size.client.width == width && size.client.height == height) return;
+    if (size.client.width == width && size.client.height == height) return;
     ::SetWindowPos(window_.get(), nullptr, 0, 0, size.outer.width + width - size.client.width,
                    size.outer.height + height - size.client.height, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
   }

@@ -31,6 +31,15 @@ velmaro::WindowState StateOf(HWND window) {
 
 PixelPlace PlaceOf(const RECT& rect) { return {0, 0, rect.right - rect.left, rect.bottom - rect.top}; }
 
+// The size that the client area probably takes. A window of another size is drawn for nothing, so this one is made of
+// it; it is measured when it is placed.
+PixelPlace LikelyPlace(const velmaro::FormArgs& form, bool hasMenu) {
+  const auto scale = ResolutionOf(nullptr);
+  RECT outer{0, 0, scale.ToPixels(form.ClientWidth), scale.ToPixels(form.ClientHeight)};
+  ::AdjustWindowRectEx(&outer, StyleOf(form), hasMenu, ExtendedStyleOf(form));
+  return {CW_USEDEFAULT, CW_USEDEFAULT, outer.right - outer.left, outer.bottom - outer.top};
+}
+
 bool TakesKeyboard(HWND window) { return ::IsWindowVisible(window) && ::IsWindowEnabled(window); }
 
 }  // namespace
@@ -45,10 +54,10 @@ FormWindow::FormWindow(velmaro::Form& form) : form_(form), menus_(form.MenuBar()
                     .text = form.Caption(),
                     .style = StyleOf(form.Args()),
                     .extendedStyle = ExtendedStyleOf(form.Args()),
-                    .place = {CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT}});
+                    .place = LikelyPlace(form.Args(), menus_.Bar()),
+                    .menu = menus_.Bar()});
   ::SetWindowLongPtrW(window_.get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
   scale_ = ResolutionOf(window_.get());
-  if (menus_.Bar()) ::SetMenu(window_.get(), menus_.Bar());
   LoadIcons();
 }
 
@@ -219,8 +228,9 @@ void FormWindow::LoadIcons() {
   if (form_.Args().Icon == velmaro::Picture::None) return;
   auto big = LoadPicture(form_.Args().Icon, SystemMetric(SM_CXICON, scale_));
   auto small = LoadPicture(form_.Args().Icon, SystemMetric(SM_CXSMICON, scale_));
-  ::SendMessageW(window_.get(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(big.get()));
+  // The small one first, or the system would draw one from the big one for the moment in between.
   ::SendMessageW(window_.get(), WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(small.get()));
+  ::SendMessageW(window_.get(), WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(big.get()));
   bigIcon_ = std::move(big);
   smallIcon_ = std::move(small);
 }

@@ -7,10 +7,10 @@ namespace windows {
 
 OwnedWindow Create(const WindowArgs& args) {
   // For a child, the menu argument is its id.
-  const auto id = reinterpret_cast<HMENU>(static_cast<std::intptr_t>(args.id));
+  const auto menu = args.menu ? args.menu : reinterpret_cast<HMENU>(static_cast<std::intptr_t>(args.id));
   OwnedWindow window(::CreateWindowExW(
       args.extendedStyle, args.windowClass, platform::Widen(args.text, platform::Nul::Escaped).c_str(), args.style,
-      args.place.x, args.place.y, args.place.width, args.place.height, args.parent, id, Instance(), args.creation));
+      args.place.x, args.place.y, args.place.width, args.place.height, args.parent, menu, Instance(), args.creation));
   if (!window) throw velmaro::RuntimeError("the system refused a window");
   return window;
 }

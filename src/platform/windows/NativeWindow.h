@@ -23,7 +23,7 @@ struct PixelPlace {
   bool operator==(const PixelPlace&) const = default;
 };
 
-// How a native window is made. A child has a parent and an id.
+// How a native window is made. A child has a parent and an id, and no menu.
 struct WindowArgs {
   const wchar_t* windowClass = nullptr;
   std::string text = {};
@@ -32,6 +32,7 @@ struct WindowArgs {
   PixelPlace place = {};
   HWND parent = nullptr;
   int id = 0;
+  HMENU menu = nullptr;
   void* creation = nullptr;
 };
 

@@ -25,9 +25,9 @@ ControlWindow WindowFor(const velmaro::OptionButton& option) {
 OptionButtonPeer::OptionButtonPeer(velmaro::OptionButton& option)
     : ControlPeer(option, WindowFor(option)), option_(option) {
   // Tab and arrow keys take a group to be the windows that follow each other.
-  if (const auto before = OptionBefore(option))
+  if (const auto before = OptionBefore(option); before && before != ::GetWindow(Window(), GW_HWNDPREV))
     ::SetWindowPos(Window(), before, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-  Mark();
+  if (option.Value()) Mark();
 }
 
 void OptionButtonPeer::Apply(velmaro::Change what) {
