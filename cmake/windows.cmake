@@ -45,5 +45,9 @@ if(BUILD_TESTING)
 endif()
 
 file(GLOB bench_sources CONFIGURE_DEPENDS bench/windows/*.cpp)
+list(FILTER bench_sources EXCLUDE REGEX "/Empty\\.cpp$")
 velmaro_program(velmaro_bench_windows SOURCES ${bench_sources}
   LIBRARIES velmaro gdi32 advapi32 user32)
+velmaro_program(velmaro_bench_empty SOURCES bench/windows/Empty.cpp LIBRARIES user32)
+set_target_properties(velmaro_bench_empty PROPERTIES WIN32_EXECUTABLE ON)
+add_dependencies(velmaro_bench_windows velmaro_bench_empty)

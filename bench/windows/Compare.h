@@ -19,6 +19,6 @@ bool CompareStarts();
 // Starts a program and waits until a list of its visible window has so many rows. Gives its handle, null where that
 // does not come.
 void* StartFilled(std::string commandLine, long rows);
-// An attended start against that of the system's own task manager, until the list is filled. False where one of the two
-// fills none.
+// The starts of an empty window and of the main one against that of the system's own task manager, until the list is
+// filled. False where one of the three fills none.
 bool CompareAttended();
