@@ -1,6 +1,6 @@
 # What every target of ours shares.
 add_library(velmaro_flags INTERFACE)
-target_compile_options(velmaro_flags INTERFACE -Wall -Wextra -Wpedantic -Werror)
+target_compile_options(velmaro_flags INTERFACE -Wall -Wextra -Wpedantic)
 
 # Folders fill up one by one: a target whose sources are not there yet is left out.
 function(velmaro_program name)
