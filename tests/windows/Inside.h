@@ -4,6 +4,7 @@
 // clang-format off
 #include <windows.h>
 #include <commctrl.h>
+#include <commdlg.h>
 #include <dbghelp.h>
 #include <psapi.h>
 #include <tlhelp32.h>

@@ -35,6 +35,10 @@ TEST_F(LauncherTest, PriorityIsKeptOnEveryWayOutAndOddSettingsDoNoHarm) {
   EXPECT_TRUE(set(dialog, L"&Normal"));
   EXPECT_EQ(Text(Child(dialog, L"COMBOBOX")).size(), 500000U);
   EXPECT_EQ(::SendMessageW(Child(dialog, L"COMBOBOX"), CB_GETCOUNT, 0, 0), 1);
+  Press(Child(dialog, L"BUTTON", L"&Browse..."));
+  const auto browse = velmaro.Await();
+  EXPECT_EQ(velmaro.Menu(browse.window).at(0).id, 4100U | OFN_PATHMUSTEXIST) << "the system adds the last";
+  browse.Answer(IDCANCEL);
   Front(dialog);
   Keys({VK_ESCAPE});
   EXPECT_TRUE(Until([&] { return settings.Read(L"LastPriority") == L"2"; }));

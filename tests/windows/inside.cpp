@@ -24,8 +24,10 @@ void AddMenu(HMENU menu, int depth, std::wstring& lines) {
   }
 }
 
-// The menu of a form's bar, or of an open popup.
+// The menu of a form's bar, or of an open popup; of an open file dialog one line, whose id is what it was asked for.
 std::wstring Menu(HWND window) {
+  if (const auto* kept = static_cast<const OPENFILENAMEW* const*>(::GetPropW(window, L"FileOpenDlgInfos")))
+    return L"0  " + std::to_wstring((*kept)->Flags) + L" flags\n";
   constexpr UINT getMenu = 0x01E1;
   std::array<wchar_t, 20> name{};
   ::GetClassNameW(window, name.data(), static_cast<int>(name.size()));
