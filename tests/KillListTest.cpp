@@ -130,27 +130,25 @@ TEST_F(KillLists, TheSystemOpensTheListsThatAreInForce) {
 TEST_F(KillLists, WhereTheShellMayLeaveNothingTheProgramsOwnEditorStepsIn) {
   desktop.shellTakesEveryFile = false;
   auto& form = Start("/y D:\\keep.txt");
-  const auto edit = [&](Menu& entry, const std::function<void(formEdit&)>& act) {
-    desktop.Then([&] { act(application.Default<formEdit>()); });
+  // Types into the editor that an entry opens, and gives what stood there.
+  const auto edit = [&](Menu& entry, const std::string& typed) {
+    std::string text;
+    desktop.Then([&] {
+      auto& editor = application.Default<formEdit>();
+      text = editor.txtData.Text();
+      if (!typed.empty()) TypeText(editor.txtData, typed);
+      Press(typed.empty() ? editor.btnCancel : editor.btnOK);
+    });
     Choose(entry);
+    return text;
   };
-  edit(form.mnuFileEditKillList, [&](formEdit& editor) {
-    EXPECT_TRUE(editor.txtData.Text().starts_with("; The kill list:"));
-    Press(editor.btnCancel);
-  });
-  EXPECT_TRUE(desktop.boxes.empty() && desktop.files.empty()) << "nothing is asked, and nothing written";
-  edit(form.mnuFileEditNoKillList, [&](formEdit& editor) {
-    TypeText(editor.txtData, "a.exe");
-    Press(editor.btnOK);
-  });
-  const auto& saved = desktop.files["D:\\keep.txt"].bytes;
+  EXPECT_TRUE(edit(form.mnuFileEditKillList, "").starts_with("; The kill list:") && desktop.files.empty());
+  edit(form.mnuFileEditNoKillList, "a.exe");
+  const auto saved = desktop.files["D:\\keep.txt"].bytes;
   EXPECT_TRUE(saved.starts_with("; The no-kill list:") && saved.ends_with("name.\r\na.exe")) << saved;
-  EXPECT_TRUE(desktop.starts.empty());
+  EXPECT_TRUE(desktop.boxes.empty() && desktop.starts.empty());
   desktop.onStart = [](const auto&) { return 31; };
-  edit(form.mnuFileEditNoKillList, [&](formEdit& editor) {
-    EXPECT_EQ(editor.txtData.Text(), saved);
-    Press(editor.btnCancel);
-  });
+  EXPECT_EQ(edit(form.mnuFileEditNoKillList, ""), saved);
   EXPECT_EQ(desktop.starts.size(), 1U);
 }
 
