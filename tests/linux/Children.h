@@ -91,6 +91,7 @@ bool Eventually(Test test) {
 // A running process of the test's own, ended and forgotten with the object.
 class Child {
  public:
+  explicit Child(pid_t id) : id_(id) {}
   explicit Child(const std::string& program) : id_(::fork()) {
     if (id_ == 0) Execute({program, "300"});
     Eventually(
@@ -115,6 +116,35 @@ class Child {
  private:
   pid_t id_;
 };
+
+inline void OntoFirstCore() {
+  cpu_set_t first;
+  CPU_ZERO(&first);
+  CPU_SET(0, &first);
+  ::sched_setaffinity(0, sizeof first, &first);
+}
+
+// A process in a session of its own that does nothing but take time of one core.
+template <class Prepare>
+pid_t Spin(Prepare prepare) {
+  const auto child = ::fork();
+  if (child == 0) {
+    ::setsid();
+    OntoFirstCore();
+    prepare();
+    for (volatile int i = 0;;) i = i + 1;
+  }
+  Eventually([&] { return ::getsid(child) == child; });
+  return child;
+}
+
+// What one process gets of a core, by what another gets meanwhile.
+inline double TimeBy(pid_t one, pid_t other) {
+  const auto seconds = [](pid_t id) { return std::stod(ReadBytes("/proc/" + std::to_string(id) + "/schedstat")) / 1e9; };
+  const auto before = std::pair(seconds(one), seconds(other));
+  Eventually([&] { return seconds(one) + seconds(other) > before.first + before.second + 1; });
+  return (seconds(one) - before.first) / (seconds(other) - before.second);
+}
 
 // The number of the process that runs a program, 0 for none.
 inline pid_t Running(const std::string& program) {

@@ -47,8 +47,8 @@ TEST_F(LinuxFiles, ASaveKeepsLinksOwnerAndRights) {
   EXPECT_NE(Facts().st_ino, before.st_ino) << "the new file was put in the old one's place";
   // A second name stays one, and a link to a file that is not there yet makes it.
   fs::create_hard_link(real, folder / "second");
-  SaveTextFile(list, "newer", 0);
-  EXPECT_EQ(ReadBytes(folder / "second"), "newer");
+  SaveTextFile(list, "n", 0);
+  EXPECT_EQ(ReadBytes(folder / "second"), "n");
   fs::remove(real);
   SaveTextFile(list, "again", 0);
   EXPECT_EQ(ReadBytes(real), "again");

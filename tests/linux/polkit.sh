@@ -55,6 +55,8 @@ for words in "$target $start 1" "$target $((start + 1)) 64" "$target $start" "$t
   ask $words && fail "it took $words"
 done
 [ "$(nice_of)" = -10 ] || fail 'what it refuses was done'
+ask $target "$start" 256
+[ "$(ps -o cls= -p $target | tr -d ' ')" = RR ] || fail 'Real Time was not set'
 "${user[@]}" pkexec --disable-internal-agent "$(command -v sleep)" 0 2>/dev/null && fail 'another program was run'
 
 # The same from the window: refused, asked, and read back.
