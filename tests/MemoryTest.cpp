@@ -168,7 +168,7 @@ TEST_F(Memory, UnattendedRunTakesHalfTheMegabytesInBlocksOfTwo) {
   main.QuietMode = false;
   desktop.memory.peakBlocks = 0;
   desktop.Answer(7, [&] { EXPECT_TRUE(desktop.memory.peakBlocks == 26 && desktop.memory.live.empty()); });
-  Press(main.btnFree);
+  main.btnFree.RaisePress();
   // A main window that is closed meanwhile has nobody left to ask.
   desktop.AddProcess("game.exe");
   desktop.Then([&] { CloseBox(main); });

@@ -62,7 +62,8 @@ TEST(LinuxStarts, AQuietStartBecomesItsProgramAndHandsItsWordsOn) {
   EXPECT_TRUE(ReadBytes(folder / "out").ends_with("\na  b\nc\n"));
   WriteBytes(folder / "plain.sh", "exit $1\n");
   fs::permissions(folder / "plain.sh", fs::perms::owner_all);
-  EXPECT_EQ(RunProgram({"/q", "/i", folder / "plain.sh", "5"}), 5);
+  const auto findThere = [&] { ::setenv("PATH", folder.Path().c_str(), 1); };
+  EXPECT_EQ(ExitCodeOf(StartProgram({"/q", "/i", "plain.sh", "5"}, findThere)), 5);
   WriteBytes(folder / "broken", "#!/etc/passwd\n");
   fs::permissions(folder / "broken", fs::perms::owner_all);
   EXPECT_EQ(RunProgram({"/q", "no such program", "/h"}), 127);

@@ -143,6 +143,9 @@ TEST_F(LinuxWindows, AllTitlesAreListedFromFrontToBack) {
   EXPECT_TRUE(AppActivate("日本")) << "only a window that shows is activated";
   EXPECT_EQ(Titles().front(), "日本 ł");
   EXPECT_TRUE(SendKeys("~"));
+  const onlinux::Reply<xcb_query_keymap_reply_t> down(
+      ::xcb_query_keymap_reply(x->Line(), ::xcb_query_keymap(x->Line()), nullptr));
+  EXPECT_EQ(std::ranges::count(down->keys, 0), 32) << "no key stays down";
   EXPECT_TRUE(Eventually([&] {
     const onlinux::Reply<xcb_generic_event_t> event(::xcb_poll_for_event(x->Line()));
     return event && (event->response_type & 0x7F) == XCB_KEY_PRESS;
@@ -164,10 +167,14 @@ TEST_F(LinuxWindows, AWindowThatIsGoneBreaksNothing) {
 
 TEST_F(LinuxWindows, AWindowManagerIsAskedForTheSame) {
   const auto window = NewWindow("pinned");
-  NewWindow("another");
+  const auto another = NewWindow("another");
   if (!WithManager([&] {
         EXPECT_TRUE(Eventually([&] { return onlinux::IsManaged(*x, window); }));
         HideShowAndPin(window);
+        onlinux::RequestState(*x, another, onlinux::ShowState::Minimized);
+        EXPECT_TRUE(Eventually([&] { return IsInState(*x, another, onlinux::ShowState::Minimized); }));
+        EXPECT_TRUE(Set(another, HWND_NOTOPMOST, SWP_HIDEWINDOW));
+        EXPECT_TRUE(Eventually([&] { return !onlinux::IsManaged(*x, another); })) << "its manager lets go of it";
       }))
     GTEST_SKIP() << "there is no window manager";
   HideShowAndPin(window);  // the dead one's mark is still there
