@@ -70,8 +70,12 @@ std::optional<NiceGroup> GroupOfItsOwn(std::uint32_t processId) {
   const auto processes = ReadProcesses();
   if (group.name.empty() || !processes) return std::nullopt;
   const Parents parents(*processes);
-  for (const auto& process : *processes)
-    if (!parents.Descends(process.id, processId) && GroupOf(process.id).name == group.name) return std::nullopt;
+  for (const auto& process : *processes) {
+    const bool waits = parents.Descends(processId, process.id) && !process.status.hasTerminal;
+    if (!(waits && group.isControlGroup) && !parents.Descends(process.id, processId) &&
+        GroupOf(process.id).name == group.name)
+      return std::nullopt;
+  }
   return group;
 }
 

@@ -29,7 +29,8 @@ Descriptor OpenGroup(const NiceGroup& group);
 // Gives a group a nice value. The kernel takes few such writes in a second from an ordinary user, so this waits its
 // turn. False where it is refused.
 bool SetGroupNice(const Descriptor& group, int nice);
-// The group of a process where it and its descendants are alone in it; nothing where others are.
+// The group of a process where it and its descendants are alone in it; nothing where others are. A control group may
+// also hold those who started it and wait, such as a script, but no shell of a terminal.
 std::optional<NiceGroup> GroupOfItsOwn(std::uint32_t processId);
 
 }  // namespace onlinux

@@ -62,6 +62,7 @@ std::optional<ProcessStatus> ParseStatus(std::string_view line) {
   }
   ProcessStatus status;
   status.state = fields[3].front();
+  status.hasTerminal = fields[7] != "0";
   status.shortName = line.substr(open + 1, close - open - 1);
   const bool whole = ReadNumber(fields[4], status.parent) && ReadNumber(fields[9], status.flags) &&
                      ReadNumber(fields[19], status.nice) && ReadNumber(fields[20], status.threads) &&

@@ -16,6 +16,7 @@ namespace onlinux {
 struct ProcessStatus {
   char state = '?';
   std::uint32_t parent = 0;
+  bool hasTerminal = false;
   std::uint64_t flags = 0;
   int nice = 0;
   std::uint32_t threads = 0;
