@@ -117,12 +117,15 @@ TEST_F(Walk, WhereTheClassIsReadBackTheReportTellsTheTruth) {
   desktop.rightGiven = true;
   desktop.Answer(6);
   EXPECT_EQ(told(3), "has been set to IDLE.");
+  process.stubborn = desktop.rightIsKept = true;
+  EXPECT_EQ(told(1), "has been set to HIGH.") << "nobody is asked for what was given a moment ago";
+  desktop.rightIsKept = false;
   process.stubborn = true;
   desktop.Answer(6, [&] { process.alive = false; });
   EXPECT_EQ(told(0), "has ended before it could be set to NORMAL.");
   process.alive = process.denied = true;
   EXPECT_EQ(told(1), "has ended before it could be set to HIGH.");
-  EXPECT_EQ(desktop.boxes.size(), 12U);
+  EXPECT_EQ(desktop.boxes.size(), 13U);
   EXPECT_EQ(ClassSentence("a", 128, {.made = true, .now = 32768}, ""),
             "a process stays at ABOVE NORMAL, which it has chosen for itself.");
 }

@@ -19,6 +19,8 @@ std::uint32_t GetPriorityClass(Handle process);
 std::string WhatWouldHelp(Handle process);
 // True where the user can be asked for the right to a change that was refused.
 bool CanAskForRight();
+// True where nobody would be asked for it now: the right was given a moment ago, or by a rule.
+bool RightIsGiven();
 // Asks the user for the right to set the class of an opened process, and sets it with that. False when it was not
 // given.
 bool SetPriorityClassAsking(Handle process, std::uint32_t priorityClass);

@@ -48,7 +48,7 @@ void ChangeClass(platform::Handle process, const std::string& name, std::uint32_
   if (IsRefused(priorityClass, outcome) && platform::CanAskForRight()) {
     constexpr auto asks = platform::MB_YESNO | platform::MB_ICONQUESTION;
     const auto question = sentence("do you want to enter an administrator's password for it?");
-    if (MsgBox(question, asks) != platform::IDYES) return;
+    if (!platform::RightIsGiven() && MsgBox(question, asks) != platform::IDYES) return;
     outcome.made = platform::SetPriorityClassAsking(process, priorityClass);
     outcome.now = platform::GetPriorityClass(process);
   }

@@ -140,7 +140,9 @@ pid_t Spin(Prepare prepare) {
 
 // What one process gets of a core, by what another gets meanwhile.
 inline double TimeBy(pid_t one, pid_t other) {
-  const auto seconds = [](pid_t id) { return std::stod(ReadBytes("/proc/" + std::to_string(id) + "/schedstat")) / 1e9; };
+  const auto seconds = [](pid_t id) {
+    return std::stod(ReadBytes("/proc/" + std::to_string(id) + "/schedstat")) / 1e9;
+  };
   const auto before = std::pair(seconds(one), seconds(other));
   Eventually([&] { return seconds(one) + seconds(other) > before.first + before.second + 1; });
   return (seconds(one) - before.first) / (seconds(other) - before.second);

@@ -59,10 +59,10 @@ ask $target "$start" 256
 [ "$(ps -o cls= -p $target | tr -d ' ')" = RR ] || fail 'Real Time was not set'
 "${user[@]}" pkexec --disable-internal-agent "$(command -v sleep)" 0 2>/dev/null && fail 'another program was run'
 
-# The same from the window: refused, asked, and read back.
+# The same from the window: refused, set without a question, and read back.
 cp "$build/velmaro_linux_desktop" "$folder/usr/bin/"
 python3 "$source/packaging/linux/record_prefix.py" "$folder/usr/bin/velmaro_linux_desktop" "$folder/usr"
 # It takes words of its command line for a program to start, so it is told by the environment which test is meant.
-"${user[@]}" VELMARO_POLKIT=1 GTEST_FILTER='*ARefusedClassIsSetWithAPassword' \
+"${user[@]}" VELMARO_POLKIT=1 GTEST_FILTER='*ARefusedClassIsSetWithARightThatWasGiven' \
   "$folder/usr/bin/velmaro_linux_desktop" || fail 'the window'
 echo 'polkit gives the right, for this and nothing else'

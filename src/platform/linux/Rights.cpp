@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <charconv>
+#include <chrono>
 #include <optional>
 #include <string>
 
@@ -22,6 +23,8 @@ namespace {
 
 // The group whose members may raise classes, by the limits that come with the program.
 constexpr const char* Group = "velmaro";
+// What the policy calls that which an administrator's password is asked for.
+constexpr const char* Action = "example.velmaro.set-class";
 
 // The desktop's own program that asks for a password; empty where there is none in the folders of PATH.
 std::string Asker() {
@@ -89,6 +92,13 @@ std::string WhatWouldHelp(Handle handle) {
 }
 
 bool CanAskForRight() { return ::access(Helper().c_str(), X_OK) == 0 && !Asker().empty(); }
+
+bool RightIsGiven() {
+  const auto checker = onlinux::FindFile("pkcheck");
+  if (!checker.starts_with('/')) return false;
+  constexpr std::chrono::seconds limit{1};
+  return onlinux::RunSilently({checker, "--action-id", Action, "--process", std::to_string(::getpid())}, limit) == 0;
+}
 
 bool SetPriorityClassAsking(Handle handle, std::uint32_t priorityClass) {
   const auto status = StatusOf(handle);

@@ -55,7 +55,8 @@ class Desktop {
   bool realTimeAllowed = true;  // without it, Real Time silently becomes High
   bool classIsReadBack = false;
   bool canAskForRight = false;
-  bool rightGiven = false;  // what the user who is asked for it has
+  bool rightGiven = false;   // what the user who is asked for it has
+  bool rightIsKept = false;  // nobody is asked for it
   bool commandsMeanTheRow = false;
   bool namesAreWholeParts = false;
   bool shellTakesEveryFile = true;

@@ -28,6 +28,8 @@ std::string WhatWouldHelp(Handle) { return "ask the owner"; }
 
 bool CanAskForRight() { return TheDesktop().canAskForRight; }
 
+bool RightIsGiven() { return TheDesktop().rightIsKept; }
+
 bool SetPriorityClassAsking(Handle handle, std::uint32_t priorityClass) {
   const auto* opened = TheDesktop().Find<simulated::OpenedProcess>(handle);
   if (!opened || !TheDesktop().rightGiven) return false;

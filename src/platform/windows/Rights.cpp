@@ -13,6 +13,8 @@ std::string WhatWouldHelp(Handle) { return "it needs an administrator"; }
 
 bool CanAskForRight() { return false; }
 
+bool RightIsGiven() { return false; }
+
 bool SetPriorityClassAsking(Handle, std::uint32_t) { return false; }
 
 }  // namespace platform
