@@ -1,6 +1,7 @@
 #include "platform/linux/SharedGroup.h"
 
 #include <poll.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -49,6 +50,8 @@ void LendGroup(pid_t process, int descriptor, int nice) {
   }
   if (group.name.empty() || !IsForOne(process, group.name)) return;
   const auto file = OpenGroup(group);
+  // A program that ran there before may not have given the group back yet: where all is busy, that takes a while.
+  while (::flock(file.get(), LOCK_EX) < 0 && errno == EINTR) continue;
   const int before = GroupNice(group);
   if (before == nice || !SetGroupNice(file, nice)) return;
   pollfd wait{.fd = descriptor, .events = POLLIN, .revents = 0};
