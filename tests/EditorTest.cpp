@@ -250,9 +250,6 @@ TEST_F(Editor, AModeSaysWhereTheTextGoesAndReadingMakesAMissingFile) {
   }
   EXPECT_EQ(ReadTextFile("C:\\a") + ReadTextFile("C:\\none"), bytes());
   EXPECT_TRUE(desktop.files.contains("C:\\none"));
-  desktop.files["C:\\a"].unreadable = true;
-  SaveTextFile("C:\\a", "new", 2);
-  EXPECT_EQ(bytes(), "old\n") << "what can't be read is not written over";
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <functional>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -98,12 +97,6 @@ class OnDesktop : public testing::Test, protected Program {
     return names;
   }
 
-  Texts BoxTexts() const {
-    Texts texts;
-    for (const auto& box : desktop.boxes) texts.push_back(box.text);
-    return texts;
-  }
-
   // Looks at the box that was shown last.
   void ExpectLastBox(const std::string& text, std::uint32_t flags, const std::string& title = "Velmaro") const {
     ASSERT_FALSE(desktop.boxes.empty());
@@ -120,23 +113,6 @@ class OnDesktop : public testing::Test, protected Program {
     EXPECT_TRUE(desktop.answers.empty() && desktop.choices.empty() && desktop.picks.empty() && desktop.script.empty())
         << "the user was never asked";
   }
-};
-
-// Texts made of given pieces, in an order that is the same on every run.
-class RandomTexts {
- public:
-  RandomTexts(unsigned seed, Texts pieces) : random_(seed), pieces_(std::move(pieces)) {}
-
-  std::size_t Below(std::size_t end) { return random_() % end; }
-  std::string Next(std::size_t mostPieces) {
-    std::string text;
-    for (auto left = Below(mostPieces + 1); left > 0; --left) text += pieces_[Below(pieces_.size())];
-    return text;
-  }
-
- private:
-  std::mt19937 random_;
-  Texts pieces_;
 };
 
 }  // namespace velmaro

@@ -150,23 +150,20 @@ TEST_F(Starting, ARunningStationGetsEnterInPlaceOfAStart) {
 }
 
 TEST(StartingLines, StationIsLookedForInThreePlaces) {
-  struct Case {
-    std::string target;
-    bool file, local, installed;
-    Texts started;
-  };
-  const std::vector<Case> cases = {{"\"C:\\Emu\\VGS.exe\"", true, true, true, {"Shell:C:\\Emu\\VGS.exe:1"}},
-                                   {"C:\\Emu\\vgs.exe", false, true, true, {"Shell:MyVGS.exe:1"}},
-                                   {"C:\\Emu\\vgs.exe -x", true, true, true, {"Shell:MyVGS.exe:1"}},
-                                   {"game.exe -vgs.exe", true, false, true, {"Shell:D:\\run it.exe -a:1"}},
-                                   {"vgs.exe", false, false, false, {}}};
-  for (const auto& [target, file, local, installed, started] : cases) {
+  // A target, which of the three are there, and what is started.
+  const std::vector<std::tuple<std::string, std::string, Texts>> cases = {
+      {"\"C:\\Emu\\VGS.exe\"", "file local installed", {"Shell:C:\\Emu\\VGS.exe:1"}},
+      {"C:\\Emu\\vgs.exe", "local installed", {"Shell:MyVGS.exe:1"}},
+      {"C:\\Emu\\vgs.exe -x", "file local installed", {"Shell:MyVGS.exe:1"}},
+      {"game.exe -vgs.exe", "file installed", {"Shell:D:\\run it.exe -a:1"}},
+      {"vgs.exe", "", {}}};
+  for (const auto& [target, there, started] : cases) {
     Program program;
     auto& desktop = program.desktop;
-    if (file) desktop.files["C:\\Emu\\vgs.exe"].bytes = "x";
-    if (local) desktop.files["C:\\Velmaro\\MyVGS.exe"].bytes = "x";
+    if (there.starts_with("file")) desktop.files["C:\\Emu\\vgs.exe"].bytes = "x";
+    if (there.find("local") != std::string::npos) desktop.files["C:\\Velmaro\\MyVGS.exe"].bytes = "x";
     auto& key = desktop.registry[0x80000002]["SOFTWARE\\Connectix\\" + Station + "\\General"];
-    if (installed) key["Location"].bytes = std::string("D:\\run it.exe -a") + '\0';
+    if (there.ends_with("installed")) key["Location"].bytes = std::string("D:\\run it.exe -a") + '\0';
     desktop.onStart = [&](const auto&) { return desktop.AddProcess("tnkxfs.dat"), 42; };
     program.Start("/q /min " + target);
     EXPECT_EQ(Started(desktop), started) << target;

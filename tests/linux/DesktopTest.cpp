@@ -468,15 +468,13 @@ TEST_F(LinuxDesktop, EveryCaptionCanBeReadInALightAndInADarkThemeAndWithLargeFon
     font.setPointSizeF(font.pointSizeF() * 2);
     QApplication::setFont(font);
     ExpectReadable(*main);
-    Then([](QWidget& about) {
-      ExpectReadable(about);
-      Key(about, Qt::Key_Escape);
-    });
+    const auto look = [](QWidget& box) {
+      ExpectReadable(box);
+      Key(box, Qt::Key_Escape);
+    };
+    Then(look);
     Key(*main, Qt::Key_F1);
-    Then([](QWidget& launcher) {
-      ExpectReadable(launcher);
-      Key(launcher, Qt::Key_Escape);
-    });
+    Then(look);
     Key(*main, Qt::Key_R, Qt::ControlModifier);
     Click(*main, "Free Mem");
     for (const auto* form : QApplication::topLevelWidgets())
@@ -502,6 +500,11 @@ TEST_F(LinuxDesktop, ModalWindowsComeAndGoAndTheCloseBoxEndsTheProgram) {
     Key(find, Qt::Key_Return);
   });
   Answer("was not found", "OK");
+  Key(*main, Qt::Key_F, Qt::ControlModifier);
+  Then([](QWidget& find) {
+    EXPECT_EQ(find.findChild<QLineEdit*>()->selectedText(), "no such row");
+    Key(find, Qt::Key_Escape);
+  });
   Key(*main, Qt::Key_F, Qt::ControlModifier);
   Click(*main, "Free Mem");
   EXPECT_EQ(app.Forms().size(), 2U);

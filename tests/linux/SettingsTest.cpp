@@ -66,7 +66,7 @@ TEST_F(LinuxSettings, AFolderThatCantBeUsedLosesNothing) {
   ASSERT_TRUE(Write("LastRun", "old"));
   ::chmod((folder / "velmaro").c_str(), 0);
   EXPECT_EQ(InChild([] { return BecomeNobody() && !Write("LastRun", "new") && Read("LastRun") == "none" ? 0 : 1; }), 0);
-  ::chmod((folder / "velmaro").c_str(), 0755);
+  ::chmod((folder / "velmaro").c_str(), 0777);
   ::chmod((folder / "velmaro/settings.conf").c_str(), 0);
   EXPECT_EQ(InChild([] { return BecomeNobody() && !Write("LastRun", "new") ? 0 : 1; }), 0);
   ::chmod((folder / "velmaro/settings.conf").c_str(), 0644);

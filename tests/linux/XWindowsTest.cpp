@@ -152,7 +152,11 @@ TEST_F(LinuxWindows, AllTitlesAreListedFromFrontToBack) {
   }));
 }
 
-TEST_F(LinuxWindows, HiddenShownAndPinnedIsWhatTheServerSays) { HideShowAndPin(NewWindow("pinned")); }
+TEST_F(LinuxWindows, HiddenShownAndPinnedIsWhatTheServerSays) {
+  const auto pinned = NewWindow("pinned");
+  NewWindow("in front of it");
+  HideShowAndPin(pinned);
+}
 
 TEST_F(LinuxWindows, AWindowThatIsGoneBreaksNothing) {
   const auto window = NewWindow("gone");
