@@ -78,7 +78,8 @@ trap 'rm -rf "$scratch"' EXIT
 # apt drops its rights to fetch, and must still read the index it fetched.
 chmod 755 "$scratch"
 apt_options=()
-apt() { apt-get -qq -o Dpkg::Use-Pty=0 -o DPkg::Lock::Timeout=300 ${apt_options[@]+"${apt_options[@]}"} "$@" </dev/null; }
+# A setting that the user has changed stays as it is, and nobody is asked about it.
+apt() { apt-get -qq -o Dpkg::Use-Pty=0 -o DPkg::Lock::Timeout=300 -o Dpkg::Options::=--force-confold ${apt_options[@]+"${apt_options[@]}"} "$@" </dev/null; }
 get() { apt install -y --no-install-recommends "$@"; }
 
 # A source of someone else's that is broken must not stop us: what matters is whether the install works.
