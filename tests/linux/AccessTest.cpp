@@ -116,6 +116,26 @@ class Access : public testing::Test {
     EXPECT_TRUE(Eventually([&] { return Find(window).service.isEmpty(); })) << window.toStdString();
   }
 
+  // Marks the row of a program of its own, and presses for the class that the menu has checked.
+  void ChangeAClass() {
+    Press("menu item:Auto Refresh");  // a refresh takes the rows away that are looked at
+    const Child child(folder.Sleeper("zz-told"));
+    Press("push button:Refresh");
+    Node row;
+    EXPECT_TRUE(Eventually([&] {
+      const auto rows = Parts(Await("list:Processes and windows"));
+      const auto isChild = [&](const Node& one) {
+        return Get(one, "Accessible", "Name").toString().endsWith("zz-told");
+      };
+      const auto at = std::find_if(rows.rbegin(), rows.rend(), isChild);
+      return at != rows.rend() && (row = *at, true);
+    }));
+    Call(row, "org.a11y.atspi.Action", "DoAction", {0});
+    Press("push button:Velmaro!");
+    EXPECT_TRUE(Eventually([&] { return child.Nice() == 19; })) << child.Nice();
+    Close("OK", "alert message:Velmaro");
+  }
+
   TestFolder folder;
   pid_t bus = 0;
   pid_t program = 0;
@@ -129,19 +149,8 @@ TEST_F(Access, EveryWindowIsToldAndAPressActsAsTheMouseDoes) {
   EXPECT_GT(Parts(Await("list:Processes and windows")).size(), 3);
   Press("menu item:Idle");
   ExpectChecked("menu item:Idle");
-  const Child child(folder.Sleeper("zz-told"));
-  Press("push button:Refresh");
-  Node row;
-  EXPECT_TRUE(Eventually([&] {
-    const auto rows = Parts(Await("list:Processes and windows"));
-    const auto isChild = [&](const Node& one) { return Get(one, "Accessible", "Name").toString().endsWith("zz-told"); };
-    const auto at = std::find_if(rows.rbegin(), rows.rend(), isChild);
-    return at != rows.rend() && (row = *at, true);
-  }));
-  Call(row, "org.a11y.atspi.Action", "DoAction", {0});
-  Press("push button:Velmaro!");
-  EXPECT_TRUE(Eventually([&] { return child.Nice() == 19; })) << child.Nice();
-  Close("OK", "alert message:Velmaro");
+  // Where programs are nice from the start, they have the class already.
+  if (::getpriority(PRIO_PROCESS, 0) == 0) ChangeAClass();
   Press("radio button:Idle");
   ExpectChecked("radio button:Idle");
   EXPECT_FALSE(Is(Await("radio button:All"), checked));
@@ -175,6 +184,7 @@ TEST_F(Access, EveryWindowIsToldAndAPressActsAsTheMouseDoes) {
 
 int main(int count, char** arguments) {
   const QCoreApplication application(count, arguments);
+  ::setpriority(PRIO_PROCESS, 0, 0);
   testing::InitGoogleTest(&count, arguments);
   return RUN_ALL_TESTS();
 }
