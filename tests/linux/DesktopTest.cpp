@@ -75,7 +75,8 @@ void ExpectReadable(const QWidget& window) {
     const auto [low, high] = std::minmax(
         {Luminance(colors.color(widget->foregroundRole())), Luminance(colors.color(widget->backgroundRole()))});
     EXPECT_GE((high + 0.05) / (low + 0.05), 4.5) << text.toStdString();
-    const auto room = widget->fontMetrics().boundingRect({0, 0, widget->width(), 9999}, Qt::TextWordWrap, text);
+    const int breaks = label ? Qt::TextWordWrap : Qt::TextSingleLine;
+    const auto room = widget->fontMetrics().boundingRect({0, 0, widget->width(), 9999}, breaks, text);
     EXPECT_TRUE(room.width() <= widget->width() && room.height() <= widget->height()) << text.toStdString();
   }
 }
