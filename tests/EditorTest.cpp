@@ -182,7 +182,7 @@ TEST_F(Editor, FindGoesRoundTheText) {
     EXPECT_EQ(key(Key::F3, 0), Selection(10, 4)) << "the only hit is found again";
     EXPECT_EQ(find("aa"), Selection(text.size() - 3, 2));
     EXPECT_EQ(key(Key::F3, 0), Selection(text.size() - 2, 2)) << "a hit may begin inside the last one";
-    form.txtData.SelectionByUser(text.size(), 0);
+    MoveCaret(form.txtData, text.size());
     EXPECT_EQ(key(Key::F3, 0), Selection(text.size() - 3, 2));
     EXPECT_TRUE(desktop.boxes.empty());
     EXPECT_EQ(find("Not There"), Selection(text.size() - 3, 2));

@@ -106,6 +106,7 @@ class OnDesktop : public testing::Test, protected Program {
   }
 
   void TearDown() override {
+    desktop.CompareWithModels();
     EXPECT_EQ(desktop.misuse, Texts{});
     EXPECT_EQ(desktop.OpenHandles(), 0U);
     EXPECT_TRUE(desktop.openKeys.empty());

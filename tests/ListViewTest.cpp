@@ -18,7 +18,7 @@ TEST_F(ListView, EachButtonShowsItsOwnRows) {
   const std::vector<Texts> views = {all, {all[2]}, {all[3]}, {all[4]}, {all[0]}, {all[4]}};
   for (const std::size_t view : {1, 2, 3, 4, 5, 0}) {
     Select(form.List1, 0);
-    form.List1.ScrolledByUser(1);
+    Scroll(form.List1, 1);
     Press(form.Option1[view]);
     EXPECT_EQ(Rows(form.List1), views[view]) << view;
     EXPECT_EQ(form.List1.ListIndex() - form.List1.TopIndex(), -1) << "a view begins at its top, with no row selected";
@@ -64,7 +64,7 @@ TEST_F(ListView, WhereRowsAreToldApartTheTimerKeepsTheRowAndThePlace) {
     return State(form) + ", " + std::to_string(form.List1.TopIndex());
   };
   Select(form.List1, 0);
-  form.List1.ScrolledByUser(2);
+  Scroll(form.List1, 2);
   EXPECT_EQ(refresh(), "Real Time 2, row 0 of 5, 2");
   Select(form.List1, 3);
   desktop.processes.pop_front();

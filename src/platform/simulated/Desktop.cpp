@@ -4,6 +4,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "platform/simulated/ControlPeer.h"
 #include "platform/simulated/FormWindow.h"
 #include "platform/simulated/TimerPeer.h"
 #include "runtime/Form.h"
@@ -89,6 +90,15 @@ platform::WindowHandle Desktop::ActiveWindow() const {
   if (!anotherProgramInFront && !openBoxes.empty()) return openBoxes.back();
   const auto* window = ActiveFormWindow();
   return window ? window->hWnd() : 0;
+}
+
+void Desktop::CompareWithModels() {
+  for (const auto& [handle, control] : controls)
+    if (!PeerOf(*control).IsUpToDate()) misuse.push_back("a control shows what its model does not hold");
+  for (const auto* form : forms)
+    if (!form->IsUpToDate()) misuse.push_back("a form shows what its model does not hold");
+  for (const auto* timer : timers)
+    if (!timer->IsUpToDate()) misuse.push_back("a timer runs, or not, against its model");
 }
 
 void Desktop::NoteActivation() {

@@ -132,14 +132,12 @@ class Desktop {
 
   // Tooltip windows that live.
   std::map<platform::WindowHandle, Tooltip> tooltips;
-  bool tooltipsFail = false;
 
-  // Peers: the resolution for windows that are made from here on (15 at 96 dots an inch, 10 at 144), how many live, how
-  // many were ever made, and the rows at which a native list box gives up.
+  // Peers: the resolution for windows that are made from here on (15 at 96 dots an inch, 10 at 144), how many live, and
+  // how many were ever made.
   velmaro::Twips twipsPerPixel = 15;
   int livePeers = 0;
   int peersMade = 0;
-  int listRowLimit = 32767;
   bool windowsFail = false;                  // there is nothing to show windows on
   std::set<velmaro::Change> refusedChanges;  // what native controls don't take
   bool quits = false;                        // the program has been told to end
@@ -169,6 +167,8 @@ class Desktop {
   std::vector<Window*> StackedWindows();
   // The active window of the program, a box before a form, 0 for none.
   platform::WindowHandle ActiveWindow() const;
+  // Notes as misuse what the program's controls, menus and timers show otherwise than their models hold it.
+  void CompareWithModels();
   // Raises Activate where another form became the active window.
   void NoteActivation();
   // Runs the next queued action. False when there is none.

@@ -6,8 +6,6 @@
 #include <stdexcept>
 #include <utility>
 
-#include "runtime/Menu.h"
-
 namespace simulated {
 namespace {
 
@@ -35,6 +33,20 @@ FormWindow::FormWindow(velmaro::Form& of) : form(of) {
   window = {.handle = desktop_.NewHandle(), .title = form.Caption(), .visible = false};
   normal_ = {Pixels(form.Args().ClientWidth) + Frame().width, Pixels(form.Args().ClientHeight) + Frame().height};
   desktop_.forms.insert(desktop_.forms.begin(), this);
+  AddMenus(form.MenuBar());
+}
+
+void FormWindow::AddMenus(const std::vector<velmaro::Menu*>& menus) {
+  for (auto* menu : menus) {
+    ApplyMenu(*menu);
+    AddMenus(menu->Entries());
+  }
+}
+
+bool FormWindow::IsUpToDate() const {
+  return window.title == form.Caption() && std::ranges::all_of(menus_, [](const auto& shown) {
+           return shown.second == std::pair(shown.first->Checked(), shown.first->Visible());
+         });
 }
 
 FormWindow::~FormWindow() { std::erase(desktop_.forms, this); }
@@ -102,6 +114,11 @@ void FormWindow::Show(velmaro::Form* above) {
 
 void FormWindow::Hide() {
   window.visible = false;
+  // Where none of the program's windows can take its place, the system brings up another program's.
+  const auto& forms = desktop_.forms;
+  if (std::ranges::any_of(forms, [](const auto* other) { return other->window.visible; }) &&
+      std::ranges::none_of(forms, &FormWindow::TakesInput))
+    desktop_.anotherProgramInFront = true;
   desktop_.NoteActivation();
 }
 

@@ -1,10 +1,14 @@
 #pragma once
 
+#include <map>
 #include <optional>
+#include <utility>
+#include <vector>
 
 #include "platform/simulated/Desktop.h"
 #include "platform/simulated/Living.h"
 #include "runtime/Form.h"
+#include "runtime/Menu.h"
 #include "runtime/Peers.h"
 
 namespace simulated {
@@ -20,13 +24,15 @@ class FormWindow final : public velmaro::FormPeer {
   void Show(velmaro::Form* owner) override;
   void Hide() override;
   void Block(bool blocked) override;
-  void ApplyMenu(velmaro::Menu&) override {}
+  void ApplyMenu(velmaro::Menu& menu) override { menus_[&menu] = {menu.Checked(), menu.Visible()}; }
   void PopupMenu(velmaro::Menu& menu, std::optional<velmaro::Bounds> place, velmaro::Menu* defaultEntry) override;
   velmaro::Twips TwipsPerPixel() const override { return twipsPerPixel_; }
 
   bool Blocked() const { return blocked_; }
   // True while the window is on the screen, not minimized and not blocked.
   bool TakesInput() const;
+  // True where the window and its menus show what the form holds.
+  bool IsUpToDate() const;
   // Puts the window in front of the others and makes it active.
   void ToFront();
   // Gives the window another outer size, in twips, and tells the form; the size it has changes nothing.
@@ -51,12 +57,14 @@ class FormWindow final : public velmaro::FormPeer {
   Size Frame() const;
   Size Outer() const;
   void Report();
+  void AddMenus(const std::vector<velmaro::Menu*>& menus);
 
   Desktop& desktop_ = TheDesktop();
   Living living_;
   velmaro::Twips twipsPerPixel_ = desktop_.twipsPerPixel;
   Size normal_;
   velmaro::WindowState state_ = velmaro::WindowState::Normal;
+  std::map<const velmaro::Menu*, std::pair<bool, bool>> menus_;  // checked, visible
   bool blocked_ = false;
   bool reported_ = false;
 };

@@ -15,7 +15,6 @@ void GlobalMemoryStatus(MEMORYSTATUS& status) {
 void* VirtualAlloc(std::size_t bytes) {
   auto& memory = simulated::TheDesktop().memory;
   ++memory.claims;
-  if (memory.live.size() >= memory.blocksAllowed) return nullptr;
   if (memory.failEvery != 0 && memory.claims % memory.failEvery == 0) return nullptr;
   auto* block = std::calloc(bytes, 1);
   if (!block) return nullptr;

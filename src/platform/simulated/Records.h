@@ -118,10 +118,9 @@ struct Tooltip {
 struct Memory {
   static constexpr std::size_t Unlimited = std::numeric_limits<std::size_t>::max();
   std::uint64_t total = 512U << 20;
-  std::uint64_t available = 256U << 20;   // other programs' pages go out where a block is larger
-  std::size_t blocksAllowed = Unlimited;  // so many blocks live at once, and no more
-  std::size_t failEvery = 0;              // each claim with a number divisible by it fails
-  std::size_t claims = 0;                 // asked for, with the failed ones
+  std::uint64_t available = 256U << 20;  // other programs' pages go out where a block is larger
+  std::size_t failEvery = 0;             // each claim with a number divisible by it fails
+  std::size_t claims = 0;                // asked for, with the failed ones
   std::size_t liveBytes = 0;
   std::size_t peakBytes = 0;
   std::size_t peakBlocks = 0;

@@ -19,6 +19,10 @@ void TimerPeer::Apply(velmaro::Change) {
       runs ? desktop_.now + static_cast<std::uint64_t>(timer_.Interval()) : std::numeric_limits<std::uint64_t>::max();
 }
 
+bool TimerPeer::IsUpToDate() const {
+  return (due_ != std::numeric_limits<std::uint64_t>::max()) == (timer_.Enabled() && timer_.Interval() > 0);
+}
+
 void TimerPeer::Tick() {
   Apply(velmaro::Change::Timing);
   timer_.RaiseTick();

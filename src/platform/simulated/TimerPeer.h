@@ -17,6 +17,7 @@ class TimerPeer final : public velmaro::Peer {
   void Apply(velmaro::Change what) override;
   // When the timer ticks next; the end of time while it does not run.
   std::uint64_t Due() const { return due_; }
+  bool IsUpToDate() const;
   // Sets the next tick and raises this one.
   void Tick();
 

@@ -18,7 +18,7 @@ simulated::Tooltip* Find(WindowHandle window) {
 WindowHandle CreateWindowExA(std::uint32_t, const std::string& windowClass, std::uint32_t style, int, int, int, int,
                              WindowHandle owner, std::uint32_t) {
   auto& desktop = TheDesktop();
-  if (desktop.tooltipsFail || windowClass != "tooltips_class32") return 0;
+  if (windowClass != "tooltips_class32") return 0;
   const auto handle = desktop.NewHandle();
   desktop.tooltips[handle] = {.style = style, .owner = owner};
   return handle;

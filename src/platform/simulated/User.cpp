@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 
+#include "platform/simulated/ControlPeer.h"
 #include "platform/simulated/FormWindow.h"
 
 namespace simulated {
@@ -18,6 +19,7 @@ using velmaro::MouseButton::Left;
 // The window of a form that can be touched, minimized or not; it comes to the front.
 FormWindow& Reach(Form& form) {
   auto& desktop = TheDesktop();
+  desktop.CompareWithModels();
   auto* window = WindowFor(form);
   if (!window || !window->window.visible) Refuse(form.Caption(), "it is not on the screen");
   if (!desktop.openBoxes.empty()) Refuse(form.Caption(), "a message box stands before it");
@@ -140,7 +142,7 @@ void Select(velmaro::ListBox& list, int row) {
   Reach(list).focus = &list;
   CheckRow(list, row);
   if (row >= 0) {
-    list.SelectedByUser(row);
+    PeerOf(list).TakeRow(row);
     list.RaiseClick();
   }
   if (Lives(list)) MouseUp(list, Left);
@@ -149,9 +151,14 @@ void Select(velmaro::ListBox& list, int row) {
 void DoubleClick(velmaro::ListBox& list, int row) {
   Select(list, row);
   CheckRow(list, row);
-  if (row >= 0) list.SelectedByUser(row);
+  if (row >= 0) PeerOf(list).TakeRow(row);
   list.RaiseDblClick();
   if (Lives(list)) MouseUp(list, Left);
+}
+
+void Scroll(velmaro::ListBox& list, int top) {
+  Reach(list);
+  PeerOf(list).TakeTop(top);
 }
 
 int RowWith(const velmaro::ListBox& list, const std::string& text) {
@@ -182,13 +189,17 @@ void TypeText(velmaro::TextBox& box, const std::string& text) {
   const auto start = box.SelStart();
   auto whole = box.Text();
   whole.replace(start, box.SelLength(), text);
-  box.TextByUser(std::move(whole));
-  box.SelectionByUser(start + text.size(), 0);
+  PeerOf(box).TakeText(whole, start + text.size());
 }
 
 void TypeText(velmaro::ComboBox& box, const std::string& text) {
   Reach(box).focus = &box;
-  box.TextByUser(text);
+  PeerOf(box).TakeText(text);
+}
+
+void MoveCaret(velmaro::TextBox& box, std::size_t start, std::size_t length) {
+  Reach(box).focus = &box;
+  PeerOf(box).TakeCaret(start, length);
 }
 
 void Reply(const std::string& text) {
@@ -196,7 +207,7 @@ void Reply(const std::string& text) {
   for (auto* control : form.Controls()) {
     auto* box = dynamic_cast<velmaro::TextBox*>(control);
     if (!box) continue;
-    box->SelectionByUser(0, box->Text().size());
+    MoveCaret(*box, 0, box->Text().size());
     TypeText(*box, text);
     return TypeKey(form, velmaro::Key::Return);
   }
@@ -206,7 +217,7 @@ void Reply(const std::string& text) {
 void PickEntry(velmaro::ComboBox& box, int index) {
   Reach(box).focus = &box;
   if (index < 0 || index >= box.ListCount()) Refuse(NameOf(box), "it has no entry " + std::to_string(index));
-  box.TextByUser(box.List(index));
+  PeerOf(box).TakeText(std::string(box.List(index)));
   box.RaiseClick();
 }
 

@@ -34,6 +34,8 @@ void RightPress(velmaro::Control& control, int button = velmaro::MouseButton::Ri
 // Clicks a row of a list, or presses it twice; the row -1 is the empty space behind the last one.
 void Select(velmaro::ListBox& list, int row);
 void DoubleClick(velmaro::ListBox& list, int row);
+// Brings another row to the top of a list.
+void Scroll(velmaro::ListBox& list, int top);
 // The first row that holds a text. Throws std::logic_error for none.
 int RowWith(const velmaro::ListBox& list, const std::string& text);
 
@@ -45,6 +47,8 @@ void TypeKey(velmaro::Form& form, int keyCode, int shift = 0);
 // Types over the selection of a text box; replaces all that stands in a combo box.
 void TypeText(velmaro::TextBox& box, const std::string& text);
 void TypeText(velmaro::ComboBox& box, const std::string& text);
+// Moves the caret of a text box, or selects from there on.
+void MoveCaret(velmaro::TextBox& box, std::size_t start, std::size_t length = 0);
 // Answers the input box that is open: types over its text and presses Enter.
 void Reply(const std::string& text);
 // Picks an entry from the drop-down list of a combo box.
