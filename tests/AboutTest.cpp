@@ -6,10 +6,7 @@
 #include "memory/formFreeMem.h"
 #include "platform/simulated/FormWindow.h"
 
-namespace velmaro {
 namespace {
-
-using namespace simulated;
 
 class About : public OnDesktop {
  protected:
@@ -69,4 +66,3 @@ TEST_F(About, EveryCreditsLabelOpensIt) {
 }
 
 }  // namespace
-}  // namespace velmaro

@@ -1,7 +1,6 @@
 #include "Fixture.h"
 #include "startup/CommandLine.h"
 
-namespace velmaro {
 namespace {
 
 // What was read from a command line, with what stands as if no switch was there left out.
@@ -78,4 +77,3 @@ TEST(CommandLine, WordsAreSwitchesUpToTheProgram) {
 }
 
 }  // namespace
-}  // namespace velmaro

@@ -1,9 +1,6 @@
 #include "Fixture.h"
 
-namespace velmaro {
 namespace {
-
-using namespace simulated;
 
 class Commands : public OnDesktop {
  protected:
@@ -119,4 +116,3 @@ TEST_F(WindowCommands, EachCommandPlacesTheSelectedWindow) {
 }
 
 }  // namespace
-}  // namespace velmaro

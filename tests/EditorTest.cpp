@@ -3,10 +3,8 @@
 #include "editor/formEdit.h"
 #include "runtime/Files.h"
 
-namespace velmaro {
 namespace {
 
-using namespace simulated;
 using namespace std::string_literals;
 
 constexpr int Yes = 6, No = 7, Cancel = 2;
@@ -203,7 +201,8 @@ TEST_F(Editor, HelpStandsOnTheButtonAsABalloonAndInABox) {
       const auto& tip = desktop.tooltips.begin()->second;
       EXPECT_EQ(std::tuple(tip.owner, tip.style, tip.title, tip.icon),
                 std::tuple(form.btnHelp.hWnd(), 67U, "Settings", 1U));
-      EXPECT_EQ(std::tuple(tip.tool.value().lpszText, tip.tool->uFlags), std::tuple(help, 16U));
+      const auto& rect = tip.tool.value().rect;
+      EXPECT_EQ(std::tuple(tip.tool->lpszText, tip.tool->uFlags, rect.right, rect.bottom), std::tuple(help, 16U, 25, 23));
       desktop.GoToAnotherProgram();
       Activate(form);
     }
@@ -253,4 +252,3 @@ TEST_F(Editor, AModeSaysWhereTheTextGoesAndReadingMakesAMissingFile) {
 }
 
 }  // namespace
-}  // namespace velmaro

@@ -117,3 +117,7 @@ class OnDesktop : public testing::Test, protected Program {
 };
 
 }  // namespace velmaro
+
+// Tests speak of the program and of its user.
+using namespace velmaro;
+using namespace simulated;

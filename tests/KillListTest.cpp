@@ -3,10 +3,7 @@
 #include "process/KillLists.h"
 #include "process/KnownEmulators.h"
 
-namespace velmaro {
 namespace {
-
-using namespace simulated;
 
 class KillLists : public OnDesktop {
  protected:
@@ -116,7 +113,7 @@ TEST_F(KillLists, EachLineEndsTheFirstMatchAtMost) {
 }
 
 TEST_F(KillLists, TheSystemOpensTheListsThatAreInForce) {
-  desktop.onStart = [](const auto&) { return 42; };
+  desktop.onStart = [](const auto&) { return 31; };
   auto& form = Start("/y D:\\keep.txt");
   RightPress(form.btnFree);
   RightPress(form.btnFree, MouseButton::Middle);
@@ -125,6 +122,7 @@ TEST_F(KillLists, TheSystemOpensTheListsThatAreInForce) {
   Texts opened;
   for (const auto& start : desktop.starts) opened.push_back(start.file);
   EXPECT_EQ(opened, (Texts{KillList, KillList, "D:\\keep.txt"}));
+  EXPECT_EQ(application.Forms().size(), 1U) << "what the system can't open opens nowhere";
 }
 
 TEST_F(KillLists, WhereTheShellMayLeaveNothingTheProgramsOwnEditorStepsIn) {
@@ -153,4 +151,3 @@ TEST_F(KillLists, WhereTheShellMayLeaveNothingTheProgramsOwnEditorStepsIn) {
 }
 
 }  // namespace
-}  // namespace velmaro

@@ -1,9 +1,6 @@
 #include "Fixture.h"
 
-namespace velmaro {
 namespace {
-
-using namespace simulated;
 
 class Layout : public OnDesktop, public testing::WithParamInterface<float> {
  protected:
@@ -80,4 +77,3 @@ TEST_F(MainWindow, ExitEndsTheProgramAndAnyOtherKeyOpensWhatItSays) {
 }
 
 }  // namespace
-}  // namespace velmaro

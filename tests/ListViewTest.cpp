@@ -1,9 +1,6 @@
 #include "Fixture.h"
 
-namespace velmaro {
 namespace {
-
-using namespace simulated;
 
 class ListView : public OnDesktop {
  protected:
@@ -129,4 +126,3 @@ TEST_F(Find, WithoutATextTheNextSearchAsksForOneAndOffersTheLast) {
 }
 
 }  // namespace
-}  // namespace velmaro

@@ -1,10 +1,7 @@
 #include "Fixture.h"
 #include "memory/formFreeMem.h"
 
-namespace velmaro {
 namespace {
-
-using namespace simulated;
 
 constexpr std::uint64_t MB = 1U << 20;
 
@@ -178,4 +175,3 @@ TEST_F(Memory, UnattendedRunTakesHalfTheMegabytesInBlocksOfTwo) {
 }
 
 }  // namespace
-}  // namespace velmaro

@@ -2,10 +2,7 @@
 #include "desktop/modRegistry.h"
 #include "process/KillLists.h"
 
-namespace velmaro {
 namespace {
-
-using namespace simulated;
 
 // What was started, as "call:command line:show".
 Texts Started(const Desktop& desktop) {
@@ -173,4 +170,3 @@ TEST(StartingLines, StationIsLookedForInThreePlaces) {
 }
 
 }  // namespace
-}  // namespace velmaro

@@ -11,7 +11,6 @@
 #include "runtime/Numbers.h"
 #include "runtime/Text.h"
 
-namespace velmaro {
 namespace {
 
 // "yes", "no", or "fails" for a pattern that is invalid.
@@ -121,4 +120,3 @@ TEST(Text, LinesEndAtCrLfOrALoneCr) {
 }
 
 }  // namespace
-}  // namespace velmaro

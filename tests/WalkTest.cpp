@@ -3,7 +3,6 @@
 #include "process/KillLists.h"
 #include "process/WalkProcesses.h"
 
-namespace velmaro {
 namespace {
 
 class Walk : public OnDesktop {
@@ -174,4 +173,3 @@ TEST_F(Walk, AListThatIsFullStopsTheWalk) {
 }
 
 }  // namespace
-}  // namespace velmaro

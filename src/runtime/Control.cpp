@@ -18,10 +18,6 @@ void Control::Move(const Bounds& at) {
   Set(args_.At, at, Change::Bounds);
 }
 
-void Control::SetFocus() {
-  if (peer_) peer_->SetFocus();
-}
-
 void Control::RaiseClick() {
   if (Enabled() && Click && !form_.Unloaded()) Resume(Click);
 }

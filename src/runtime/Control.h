@@ -85,8 +85,6 @@ class Control {
   void SetVisible(bool visible) { Set(args_.Visible, visible, Change::Visible); }
   void SetEnabled(bool enabled) { Set(args_.Enabled, enabled, Change::Enabled); }
   void SetToolTipText(std::string text) { Set(args_.ToolTipText, std::move(text), Change::ToolTip); }
-  // Gives the control the keyboard; nothing happens while the form is not shown.
-  void SetFocus();
 
   // The native window, 0 while the form has no peers.
   platform::WindowHandle hWnd() const { return peer_ ? peer_->hWnd() : 0; }

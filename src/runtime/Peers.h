@@ -34,8 +34,6 @@ class Peer {
   virtual void Read() {}
   // The native window, 0 for a peer that has none.
   virtual platform::WindowHandle hWnd() const { return 0; }
-  // Gives the control the keyboard.
-  virtual void SetFocus() {}
 };
 
 // The native side of a form.

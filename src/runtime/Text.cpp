@@ -62,10 +62,6 @@ std::string_view Mid(std::string_view text, std::size_t start, std::size_t lengt
   return start > text.size() ? std::string_view{} : text.substr(start - 1, length);
 }
 
-std::string_view Right(std::string_view text, std::size_t length) {
-  return text.substr(text.size() - std::min(length, text.size()));
-}
-
 std::string_view Trim(std::string_view text) {
   const auto first = text.find_first_not_of(' ');
   if (first == std::string_view::npos) return {};

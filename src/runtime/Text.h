@@ -17,8 +17,6 @@ std::int16_t InStr(std::size_t start, std::string_view text, std::string_view wh
 std::size_t FindInText(std::size_t start, std::string_view text, std::string_view what, Compare compare);
 // Up to `length` bytes from the 1-based position `start`; empty behind the text's end.
 std::string_view Mid(std::string_view text, std::size_t start, std::size_t length = std::string_view::npos);
-// The last `length` bytes, or the whole text where it is shorter.
-std::string_view Right(std::string_view text, std::size_t length);
 // The text without the spaces (code 32) at both ends; nothing else is trimmed.
 std::string_view Trim(std::string_view text);
 // The text without a double quote at its start and without one at its end, each where it stands.

@@ -181,3 +181,6 @@ class Settings {
 };
 
 }  // namespace drive
+
+// Tests speak of nothing else.
+using namespace drive;

@@ -2,14 +2,12 @@
 
 #include "Drive.h"
 
-namespace drive {
 namespace {
 
 void CALLBACK KeepAnswer(HWND, UINT, ULONG_PTR kept, LRESULT answer) { *reinterpret_cast<LRESULT*>(kept) = answer; }
 
 class EditorTest : public testing::Test {
  protected:
-  EditorTest() : velmaro(folder) {}
   HWND Open(const std::wstring& entry = L"Edit Kill List Here...") {
     velmaro.Choose(entry);
     return editor = velmaro.Window(L"Settings");
@@ -32,7 +30,7 @@ class EditorTest : public testing::Test {
   }
 
   Folder folder;
-  Velmaro velmaro;
+  Velmaro velmaro{folder};
   HWND editor = nullptr;
 };
 
@@ -119,4 +117,3 @@ TEST_F(EditorTest, BalloonExplainsTheList) {
 }
 
 }  // namespace
-}  // namespace drive

@@ -2,7 +2,6 @@
 
 #include "Drive.h"
 
-namespace drive {
 namespace {
 
 class LauncherTest : public testing::Test {
@@ -86,4 +85,3 @@ TEST_F(LauncherTest, CommandIsWhatTheFieldShows) {
 }
 
 }  // namespace
-}  // namespace drive

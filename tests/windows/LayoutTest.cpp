@@ -4,7 +4,6 @@
 
 #include "Drive.h"
 
-namespace drive {
 namespace {
 
 class LayoutTest : public testing::Test {
@@ -70,4 +69,3 @@ TEST_F(LayoutTest, ControlsFollowTheWindowAndItsLimits) {
 }
 
 }  // namespace
-}  // namespace drive

@@ -4,7 +4,6 @@
 
 #include "Drive.h"
 
-namespace drive {
 namespace {
 
 constexpr double Megabyte = 1024.0 * 1024.0;
@@ -107,4 +106,3 @@ TEST_F(MemoryTest, EndOfTheProgramEndsTheRun) {
 }
 
 }  // namespace
-}  // namespace drive

@@ -4,7 +4,6 @@
 
 #include "Drive.h"
 
-namespace drive {
 namespace {
 
 // The row that a running process must have, from the class that the system itself tells.
@@ -163,4 +162,3 @@ TEST_F(ProcessTest, ListIsRefreshedByKeyAndByTimerOnlyInTheBackground) {
 }
 
 }  // namespace
-}  // namespace drive

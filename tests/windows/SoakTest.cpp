@@ -2,7 +2,6 @@
 
 #include "Drive.h"
 
-namespace drive {
 namespace {
 
 struct Held {
@@ -81,4 +80,3 @@ TEST_F(SoakTest, Forms) {
 }
 
 }  // namespace
-}  // namespace drive

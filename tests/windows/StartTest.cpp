@@ -2,7 +2,6 @@
 
 #include "Drive.h"
 
-namespace drive {
 namespace {
 
 // Every top-level window, seen or not, that a program ever has while it lives.
@@ -76,4 +75,3 @@ TEST(StartTest, AttendedStartShowsAFilledList) {
 }
 
 }  // namespace
-}  // namespace drive

@@ -2,7 +2,6 @@
 
 #include "Drive.h"
 
-namespace drive {
 namespace {
 
 constexpr auto Title = L"Okno \u017b\u00f3\u0142w \u7a93";
@@ -141,4 +140,3 @@ TEST_F(WindowTest, KeyboardAloneReachesEverything) {
 }
 
 }  // namespace
-}  // namespace drive

@@ -32,11 +32,6 @@ void Report() {
   }
 }
 
-LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  if (message == WM_DESTROY) ::PostQuitMessage(0);
-  return ::DefWindowProcW(window, message, wParam, lParam);
-}
-
 std::wstring Title() {
   const std::wstring line = ::GetCommandLineW();
   const auto at = line.find(L"--title ");
@@ -46,15 +41,9 @@ std::wstring Title() {
 }  // namespace
 
 int main() {
-  if (const auto title = Title(); !title.empty()) {
-    WNDCLASSW probe{};
-    probe.lpfnWndProc = &Procedure;
-    probe.hInstance = ::GetModuleHandleW(nullptr);
-    probe.lpszClassName = L"Probe";
-    ::RegisterClassW(&probe);
-    ::CreateWindowExW(0, L"Probe", title.c_str(), WS_OVERLAPPEDWINDOW | WS_VISIBLE, 700, 500, 300, 200, nullptr,
-                      nullptr, probe.hInstance, nullptr);
-  }
+  if (const auto title = Title(); !title.empty())
+    ::CreateWindowExW(0, L"STATIC", title.c_str(), WS_OVERLAPPEDWINDOW | WS_VISIBLE, 700, 500, 300, 200, nullptr, nullptr,
+                      nullptr, nullptr);
   Report();
   ::SetTimer(nullptr, 0, 180000, nullptr);
   for (MSG message; ::GetMessageW(&message, nullptr, 0, 0) > 0 && (message.message != WM_TIMER || message.hwnd);)

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <sstream>
 
-#include "platform/simulated/FormWindow.h"
 #include "runtime/Buttons.h"
 #include "runtime/ComboBox.h"
 #include "runtime/Form.h"
@@ -110,10 +109,6 @@ void ControlPeer::TakeTop(int row) {
   const Deaf deaf(*this);
   dynamic_cast<velmaro::ListBox&>(control_).ScrolledByUser(row);
   shown_[Change::Rows] = Side(control_, Change::Rows);
-}
-
-void ControlPeer::SetFocus() {
-  if (auto* window = WindowFor(control_.Owner())) window->focus = &control_;
 }
 
 int ControlPeer::Told(Change what) const {

@@ -23,7 +23,6 @@ class ControlPeer final : public velmaro::Peer {
   // Tells the model what changes without an event: the selected row, the text, the caret.
   void Read() override;
   platform::WindowHandle hWnd() const override { return handle_; }
-  void SetFocus() override;
   // How often the peer was told of a change.
   int Told(velmaro::Change what) const;
   // True where the control shows what its model holds.

@@ -143,8 +143,6 @@ void ControlPeer::Enable() const {
   ::EnableWindow(window_.get(), control_.Enabled());
 }
 
-void ControlPeer::SetFocus() { form_.FocusOn(window_.get()); }
-
 void ControlPeer::Rescale() {
   Apply(velmaro::Change::Font);
   Place();

@@ -29,7 +29,6 @@ class ControlPeer : public velmaro::Peer {
 
   void Apply(velmaro::Change what) override;
   platform::WindowHandle hWnd() const override { return platform::ToNumber(window_.get()); }
-  void SetFocus() override;
 
   // Takes on another resolution of the screen.
   virtual void Rescale();

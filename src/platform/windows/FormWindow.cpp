@@ -113,11 +113,6 @@ void FormWindow::PopupMenu(velmaro::Menu& menu, std::optional<velmaro::Bounds> p
   if (auto* entry = menus_.Find(static_cast<UINT>(chosen))) entry->RaiseClick();
 }
 
-void FormWindow::FocusOn(HWND control) {
-  focus_ = control;
-  if (::GetActiveWindow() == window_.get()) ::SetFocus(control);
-}
-
 UINT_PTR FormWindow::StartTimer(velmaro::Timer& timer, int milliseconds) {
   const auto id = nextTimer_++;
   timers_[id] = &timer;

@@ -37,8 +37,6 @@ class FormWindow final : public velmaro::FormPeer {
   HBRUSH BrushFor(velmaro::Color color) { return tools_.BrushFor(color); }
   Tips& ControlTips() { return tips_; }
   int NextId() { return nextId_++; }
-  // Gives a control the keyboard, now or when the window is next active.
-  void FocusOn(HWND control);
   UINT_PTR StartTimer(velmaro::Timer& timer, int milliseconds);
   void StopTimer(UINT_PTR id);
 

@@ -37,7 +37,6 @@ class ControlPeer : public velmaro::Peer, public OwnWindow {
   virtual void Begin();
   void Apply(velmaro::Change what) override;
   platform::WindowHandle hWnd() const override { return number_; }
-  void SetFocus() override { Widget().setFocus(Qt::OtherFocusReason); }
   platform::WindowHandle Number() const override { return number_; }
   platform::PixelRect Inside() const override { return {0, 0, Widget().width(), Widget().height()}; }
 
