@@ -72,6 +72,8 @@ std::unique_ptr<Peer> MakePeer(Timer& timer);
 
 // False where no window can be shown at all, now or later.
 bool CanShowForms();
+// Tells that a form is about to show: what the platform needs for it may be loaded beside the program's other work.
+void ExpectForms();
 // Waits for the next event of the program, raises it and gives true; false when no event can come any more.
 bool ProcessNextEvent();
 // Raises every event that waits already, and returns without waiting for more; false when the program was told to end.

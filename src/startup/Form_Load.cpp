@@ -3,6 +3,7 @@
 #include "process/KillLists.h"
 #include "runtime/Application.h"
 #include "runtime/Boxes.h"
+#include "runtime/Peers.h"
 #include "startup/CommandLine.h"
 
 namespace velmaro {
@@ -17,6 +18,7 @@ void formVelmaro::Form_Load() {
     App().End(CanShowForms() ? 0 : 1);
     return;
   }
+  if (options.target.empty()) ExpectForms();
   NoKillListPath = options.noKillListPath.empty() ? AppPath + "nokilllist.txt" : options.noKillListPath;
   KillListPath = options.killListPath.empty() ? AppPath + "killlist.txt" : options.killListPath;
   QuietMode = options.quiet;

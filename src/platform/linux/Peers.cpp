@@ -40,6 +40,7 @@ std::unique_ptr<Peer> MakePeer(HScrollBar& control) { return Made(control); }
 std::unique_ptr<Peer> MakePeer(Timer& timer) { return Made(timer); }
 
 bool CanShowForms() { return onlinux::TheToolkit() != nullptr; }
+void ExpectForms() { onlinux::ExpectToolkit(); }
 
 bool ProcessNextEvent() {
   auto* toolkit = onlinux::LoadedToolkit();

@@ -1,6 +1,7 @@
 #include "platform/linux/Toolkit.h"
 
 #include <string>
+#include <thread>
 
 #include "platform/linux/Display.h"
 #include "platform/linux/Environment.h"
@@ -12,14 +13,28 @@
 namespace onlinux {
 namespace {
 
+using Entry = Toolkit* (*)(const char*);
+
 struct Place {
   Toolkit* toolkit = nullptr;
   bool tried = false;
+  Entry entry = nullptr;
+  std::string error;
+  std::jthread fonts;
+  std::jthread loading;
 };
 
 Place& ThePlace() {
   static Place place;
   return place;
+}
+
+void LoadLibraries(Place& place) {
+  // The toolkit needs it, and would look for it by itself where only this program looks safely. As soon as it is there,
+  // the X server can be asked.
+  TheWindowCalls();
+  place.entry = reinterpret_cast<Entry>(LoadEntry(ToolkitName, ToolkitEntry, place.error));
+  place.fonts = ReadFontsAhead();
 }
 
 Toolkit* Missing(const std::string& why) {
@@ -28,27 +43,31 @@ Toolkit* Missing(const std::string& why) {
 }
 
 Toolkit* Load() {
-  ClearForeignVariables();
+  ExpectToolkit();
+  auto& place = ThePlace();
   const auto ways = WaysToShow();
+  place.loading.join();
   if (ways.empty()) return Missing("no display answers (neither DISPLAY nor WAYLAND_DISPLAY leads to one)");
-  // The toolkit needs it, and would look for it by itself where only this program looks safely.
-  TheWindowCalls();
-  const auto fonts = ReadFontsAhead();
-  std::string error;
-  const auto entry = reinterpret_cast<Toolkit* (*)(const char*)>(LoadEntry(ToolkitName, ToolkitEntry, error));
-  if (!entry) return Missing(error);
-  auto* toolkit = entry(ways.c_str());
+  if (!place.entry) return Missing(place.error);
+  auto* toolkit = place.entry(ways.c_str());
   return toolkit ? toolkit
                  : Missing("Qt has no plugin for " + ways + " (that for Wayland is in qt6-wayland), or no screen");
 }
 
 }  // namespace
 
+void ExpectToolkit() {
+  auto& place = ThePlace();
+  if (place.tried || place.loading.joinable()) return;
+  ClearForeignVariables();
+  place.loading = std::jthread([&place] { LoadLibraries(place); });
+}
+
 Toolkit* TheToolkit() {
   auto& place = ThePlace();
   if (!place.tried) {
-    place.tried = true;
     place.toolkit = Load();
+    place.tried = true;
   }
   return place.toolkit;
 }

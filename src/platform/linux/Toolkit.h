@@ -55,6 +55,8 @@ class Toolkit {
 // The toolkit, loaded and connected to the user's display at the first call. Null where there is no display, no way to
 // it or no such library; the error output then says so, once.
 Toolkit* TheToolkit();
+// Begins to load the toolkit's libraries in the background; whoever asks for the toolkit waits for them.
+void ExpectToolkit();
 // The toolkit where it has been loaded, else null.
 Toolkit* LoadedToolkit();
 

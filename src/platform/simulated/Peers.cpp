@@ -33,6 +33,7 @@ std::unique_ptr<Peer> MakePeer(HScrollBar& control) { return std::make_unique<Co
 std::unique_ptr<Peer> MakePeer(Timer& timer) { return std::make_unique<simulated::TimerPeer>(timer); }
 
 bool CanShowForms() { return true; }
+void ExpectForms() {}
 
 bool ProcessNextEvent() { return !simulated::TheDesktop().quits && simulated::TheDesktop().RunNext(); }
 

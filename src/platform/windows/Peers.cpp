@@ -29,5 +29,6 @@ std::unique_ptr<Peer> MakePeer(HScrollBar& control) { return std::make_unique<wi
 std::unique_ptr<Peer> MakePeer(Timer& timer) { return std::make_unique<windows::TimerPeer>(timer); }
 
 bool CanShowForms() { return true; }
+void ExpectForms() {}
 
 }  // namespace velmaro
