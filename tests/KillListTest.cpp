@@ -48,7 +48,7 @@ TEST_F(KillLists, WhereNamesAreWholePartsOfPathsPatternsStillFitEveryEnd) {
   };
   for (const auto* text : {R"(sh => \bin\SH)", R"(Bin\sh => \usr\bin\sh)", R"(\bin\sh => \usr\bin\sh)", "sh => sh",
                            R"(*sh => \bin\bash)", R"(?sh => \bin\bash)", R"(as[h] => \bin\bash)",
-                           R"(\b*h => \bin\bash)", R"(a* => \bin\bash)", R"([ => \bin\bash)"})
+                           R"(\b*h => \bin\bash)", R"(a* => \bin\bash)", R"([ => \bin\bash)", R"(s# => \bin\bas1)"})
     EXPECT_FALSE(ends(text)) << text;
   for (const auto* text : {R"(sh => \bin\bash)", R"(in\sh => \bin\sh)", R"(bin => \bin\sh)", R"(b? => \bin\bash)"})
     EXPECT_TRUE(ends(text)) << text;

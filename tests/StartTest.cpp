@@ -28,6 +28,7 @@ TEST_F(Starting, AnEmptyLineBringsUpTheWindow) {
   EXPECT_TRUE(Shows(form) && form.Option1[0].Value() && form.mnuFileAutoRefresh.Checked());
   EXPECT_EQ(Rows(form.List1), Texts{"[Normal]\ta.exe"});
   EXPECT_EQ(State(form), "Real Time 2, row -1 of 1");
+  EXPECT_EQ(form.btnRefresh.BackColor(), 0xC0FFFFU) << "light yellow: the lowest byte is red";
   EXPECT_EQ(form.KillListPath + NoKillListPath, "C:\\killlist.txtC:\\nokilllist.txt");
   EXPECT_EQ(desktop.snapshotsTaken, 1);
   desktop.Then([&] { EXPECT_TRUE(Shows(form)); });

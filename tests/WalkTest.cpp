@@ -1,6 +1,7 @@
 #include "Fixture.h"
 #include "process/ClassChange.h"
 #include "process/KillLists.h"
+#include "process/StartCommand.h"
 #include "process/WalkProcesses.h"
 
 namespace {
@@ -107,6 +108,10 @@ TEST_F(Walk, WhereTheClassIsReadBackTheReportTellsTheTruth) {
   EXPECT_EQ(told(2), "stays at HIGH, which it has chosen for itself.");
   process.stubborn = true;
   EXPECT_EQ(told(3), refused + "ask the owner.");
+  desktop.startsAtClass = {.program = "game", .priorityClass = platform::HIGH_PRIORITY_CLASS, .shortfall = "no right"};
+  StartAtMode({}, 3, true);
+  StartAtMode({}, 3, false);
+  EXPECT_EQ(desktop.boxes.back().text, "game process " + refused + "no right.");
   desktop.canAskForRight = true;
   EXPECT_EQ(told(1), "has been set to HIGH.") << "nobody is asked for what is so already";
   desktop.Answer(7);
@@ -124,7 +129,7 @@ TEST_F(Walk, WhereTheClassIsReadBackTheReportTellsTheTruth) {
   EXPECT_EQ(told(0), "has ended before it could be set to NORMAL.");
   process.alive = process.denied = true;
   EXPECT_EQ(told(1), "has ended before it could be set to HIGH.");
-  EXPECT_EQ(desktop.boxes.size(), 13U);
+  EXPECT_EQ(desktop.boxes.size(), 14U);
   EXPECT_EQ(ClassSentence("a", 128, {.made = true, .now = 32768}, ""),
             "a process stays at ABOVE NORMAL, which it has chosen for itself.");
 }

@@ -14,6 +14,7 @@
 
 #include "platform/kernel32.h"
 #include "platform/simulated/Records.h"
+#include "platform/start.h"
 
 namespace velmaro {
 class Control;
@@ -104,6 +105,7 @@ class Desktop {
   // Program starts. The result of every start is 42, or what `onStart` gives, which may add the started process.
   std::vector<Start> starts;
   std::function<int(const Start&)> onStart;
+  std::optional<platform::Started> startsAtClass;  // what comes of a start that takes a class with it
   std::vector<std::string> activations;  // the titles that AppActivate was asked for
   std::vector<SentKeys> sentKeys;
 

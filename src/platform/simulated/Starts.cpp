@@ -51,7 +51,7 @@ bool Shell(const std::string& commandLine, int windowStyle) {
   return Note({.call = "Shell", .file = commandLine, .show = windowStyle}) > 31;
 }
 
-std::optional<Started> StartAtClass(const Start&) { return std::nullopt; }
+std::optional<Started> StartAtClass(const Start&) { return TheDesktop().startsAtClass; }
 
 bool AppActivate(const std::string& title) {
   TheDesktop().activations.push_back(title);
