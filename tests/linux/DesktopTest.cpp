@@ -86,18 +86,17 @@ void ExpectColored(const Control& control, const QPalette& theme) {
   const auto meant = InTheme(control.ForeColor(), theme);
   const auto ground = InTheme(isWhite || (label && label->Transparent()) ? around : control.BackColor(), theme);
   const bool isField = !widget.inherits("QAbstractButton") && widget.focusPolicy() != Qt::NoFocus;
-  const auto text = widget.palette().color(QPalette::Active, isField ? QPalette::Text : widget.foregroundRole());
+  const auto text = widget.palette().color(isField ? QPalette::Text : widget.foregroundRole());
   const bool isLine = dynamic_cast<const Line*>(&control), isPanel = dynamic_cast<const PictureBox*>(&control);
-  const auto shown = widget.palette().color(QPalette::Active, isField ? QPalette::Base : widget.backgroundRole());
-  EXPECT_TRUE(isLine || shown == ground);
+  EXPECT_TRUE(isLine || widget.palette().color(isField ? QPalette::Base : widget.backgroundRole()) == ground);
   EXPECT_TRUE(isPanel || (!isLine && Contrast(meant, ground) < 4.5 ? Contrast(text, ground) >= 4.5 : text == meant));
 }
 
 // The text has the size that forms are laid out for, or on buttons and labels as much of it as there is room for.
 void ExpectSized(const QWidget& widget, const Font& font) {
-  const auto theme = QApplication::font();
-  const auto letters = QFontMetricsF(theme).horizontalAdvance("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz");
-  const auto whole = theme.pointSizeF() * font.Size / 8.25 * std::min(1.0, Pixels(5000) / letters);
+  const QString alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+  const auto letters = QFontMetricsF(QApplication::font()).horizontalAdvance(alphabet);
+  const auto whole = QApplication::font().pointSizeF() * font.Size / 8.25 * std::min(1.0, Pixels(5000) / letters);
   const auto size = widget.font().pointSizeF();
   const auto* button = qobject_cast<const QAbstractButton*>(&widget);
   const bool fits = button || widget.inherits("QLabel"), hasPicture = button && !button->icon().isNull();
@@ -169,13 +168,14 @@ void ExpectShown(const Form& form) {
   EXPECT_EQ(window.minimumSize() == window.maximumSize(), args.BorderStyle != BorderStyle::Sizable);
   const auto has = [&](Qt::WindowType flag) { return window.windowFlags().testFlag(flag); };
   EXPECT_EQ(has(Qt::FramelessWindowHint), args.BorderStyle == BorderStyle::None);
-  EXPECT_TRUE(has(Qt::WindowMinimizeButtonHint) == args.MinButton &&
-              has(Qt::WindowMaximizeButtonHint) == args.MaxButton);
+  EXPECT_EQ(has(Qt::WindowMinimizeButtonHint), args.MinButton);
+  EXPECT_EQ(has(Qt::WindowMaximizeButtonHint), args.MaxButton);
   EXPECT_EQ(window.windowType() == Qt::Window, args.ShowInTaskbar);
   EXPECT_EQ(window.windowIcon().isNull(), args.Icon == Picture::None);
   EXPECT_EQ(client.palette().color(QPalette::Window), InTheme(args.BackColor, QApplication::palette()));
   EXPECT_EQ(client.size(), QSize(Pixels(form.Width() - 120), Pixels(form.Height() - (bar ? 690 : 405))));
   EXPECT_EQ(client.geometry(), window.rect().adjusted(0, bar ? bar->height() : 0, 0, 0));
+  EXPECT_TRUE(!bar || bar->size() == QSize(window.width(), bar->sizeHint().height()));
   ExpectShown(form.MenuBar(), bar ? bar->actions() : QList<QAction*>());
   std::vector<int> tabIndexes;
   for (const auto* at = window.nextInFocusChain(); at != &window; at = at->nextInFocusChain())
@@ -250,12 +250,11 @@ class LinuxDesktop : public testing::Test {
       Click(window, answer);
     });
   }
-  QAction& Entry(const QString& caption) {
+  void Choose(const QString& caption) {
     for (auto* action : main->findChildren<QAction*>())
-      if (action->text().remove('&').section('\t', 0, 0) == caption) return *action;
+      if (action->text().remove('&').section('\t', 0, 0) == caption) return action->trigger();
     throw std::runtime_error("there is no " + caption.toStdString());
   }
-  void Choose(const QString& caption) { Entry(caption).trigger(); }
   // The entry that bears the check mark in the next popup, which is closed again.
   void LookAtPopup(const std::string& marked) {
     Then([=](QWidget& popup) {
@@ -264,9 +263,8 @@ class LinuxDesktop : public testing::Test {
         if (action->isChecked()) marks += action->text().section('\t', 0, 0).toStdString();
       EXPECT_EQ(marks, marked);
       const auto place = static_cast<QMenu&>(popup).actionGeometry(popup.actions().front()).center();
-      const QSignalSpy chosen(&static_cast<QMenu&>(popup), &QMenu::triggered);
       QTest::mouseClick(&popup, Qt::RightButton, {}, place);
-      EXPECT_EQ(chosen.count(), 0) << "the right button chooses nothing";
+      EXPECT_TRUE(popup.isVisible()) << "the right button chooses nothing";
       popup.close();
     });
   }
@@ -355,7 +353,7 @@ TEST_F(LinuxDesktop, AButtonIsPressedWhereTheMouseWentDownAndUp) {
   EXPECT_EQ(List().currentIndex().row(), RowOf(folder / "zzlate")) << "the other buttons pick no row";
   Then([&](QWidget& popup) {
     EXPECT_TRUE(QRect(List().mapToGlobal(QPoint()), List().size()).contains(popup.pos()));
-    EXPECT_LT(std::abs(popup.y() - List().viewport()->mapToGlobal(PlaceOf(RowOf(folder / "zzlate"))).y()), 20);
+    EXPECT_LT(std::abs(popup.y() - 10 - List().viewport()->mapToGlobal(PlaceOf(RowOf(folder / "zzlate"))).y()), 10);
     popup.close();
   });
   List().scrollToTop();
@@ -378,9 +376,6 @@ TEST_F(LinuxDesktop, MenusAndSizesFollowWhatTheProgramDoes) {
   ExpectShown(form);
   main->resize(100, 100);
   EXPECT_TRUE(QTest::qWaitFor([&] { return main->size() == main->minimumSize(); }));
-  EXPECT_EQ(ClientOf(form).size(), QSize(532, 193));
-  main->showMinimized();
-  EXPECT_EQ(form.WindowState(), WindowState::Minimized);
 }
 
 TEST_F(LinuxDesktop, ARefusedClassIsSetWithARightThatWasGiven) {
@@ -454,26 +449,31 @@ TEST_F(LinuxDesktop, ARefreshInTheBackgroundKeepsTheRowAndThePlaceOfTheList) {
 
 TEST_F(LinuxDesktop, TheEditorKeepsEveryByteThatTheUserDoesNotTouch) {
   using namespace std::string_literals;
-  const auto bytes = "one\r\ntwo\nthree\rnb\xc2\xa0sp \xff\xfe 日本 😀\0 end\r\n\r\n"s;
-  WriteBytes(killList, bytes);
-  Then([](QWidget& editor) {
-    auto* page = editor.findChild<QPlainTextEdit*>();
-    Key(editor, Qt::Key_F, Qt::ControlModifier);
-    EXPECT_EQ(page->textCursor().selectedText(), "two");
-    QTest::keyClick(page, Qt::Key_End, Qt::ControlModifier);
-    QTest::keyClicks(page, "x");
-    page->moveCursor(QTextCursor::Start);
-    QTest::keyClick(page, Qt::Key_End);
-    QTest::keyClick(page, Qt::Key_Return);
-    page->insertPlainText("é");
-    Click(editor, "OK");
-  });
-  Then([](QWidget& find) {
-    QTest::keyClicks(find.focusWidget(), "two");
-    Key(find, Qt::Key_Return);
-  });
-  Choose("Edit Kill List Here...");
-  EXPECT_EQ(ReadBytes(killList), "one\r\né" + bytes.substr(3) + "x");
+  for (const std::string end : {"\r\n", "\n"}) {
+    const auto bytes = "one" + end + "two\r\nthree\rnb\xc2\xa0sp \xff\xfe 日本 😀\0 two\n\r\n"s;
+    WriteBytes(killList, bytes);
+    Then([](QWidget& editor) {
+      auto* page = editor.findChild<QPlainTextEdit*>();
+      page->moveCursor(QTextCursor::Down);
+      Key(editor, Qt::Key_F, Qt::ControlModifier);
+      EXPECT_TRUE(page->textCursor().selectedText() == "two" && page->textCursor().blockNumber() == 3);
+      EXPECT_EQ(page->lineWrapMode(), QPlainTextEdit::NoWrap);
+      QTest::keyClick(page, Qt::Key_End, Qt::ControlModifier);
+      QTest::keyClicks(page, "x");
+      page->moveCursor(QTextCursor::Start);
+      QTest::keyClick(page, Qt::Key_End);
+      QTest::keyClick(page, Qt::Key_Return);
+      page->insertPlainText("é");
+      Click(editor, "OK");
+    });
+    Then([](QWidget& find) {
+      QTest::keyClicks(find.focusWidget(), "two");
+      Key(find, Qt::Key_Return);
+    });
+    Choose("Edit Kill List Here...");
+    EXPECT_EQ(ReadBytes(killList), "one" + end + "é" + bytes.substr(3) + "x");
+  }
+  const auto before = ReadBytes(killList);
   Then([](QWidget& editor) {
     QTest::keyClicks(editor.findChild<QPlainTextEdit*>(), "y");
     Key(editor, Qt::Key_Escape);
@@ -484,11 +484,12 @@ TEST_F(LinuxDesktop, TheEditorKeepsEveryByteThatTheUserDoesNotTouch) {
       editor.move(100, isAbove ? 790 - editor.height() : 0);
       ExpectBalloon(Find(editor, "?"), isAbove, "title Settings;icon;Enter a list of executable files that you want");
     }
+    ExpectShown(*App().Forms().back());
     editor.close();
   });
   Answer("save the changes", "No", "Cancel No Yes*", QMessageBox::Question);
   Choose("Edit Kill List Here...");
-  EXPECT_EQ(ReadBytes(killList), "one\r\né" + bytes.substr(3) + "x");
+  EXPECT_EQ(ReadBytes(killList), before);
 }
 
 TEST_F(LinuxDesktop, AListIsOpenedByTheDesktopWhereThatHasAProgramForIt) {
@@ -526,7 +527,6 @@ TEST_F(LinuxDesktop, TheLauncherStartsWhatIsTypedAtItsPriority) {
   Key(*main, Qt::Key_R, Qt::ControlModifier);
   Then([&](QWidget& launcher) {
     auto* box = launcher.findChild<QComboBox*>();
-    EXPECT_TRUE(Find<QRadioButton>(launcher, "Idle").isChecked());
     QTest::keyClicks(launcher.focusWidget(), "\"");  // what is there is marked, and nothing is put behind what is typed
     EXPECT_EQ(box->currentText(), "\"");
     QTest::keyClick(box, Qt::Key_Down);
@@ -576,7 +576,7 @@ TEST_F(LinuxDesktop, AMemoryRunHoldsItsTargetAndGivesAllOfItBack) {
 TEST_F(LinuxDesktop, EveryCaptionCanBeReadInALightAndInADarkThemeAndWithLargeFonts) {
   for (const auto& window : {QColor(239, 239, 239), QColor(49, 54, 59), QColor(Qt::black)}) {
     QPalette theme(window);
-    theme.setColor(QPalette::Highlight, Qt::darkBlue);
+    theme.setColor(QPalette::HighlightedText, QColor(0, 0, 60));
     QApplication::setPalette(theme);
     auto font = QApplication::font();
     font.setPointSizeF(font.pointSizeF() * 2);
@@ -620,6 +620,7 @@ TEST_F(LinuxDesktop, ModalWindowsComeAndGoAndTheCloseBoxEndsTheProgram) {
   Key(*main, Qt::Key_F, Qt::ControlModifier);
   Then([](QWidget& find) {
     EXPECT_EQ(find.findChild<QLineEdit*>()->selectedText(), "no such row");
+    ExpectShown(*App().Forms().back());
     Key(find, Qt::Key_Escape);
   });
   Key(*main, Qt::Key_F, Qt::ControlModifier);
