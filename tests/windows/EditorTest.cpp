@@ -82,6 +82,29 @@ TEST_F(EditorTest, ASaveGoesWhereItCanAndHarmsNoOtherFile) {
   EXPECT_EQ(std::distance(files, {}), 3) << "the program and both files";
 }
 
+TEST_F(EditorTest, ASearchGoesOnFromWhereverTheCaretWasPut) {
+  folder.Write(L"killlist.txt", "\xc5\xbc\xc5\xbc\xc5\xbc b\r\nb\r\nab");
+  Open();
+  const auto field = Child(editor, L"EDIT");
+  const auto marked = [&](int at) {
+    EXPECT_TRUE(Until([&] { return ::SendMessageW(field, EM_GETSEL, 0, 0) == MAKELONG(at, at + 1); })) << at;
+  };
+  Front(editor);
+  Keys({'F'}, VK_CONTROL);
+  velmaro.Window(L"Find");
+  Keys({'B', VK_RETURN});
+  marked(4);
+  Keys({VK_F3});
+  marked(7);
+  Keys({VK_HOME}, VK_CONTROL);
+  Keys({VK_F3});
+  marked(4);
+  ::SendMessageW(field, EM_SETSEL, 8, 8);
+  Keys({VK_F3});
+  marked(11);
+  Leave(L"&Cancel");
+}
+
 TEST_F(EditorTest, EndOfTheSessionAsksToo) {
   Open();
   Append(L"a.exe");
