@@ -89,7 +89,15 @@ class WindowCommands : public OnDesktop {
 
 TEST_F(WindowCommands, EachCommandPlacesTheSelectedWindow) {
   auto& form = Start();
+  EXPECT_TRUE(form.mnuOptionsMain.Visible() && !form.mnuWOptionsMain.Visible());
   Press(form.Option1[6]);
+  EXPECT_TRUE(!form.mnuOptionsMain.Visible() && form.mnuWOptionsMain.Visible());
+  desktop.choices = {&form.mnuListHiddenWindows, &form.mnuListHiddenWindows};
+  for (const int rows : {4, 3}) {
+    RightPress(form.List1);
+    EXPECT_EQ(form.List1.ListCount(), rows);
+    EXPECT_EQ(desktop.popups.back().menu, &form.mnuWOptionsMain);
+  }
   TypeKey(form, Key::F4);
   EXPECT_TRUE(desktop.placings.empty()) << "no row is selected";
   const std::vector<std::tuple<std::size_t, int, std::int32_t, std::uint32_t>> commands = {

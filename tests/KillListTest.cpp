@@ -52,7 +52,8 @@ TEST_F(KillLists, WhereNamesAreWholePartsOfPathsPatternsStillFitEveryEnd) {
     EXPECT_FALSE(ends(text)) << text;
   for (const auto* text : {R"(sh => \bin\bash)", R"(in\sh => \bin\sh)", R"(bin => \bin\sh)", R"(b? => \bin\bash)"})
     EXPECT_TRUE(ends(text)) << text;
-  EXPECT_TRUE(IsKnownEmulator("mame.exe") && !IsKnownEmulator("e.exe"));
+  for (const auto* known : {"bleem.exe", "snes9xw.exe", "mame32.exe", "dboy.exe", "pcsx.exe", "vivanonno.exe"})
+    EXPECT_TRUE(IsKnownEmulator(known) && !IsKnownEmulator(known + 1)) << known;
 }
 
 TEST_F(KillLists, AListThatCantBeReadProtectsAndEndsNothing) {
@@ -115,8 +116,9 @@ TEST_F(KillLists, EachLineEndsTheFirstMatchAtMost) {
 TEST_F(KillLists, TheSystemOpensTheListsThatAreInForce) {
   desktop.onStart = [](const auto&) { return 31; };
   auto& form = Start("/y D:\\keep.txt");
-  RightPress(form.btnFree);
   RightPress(form.btnFree, MouseButton::Middle);
+  EXPECT_TRUE(desktop.starts.empty());
+  RightPress(form.btnFree);
   Choose(form.mnuFileEditKillList);
   Choose(form.mnuFileEditNoKillList);
   Texts opened;

@@ -24,9 +24,11 @@ TEST_F(ListView, EachButtonShowsItsOwnRows) {
   const auto taken = desktop.snapshotsTaken;
   Press(form.Option1[0]);
   EXPECT_EQ(desktop.snapshotsTaken, taken) << "nothing was chosen anew";
-  for (auto& process : desktop.processes) process.alive = false;
-  Press(form.btnRefresh);
-  EXPECT_EQ(Rows(form.List1), Texts{});
+  for (std::size_t left = all.size(); left-- > 0;) {
+    desktop.processes[left].alive = false;
+    left == 0 ? Choose(form.mnuFileRefresh) : left == 1 ? TypeKey(form, Key::F5) : Press(form.btnRefresh);
+    EXPECT_EQ(Rows(form.List1), Texts(all.begin(), all.begin() + static_cast<std::ptrdiff_t>(left)));
+  }
 }
 
 TEST_F(ListView, TheTimerLeavesTheUserAloneWhileHeWorksInTheWindow) {
