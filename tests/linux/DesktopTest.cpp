@@ -143,6 +143,7 @@ void ExpectShown(const Control& control, const QWidget& client) {
   EXPECT_TRUE(isPassive || there == &widget || widget.isAncestorOf(there));
   if (!bar && !(button && SystemColor::Is(control.BackColor()))) ExpectColored(control, client.palette());
   if (!line && !dynamic_cast<const Image*>(&control)) ExpectSized(widget, control.Font());
+  EXPECT_FALSE(dynamic_cast<const Image*>(&control) && static_cast<const QLabel&>(widget).pixmap().isNull());
 }
 
 void ExpectShown(const std::vector<Menu*>& models, const QList<QAction*>& entries) {
@@ -202,8 +203,7 @@ void ExpectBalloon(QWidget& control, bool isAbove, const QString& meant) {
     tips.removeIf([](const auto* window) { return window->windowType() != Qt::ToolTip || !window->isVisible(); });
     ASSERT_EQ(tips.size(), 1);
     const QPointer<QWidget> tip = tips.front();
-    const QRect place(control.mapToGlobal(QPoint()), control.size());
-    EXPECT_EQ(tip->y(), isAbove ? place.top() - tip->height() : place.bottom() + 1);
+    EXPECT_EQ(tip->y(), at.y() - 5 + (isAbove ? -tip->height() : control.height()));
     QString told;
     for (const auto* label : tip->findChildren<QLabel*>())
       told += (label->font().bold() ? "title " : "") + label->text() + (label->pixmap().isNull() ? ";" : "icon;");
