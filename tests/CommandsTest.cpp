@@ -112,6 +112,9 @@ TEST_F(WindowCommands, EachCommandPlacesTheSelectedWindow) {
       EXPECT_EQ(form.List1.ListIndex(), 1) << "the row stays selected";
     }
   }
+  Select(form.List1, 0);
+  Choose(form.mnuWOption[0]);
+  EXPECT_EQ(desktop.placings.back().window, form.hWnd()) << "the first row too";
   DoubleClick(form.List1, RowWith(form.List1, "Tray helper"));
   EXPECT_TRUE(desktop.WindowOf(hidden).visible);
   TypeKey(form, 'H', ShiftKey::Ctrl);

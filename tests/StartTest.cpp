@@ -76,6 +76,25 @@ TEST_F(Starting, SwitchesWithoutATargetActAndLeaveTheWindow) {
   EXPECT_TRUE(desktop.starts.empty() && desktop.sleeps.empty());
 }
 
+TEST_F(Starting, TheHelpTellsEverySwitchAndNothingElseIsDone) {
+  desktop.AddProcess("chat.exe");
+  desktop.files[KillList].bytes = "chat.exe";
+  Start("/q /? /k /m game.exe");
+  application.Run();
+  ExpectLastBox("Command line switches:\r\n/? = This window.\r\n"
+                "/q = Quiet - Do not confirm or show new status pop up.\r\n"
+                "/max = Execute programs maximized.\r\n/min = Execute programs minimized.\r\n"
+                "/hide = Execute programs hidden.\r\n/normal = Execute programs in normal window (default).\r\n"
+                "/m = Free memory before execute.\r\n"
+                "/k [file.txt] = Kill a list of windows before execute programs.\r\n"
+                "/y [file.txt] = List of windows that should not be killed.\r\n"
+                "/i = Set program process idle.\r\n/h = Set program process high priority.\r\n"
+                "/x [window title] = Hide window by title",
+                Tells);
+  EXPECT_TRUE(application.Ended() && desktop.starts.empty() && Ended().empty() && desktop.peersMade == 0);
+  EXPECT_EQ(application.ExitCode() + static_cast<int>(desktop.memory.claims), 0);
+}
+
 TEST_F(Starting, AFormThatCantBeShownHoldsNoOtherUp) {
   auto& form = Start();
   desktop.windowsFail = true;
