@@ -431,8 +431,7 @@ TEST_F(LinuxDesktop, ARefreshInTheBackgroundKeepsTheRowAndThePlaceOfTheList) {
   other.show();
   other.activateWindow();
   ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
-  app.Default<formVelmaro>().Timer1_Timer();
-  EXPECT_LT(RowOf(picked), row);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return RowOf(picked) < row; }, 20000)) << "every 4 seconds";
   EXPECT_EQ(List().currentIndex().row(), RowOf(picked));
   EXPECT_TRUE(List().selectionModel()->isSelected(List().currentIndex()));
   EXPECT_EQ(bar.value(), RowOf(folder / "zz5"));
