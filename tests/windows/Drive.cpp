@@ -1,7 +1,5 @@
 #include "Drive.h"
 
-#include <gtest/gtest.h>
-
 #include <fstream>
 #include <iterator>
 #include <sstream>
@@ -9,13 +7,6 @@
 
 namespace drive {
 namespace {
-
-std::wstring NewFolder() {
-  static int made = 0;
-  std::wstring temporary(1000, L'\0');
-  temporary.resize(::GetTempPathW(static_cast<DWORD>(temporary.size()), temporary.data()));
-  return temporary + L"velmaro-" + std::to_wstring(::GetCurrentProcessId()) + L"-" + std::to_wstring(++made);
-}
 
 BOOL CALLBACK CollectWindow(HWND window, LPARAM windows) {
   reinterpret_cast<std::vector<HWND>*>(windows)->push_back(window);
@@ -59,7 +50,10 @@ std::wstring Beside(const std::wstring& name) {
   return path.substr(0, path.find_last_of(L"\\/") + 1) + name;
 }
 
-Folder::Folder() : path_(NewFolder()) {
+Folder::Folder() {
+  static int made = 0;
+  path_ = std::filesystem::temp_directory_path() /
+          (L"velmaro-" + std::to_wstring(::GetCurrentProcessId()) + L'-' + std::to_wstring(++made));
   std::filesystem::create_directories(path_);
   std::filesystem::copy_file(Beside(L"velmaro.exe"), path_ / L"velmaro.exe");
 }
@@ -116,8 +110,8 @@ Program::~Program() {
 
 int Program::ExitCode(int milliseconds) const {
   DWORD code = 0;
-  if (::WaitForSingleObject(handle_.get(), static_cast<DWORD>(milliseconds)) != WAIT_OBJECT_0) return -1;
-  return ::GetExitCodeProcess(handle_.get(), &code) ? static_cast<int>(code) : -1;
+  const bool ended = ::WaitForSingleObject(handle_.get(), static_cast<DWORD>(milliseconds)) == WAIT_OBJECT_0;
+  return ended && ::GetExitCodeProcess(handle_.get(), &code) ? static_cast<int>(code) : -1;
 }
 
 std::vector<HWND> Program::Windows(bool visible) const {
@@ -131,15 +125,13 @@ std::vector<HWND> Program::Windows(bool visible) const {
   return windows;
 }
 
-HWND Program::Window(const std::wstring& title, const std::wstring& windowClass, int milliseconds) const {
+HWND Program::Window(const std::wstring& title, const std::wstring& windowClass) const {
   HWND found = nullptr;
-  Until(
-      [&] {
-        for (const auto window : Windows())
-          if (windowClass.empty() ? Text(window) == title : ClassOf(window) == windowClass) found = window;
-        return found != nullptr;
-      },
-      milliseconds);
+  Until([&] {
+    for (const auto window : Windows())
+      if (windowClass.empty() ? Text(window) == title : ClassOf(window) == windowClass) found = window;
+    return found != nullptr;
+  });
   return found;
 }
 
@@ -149,9 +141,7 @@ Report ReportOf(const std::wstring& probe) {
   const bool came = Until([&] {
     std::ifstream file(std::filesystem::path(probe + L".txt"), std::ios::binary);
     const std::string bytes{std::istreambuf_iterator<char>(file), {}};
-    std::wstring text(bytes.size() / sizeof(wchar_t), L'\0');
-    bytes.copy(reinterpret_cast<char*>(text.data()), text.size() * sizeof(wchar_t));
-    std::wistringstream lines(text);
+    std::wistringstream lines({reinterpret_cast<const wchar_t*>(bytes.data()), bytes.size() / sizeof(wchar_t)});
     lines >> report.id >> report.show >> std::ws;
     std::getline(lines, report.folder);
     std::getline(lines, report.line);

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
+#include <algorithm>
 #include <filesystem>
 #include <functional>
 #include <map>
@@ -29,8 +32,7 @@ std::wstring Beside(const std::wstring& name);
 class Folder {
  public:
   Folder();
-  Folder(const Folder&) = delete;
-  Folder& operator=(const Folder&) = delete;
+  Folder& operator=(Folder&&) = delete;
   ~Folder();
   std::wstring Path(const std::wstring& name) const { return (path_ / name).wstring(); }
   // Puts a copy of the probe in, under a name of its own, and gives its path.
@@ -50,7 +52,7 @@ struct Process {
 std::vector<Process> Processes();
 // The priority class of a process, 0 for one that is gone.
 DWORD ClassOf(DWORD process);
-bool SetClass(DWORD process, DWORD priorityClass);
+void SetClass(DWORD process, DWORD priorityClass);
 void End(DWORD process);
 // Memory that belongs to a process alone, in bytes, and the handles that it holds.
 std::size_t PrivateBytes(DWORD process);
@@ -61,8 +63,6 @@ class Program {
  public:
   explicit Program(const std::wstring& path, const std::wstring& line = {});
   Program(Program&&) = default;
-  Program(const Program&) = delete;
-  Program& operator=(const Program&) = delete;
   ~Program();
   DWORD Id() const { return id_; }
   bool Lives() const { return ::WaitForSingleObject(handle_.get(), 0) == WAIT_TIMEOUT; }
@@ -74,7 +74,7 @@ class Program {
   // Every top-level window of the program, the upper ones first.
   std::vector<HWND> Windows(bool visible = true) const;
   // Waits for a visible window by its title, or by its class where that is given; null when none comes.
-  HWND Window(const std::wstring& title, const std::wstring& windowClass = {}, int milliseconds = LongEnough) const;
+  HWND Window(const std::wstring& title, const std::wstring& windowClass = {}) const;
 
  private:
   OwnedHandle handle_;
@@ -117,7 +117,7 @@ struct Entry {
 // velmaro.exe of a folder, started attended or not.
 class Velmaro : public Program {
  public:
-  explicit Velmaro(const Folder& folder, const std::wstring& line = {});
+  explicit Velmaro(const Folder& folder, const std::wstring& line = {}) : Program(folder.Path(L"velmaro.exe"), line) {}
   // The main window, once it shows. Throws where none comes.
   HWND Main() const;
   // The uppermost other form, once one shows.
@@ -140,14 +140,11 @@ class Velmaro : public Program {
   std::wstring Checks() const;
   // Chooses an entry of the menu bar by its text without its shortcut. Does not wait for what it does.
   void Choose(const std::wstring& text) const;
-  // Waits for a popup menu.
-  HWND Popup() const;
-  // Waits for a message box.
-  Box Await(int milliseconds = LongEnough) const;
+  // Waits for a popup menu, and for a message box.
+  HWND Popup() const { return Window({}, L"#32768"); }
+  Box Await() const;
 
  private:
-  HWND BoxWindow() const;
-
   mutable HWND main_ = nullptr;
 };
 

@@ -5,7 +5,6 @@
 #include <windows.h>
 #include <commctrl.h>
 #include <commdlg.h>
-#include <dbghelp.h>
 #include <psapi.h>
 #include <tlhelp32.h>
 // clang-format on

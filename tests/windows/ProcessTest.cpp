@@ -1,7 +1,3 @@
-#include <gtest/gtest.h>
-
-#include <algorithm>
-
 #include "Drive.h"
 
 namespace {
@@ -27,45 +23,29 @@ std::vector<std::wstring> RowsOfSystem(const std::wstring& tag = {}) {
 
 class ProcessTest : public testing::Test {
  protected:
-  static void SetUpTestSuite() {
-    folder.emplace();
-    victim.emplace(StartProbe(folder->Probe(L"Viktor.exe")));
-    velmaro.emplace(*folder);
-    velmaro->Main();
-  }
-  static void TearDownTestSuite() {
-    velmaro.reset();
-    victim.reset();
-    folder.reset();
-  }
-  void SetUp() override {
-    SetClass(victim->Id(), NORMAL_PRIORITY_CLASS);
-    velmaro->Press(L"&All");
-    velmaro->Refresh();
-  }
   // Looks at the box, and at what has changed behind it.
-  static void ExpectSet(DWORD priorityClass, const std::wstring& option) {
+  void ExpectSet(DWORD priorityClass, const std::wstring& option) const {
     auto status = option;
     ::CharUpperW(status.data());
-    const auto box = velmaro->Await();
+    const auto box = velmaro.Await();
     ASSERT_TRUE(box.window);
     EXPECT_EQ(box.title, L"Velmaro");
     EXPECT_EQ(box.text, L"viktor.exe process has been set to " + status + L'.');
     box.Answer(IDOK);
-    EXPECT_EQ(ClassOf(victim->Id()), priorityClass);
-    const auto row = RowOf({victim->Id(), L"Viktor.exe"});
+    EXPECT_EQ(ClassOf(victim.Id()), priorityClass);
+    const auto row = RowOf({victim.Id(), L"Viktor.exe"});
     // The box is gone a moment before the list behind it is filled anew.
-    EXPECT_TRUE(Until([&] { return velmaro->Row(L"\tviktor.exe") == row && velmaro->Selected() == -1; }));
-    EXPECT_EQ(velmaro->Checks(), L"Auto Refresh|" + option);
+    EXPECT_TRUE(Until([&] { return velmaro.Row(L"\tviktor.exe") == row && velmaro.Selected() == -1; }));
+    EXPECT_EQ(velmaro.Checks(), L"Auto Refresh|" + option);
   }
 
-  static inline std::optional<Folder> folder;
-  static inline std::optional<Program> victim;
-  static inline std::optional<Velmaro> velmaro;
+  Folder folder;
+  Program victim = StartProbe(folder.Probe(L"Viktor.exe"));
+  Velmaro velmaro{folder};
 };
 
 TEST_F(ProcessTest, RowsAreTheProcessesThatRun) {
-  const auto unusual = StartProbe(folder->Probe(L"\u017b\u00f3\u0142w \u6e38\u620f.v2.EXE"));
+  const auto unusual = StartProbe(folder.Probe(L"\u017b\u00f3\u0142w \u6e38\u620f.v2.EXE"));
   const std::map<std::wstring, DWORD> classes{{L"Hi&gh", HIGH_PRIORITY_CLASS},
                                               {L"Real &Time", REALTIME_PRIORITY_CLASS},
                                               {L"&Idle", IDLE_PRIORITY_CLASS},
@@ -73,43 +53,43 @@ TEST_F(ProcessTest, RowsAreTheProcessesThatRun) {
   for (const auto& [caption, priorityClass] : classes) {
     SetClass(unusual.Id(), priorityClass);
     const auto own = RowOf({unusual.Id(), L"\u017b\u00f3\u0142w \u6e38\u620f.v2.EXE"});
-    velmaro->Press(caption);
-    EXPECT_TRUE(Until([&] { return velmaro->Rows() == RowsOfSystem(own.substr(0, own.find(L'\t'))); }));
-    EXPECT_EQ(velmaro->Row(L"\t\u017c\u00f3\u0142w \u6e38\u620f.v2.exe"), own);
+    velmaro.Press(caption);
+    EXPECT_TRUE(Until([&] { return velmaro.Rows() == RowsOfSystem(own.substr(0, own.find(L'\t'))); }));
+    EXPECT_EQ(velmaro.Row(L"\t\u017c\u00f3\u0142w \u6e38\u620f.v2.exe"), own);
   }
-  velmaro->Press(L"&All");
-  EXPECT_TRUE(Until([] { return velmaro->Rows() == RowsOfSystem(); }));
+  velmaro.Press(L"&All");
+  EXPECT_TRUE(Until([&] { return velmaro.Rows() == RowsOfSystem(); }));
 }
 
 TEST_F(ProcessTest, EveryRoadSetsTheClass) {
-  const auto choose = [](const std::wstring& entry) { return [entry] { velmaro->Choose(entry); }; };
+  const auto choose = [this](const std::wstring& entry) { return [=, this] { velmaro.Choose(entry); }; };
   const std::vector<std::tuple<std::function<void()>, DWORD, std::wstring>> roads{
       {choose(L"Real Time"), REALTIME_PRIORITY_CLASS, L"Real Time"},
       {choose(L"Idle"), IDLE_PRIORITY_CLASS, L"Idle"},
       {choose(L"Normal"), NORMAL_PRIORITY_CLASS, L"Normal"},
-      {[] { Keys({'H'}, VK_CONTROL); }, HIGH_PRIORITY_CLASS, L"High"},
-      {[] { Click(Child(velmaro->Main(), L"BUTTON", L"Velmaro!")); }, HIGH_PRIORITY_CLASS, L"High"},
-      {[] { ClickRow(velmaro->List(), velmaro->Selected(), MOUSEEVENTF_LEFTDOWN, 2); }, REALTIME_PRIORITY_CLASS,
+      {[&] { Keys({'H'}, VK_CONTROL); }, HIGH_PRIORITY_CLASS, L"High"},
+      {[&] { Click(Child(velmaro.Main(), L"BUTTON", L"Velmaro!")); }, HIGH_PRIORITY_CLASS, L"High"},
+      {[&] { ClickRow(velmaro.List(), velmaro.Selected(), MOUSEEVENTF_LEFTDOWN, 2); }, REALTIME_PRIORITY_CLASS,
        L"Real Time"}};
   for (const auto& [act, priorityClass, option] : roads) {
-    SetClass(victim->Id(), option == L"Idle" ? NORMAL_PRIORITY_CLASS : IDLE_PRIORITY_CLASS);
-    velmaro->Refresh();
-    Front(velmaro->Main());
-    ASSERT_TRUE(velmaro->Select(L"\tviktor.exe"));
+    SetClass(victim.Id(), option == L"Idle" ? NORMAL_PRIORITY_CLASS : IDLE_PRIORITY_CLASS);
+    velmaro.Refresh();
+    Front(velmaro.Main());
+    ASSERT_TRUE(velmaro.Select(L"\tviktor.exe"));
     act();
     ExpectSet(priorityClass, option);
   }
 }
 
 TEST_F(ProcessTest, PopupOpensAtTheClassOfTheRowAndSetsAnother) {
-  SetClass(victim->Id(), HIGH_PRIORITY_CLASS);
-  velmaro->Refresh();
-  ASSERT_TRUE(velmaro->Select(L"\tviktor.exe"));
-  Front(velmaro->Main());
-  ClickRow(velmaro->List(), 0, MOUSEEVENTF_RIGHTDOWN);
-  const auto popup = velmaro->Popup();
+  SetClass(victim.Id(), HIGH_PRIORITY_CLASS);
+  velmaro.Refresh();
+  ASSERT_TRUE(velmaro.Select(L"\tviktor.exe"));
+  Front(velmaro.Main());
+  ClickRow(velmaro.List(), 0, MOUSEEVENTF_RIGHTDOWN);
+  const auto popup = velmaro.Popup();
   ASSERT_TRUE(popup);
-  const auto entries = velmaro->Menu(popup);
+  const auto entries = velmaro.Menu(popup);
   ASSERT_EQ(entries.size(), 5U);
   EXPECT_TRUE(entries[1].checked);
   EXPECT_EQ(entries[4].text, L"Terminate Process\tDel");
@@ -118,9 +98,9 @@ TEST_F(ProcessTest, PopupOpensAtTheClassOfTheRowAndSetsAnother) {
   Click(popup, MOUSEEVENTF_RIGHTDOWN, 1, &entry);
   // Off the popup: under the pointer, another entry would be marked.
   const POINT away{-30, -30};
-  Click(velmaro->Main(), 0, 0, &away);
+  Click(velmaro.Main(), 0, 0, &away);
   const auto marked = [&] {
-    const auto shown = velmaro->Menu(popup);
+    const auto shown = velmaro.Menu(popup);
     return std::ranges::find_if(shown, &Entry::marked) - shown.begin();
   };
   for (auto at = marked(); at != 3; at = marked()) {
@@ -132,33 +112,33 @@ TEST_F(ProcessTest, PopupOpensAtTheClassOfTheRowAndSetsAnother) {
 }
 
 TEST_F(ProcessTest, TerminateAsksAndHeedsTheAnswer) {
-  const auto doomed = StartProbe(folder->Probe(L"Doomed.exe"));
-  velmaro->Refresh();
+  const auto doomed = StartProbe(folder.Probe(L"Doomed.exe"));
+  velmaro.Refresh();
   for (const int answer : {IDNO, IDYES}) {
-    ASSERT_TRUE(velmaro->Select(L"\tdoomed.exe"));
-    velmaro->Choose(L"Terminate Process");
-    const auto box = velmaro->Await();
+    ASSERT_TRUE(velmaro.Select(L"\tdoomed.exe"));
+    velmaro.Choose(L"Terminate Process");
+    const auto box = velmaro.Await();
     EXPECT_EQ(box.text, L"Do you want to terminate the process 'doomed.exe'?");
     EXPECT_EQ(box.defaultButton, IDNO);
     EXPECT_TRUE(doomed.Lives());
     box.Answer(answer);
-    EXPECT_TRUE(Until([&] { return velmaro->Selected() == -1; }));
+    EXPECT_TRUE(Until([&] { return velmaro.Selected() == -1; }));
   }
   EXPECT_EQ(doomed.ExitCode(), 0);
 }
 
 TEST_F(ProcessTest, ListIsRefreshedByKeyAndByTimerOnlyInTheBackground) {
-  Front(velmaro->Main());
-  const auto late = StartProbe(folder->Probe(L"Late.exe"));
-  EXPECT_EQ(velmaro->Row(L"\tlate.exe"), L"");
-  EXPECT_TRUE(Until([] {
+  Front(velmaro.Main());
+  const auto late = StartProbe(folder.Probe(L"Late.exe"));
+  EXPECT_EQ(velmaro.Row(L"\tlate.exe"), L"");
+  EXPECT_TRUE(Until([&] {
     Keys({VK_F5});
-    return !velmaro->Row(L"\tlate.exe").empty();
+    return !velmaro.Row(L"\tlate.exe").empty();
   }));
   End(late.Id());
-  const auto window = StartProbe(folder->Probe(L"Front.exe"), L"--title Front");
+  const auto window = StartProbe(folder.Probe(L"Front.exe"), L"--title Front");
   Front(window.Window(L"Front"));
-  EXPECT_TRUE(Until([] { return velmaro->Row(L"\tlate.exe").empty(); })) << "the timer does not refresh";
+  EXPECT_TRUE(Until([&] { return velmaro.Row(L"\tlate.exe").empty(); })) << "the timer does not refresh";
 }
 
 }  // namespace

@@ -23,19 +23,14 @@ std::vector<Process> Processes() {
   return processes;
 }
 
-DWORD ClassOf(DWORD process) {
-  const auto opened = Open(process, PROCESS_QUERY_LIMITED_INFORMATION);
-  return opened ? ::GetPriorityClass(opened.get()) : 0;
-}
+DWORD ClassOf(DWORD process) { return ::GetPriorityClass(Open(process, PROCESS_QUERY_LIMITED_INFORMATION).get()); }
 
-bool SetClass(DWORD process, DWORD priorityClass) {
-  const auto opened = Open(process, PROCESS_SET_INFORMATION);
-  return opened && ::SetPriorityClass(opened.get(), priorityClass);
+void SetClass(DWORD process, DWORD priorityClass) {
+  EXPECT_TRUE(::SetPriorityClass(Open(process, PROCESS_SET_INFORMATION).get(), priorityClass));
 }
 
 void End(DWORD process) {
   const auto opened = Open(process, PROCESS_TERMINATE | SYNCHRONIZE);
-  if (!opened) return;
   ::TerminateProcess(opened.get(), 1);
   ::WaitForSingleObject(opened.get(), 5000);
 }
@@ -48,9 +43,8 @@ std::size_t PrivateBytes(DWORD process) {
 }
 
 DWORD Handles(DWORD process) {
-  const auto opened = Open(process, PROCESS_QUERY_INFORMATION);
   DWORD count = 0;
-  return ::GetProcessHandleCount(opened.get(), &count) ? count : 0;
+  return ::GetProcessHandleCount(Open(process, PROCESS_QUERY_INFORMATION).get(), &count) ? count : 0;
 }
 
 Settings::Settings() { ::RegDeleteTreeW(HKEY_CURRENT_USER, SettingsPath); }
@@ -58,9 +52,8 @@ Settings::Settings() { ::RegDeleteTreeW(HKEY_CURRENT_USER, SettingsPath); }
 std::wstring Settings::Read(const std::wstring& key) const {
   std::wstring value(40000, L'\0');
   auto bytes = static_cast<DWORD>(value.size() * sizeof(wchar_t));
-  const bool found = ::RegGetValueW(HKEY_CURRENT_USER, SettingsPath, key.c_str(), RRF_RT_REG_SZ, nullptr, value.data(),
-                                    &bytes) == ERROR_SUCCESS;
-  return found ? value.c_str() : L"(none)";
+  ::RegGetValueW(HKEY_CURRENT_USER, SettingsPath, key.c_str(), RRF_RT_REG_SZ, nullptr, value.data(), &bytes);
+  return value.c_str();
 }
 
 void Settings::Write(const std::wstring& key, const std::wstring& value) const {

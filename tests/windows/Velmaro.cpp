@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include <sstream>
 #include <stdexcept>
 
@@ -28,7 +26,6 @@ std::wstring MenuLines(HWND window) {
       ::CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, sizeof(MenuAnswer), MenuQuestion));
   auto* const answer = static_cast<MenuAnswer*>(::MapViewOfFile(memory.get(), FILE_MAP_WRITE, 0, 0, 0));
   const auto inside = reinterpret_cast<HOOKPROC>(reinterpret_cast<void*>(::GetProcAddress(Library(), "Answer")));
-  if (!inside) throw std::runtime_error("inside.dll has no function \"Answer\"");
   // The system loads the library into the program when it first runs the hook there.
   const auto hook = ::SetWindowsHookExW(WH_CALLWNDPROC, inside, Library(), ::GetWindowThreadProcessId(window, nullptr));
   ::SendMessageW(window, ::RegisterWindowMessageW(MenuQuestion), 0, 0);
@@ -48,8 +45,6 @@ void Box::Answer(int button) const {
   Press(control);
   EXPECT_TRUE(Gone(window)) << "the box stays open";
 }
-
-Velmaro::Velmaro(const Folder& folder, const std::wstring& line) : Program(folder.Path(L"velmaro.exe"), line) {}
 
 HWND Velmaro::Main() const {
   if (!main_) main_ = Window(Title);
@@ -92,12 +87,9 @@ int Velmaro::Selected() const { return static_cast<int>(::SendMessageW(List(), L
 
 bool Velmaro::Select(const std::wstring& ending) const {
   const auto rows = Rows();
-  for (std::size_t i = 0; i < rows.size(); ++i)
-    if (rows[i].ends_with(ending)) {
-      ::SendMessageW(List(), LB_SETCURSEL, i, 0);
-      return Selected() == static_cast<int>(i);
-    }
-  return false;
+  const auto at = std::ranges::find_if(rows, [&](const auto& row) { return row.ends_with(ending); }) - rows.begin();
+  ::SendMessageW(List(), LB_SETCURSEL, static_cast<WPARAM>(at), 0);
+  return Selected() == at;
 }
 
 void Velmaro::Press(const std::wstring& caption) const { drive::Press(Child(Main(), L"BUTTON", caption)); }
@@ -131,17 +123,9 @@ void Velmaro::Choose(const std::wstring& text) const {
   throw std::runtime_error("there is no such entry");
 }
 
-HWND Velmaro::Popup() const { return Window({}, L"#32768"); }
-
-HWND Velmaro::BoxWindow() const {
-  for (const auto window : Windows())
-    if (drive::ClassOf(window) == L"#32770") return window;
-  return nullptr;
-}
-
-Box Velmaro::Await(int milliseconds) const {
+Box Velmaro::Await() const {
   Box box;
-  Until([&] { return (box.window = BoxWindow()) != nullptr; }, milliseconds);
+  box.window = Window({}, L"#32770");
   if (!box.window) return box;
   box.title = Text(box.window);
   for (HWND child = nullptr; (child = ::FindWindowExW(box.window, child, L"Static", nullptr));)

@@ -12,14 +12,13 @@ void AddMenu(HMENU menu, int depth, std::wstring& lines) {
     std::array<wchar_t, 200> text{};
     MENUITEMINFOW item{};
     item.cbSize = sizeof item;
-    item.fMask = MIIM_FTYPE | MIIM_STATE | MIIM_ID | MIIM_SUBMENU | MIIM_STRING;
+    item.fMask = MIIM_STATE | MIIM_ID | MIIM_SUBMENU | MIIM_STRING;
     item.dwTypeData = text.data();
     item.cch = static_cast<UINT>(text.size());
     ::GetMenuItemInfoW(menu, static_cast<UINT>(i), TRUE, &item);
-    const bool separator = item.fType & MFT_SEPARATOR;
     lines += std::to_wstring(depth) + (item.fState & MFS_CHECKED ? L'x' : L' ') +
              (item.fState & MFS_HILITE ? L'>' : L' ') + std::to_wstring(item.hSubMenu ? 0 : item.wID) + L' ' +
-             (separator ? L"-" : text.data()) + L'\n';
+             text.data() + L'\n';
     if (item.hSubMenu) AddMenu(item.hSubMenu, depth + 1, lines);
   }
 }
@@ -28,12 +27,11 @@ void AddMenu(HMENU menu, int depth, std::wstring& lines) {
 std::wstring Menu(HWND window) {
   if (const auto* kept = static_cast<const OPENFILENAMEW* const*>(::GetPropW(window, L"FileOpenDlgInfos")))
     return L"0  " + std::to_wstring((*kept)->Flags) + L" flags\n";
-  constexpr UINT getMenu = 0x01E1;
   std::array<wchar_t, 20> name{};
   ::GetClassNameW(window, name.data(), static_cast<int>(name.size()));
   const bool popup = std::wstring(name.data()) == L"#32768";
   std::wstring lines;
-  AddMenu(popup ? reinterpret_cast<HMENU>(::SendMessageW(window, getMenu, 0, 0)) : ::GetMenu(window), 0, lines);
+  AddMenu(popup ? reinterpret_cast<HMENU>(::SendMessageW(window, MN_GETHMENU, 0, 0)) : ::GetMenu(window), 0, lines);
   return lines;
 }
 
