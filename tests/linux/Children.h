@@ -1,7 +1,10 @@
 #pragma once
 
+#include <fcntl.h>
+#include <gtest/gtest.h>
 #include <sched.h>
 #include <signal.h>
+#include <sys/mount.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -13,6 +16,7 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <optional>
 #include <sstream>
 #include <string>
@@ -49,22 +53,21 @@ class TestFolder {
   std::string path_;
 };
 
+struct InFolder : testing::Test {
+  const TestFolder folder;
+};
+
 inline void WriteBytes(const std::string& path, const std::string& bytes) { std::ofstream(path) << bytes; }
+
+inline void WriteProgram(const std::string& path, const std::string& bytes) {
+  WriteBytes(path, bytes);
+  fs::permissions(path, fs::perms::owner_all);
+}
 
 inline std::string ReadBytes(const std::string& path) {
   std::ostringstream bytes;
   bytes << std::ifstream(path).rdbuf();
   return bytes.str();
-}
-
-// Runs a command to its end in a process of its own and gives its exit code.
-template <class Work>
-int InChild(Work work) {
-  const auto child = ::fork();
-  if (child == 0) ::_exit(work());
-  int status = -1;
-  ::waitpid(child, &status, 0);
-  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
 [[noreturn]] inline void Execute(const std::vector<std::string>& words) {
@@ -78,6 +81,14 @@ int InChild(Work work) {
 // Takes all rights of an administrator away from a child process.
 inline bool BecomeNobody() { return ::geteuid() != 0 || (::setgid(65533) == 0 && ::setuid(65534) == 0); }
 
+inline bool TellErrorsTo(const std::string& file) { return ::dup2(::creat(file.c_str(), 0644), STDERR_FILENO) > 0; }
+
+// Shows this process and its children a file in the place of another.
+inline bool PutOver(const std::string& file, const std::string& other) {
+  return ::unshare(CLONE_NEWNS) == 0 && ::mount("", "/", "", MS_PRIVATE | MS_REC, "") == 0 &&
+         ::mount(file.c_str(), other.c_str(), "", MS_BIND, "") == 0;
+}
+
 // Waits until something holds, for as long as a busy machine may need.
 template <class Test>
 bool Eventually(Test test) {
@@ -88,10 +99,51 @@ bool Eventually(Test test) {
   return false;
 }
 
+using Variables = std::vector<std::pair<std::string, std::string>>;
+
+// Starts a program with no other display than the variables lead to.
+inline pid_t Start(const std::vector<std::string>& words, const Variables& variables = {},
+                   const std::function<bool()>& prepare = nullptr) {
+  const auto child = ::fork();
+  if (child != 0) return child;
+  for (const auto* variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) ::unsetenv(variable);
+  for (const auto& [name, value] : variables) ::setenv(name.c_str(), value.c_str(), 1);
+  if (prepare && !prepare()) ::_exit(99);
+  Execute(words);
+}
+
+// The exit code of a process, -1 where a signal ended it or where it did not end in time.
+inline int Ended(pid_t child) {
+  int status = 0;
+  const auto hasEnded = [&] { return ::waitpid(child, &status, WNOHANG) == child; };
+  if (!Eventually(hasEnded) && !Eventually(hasEnded) && !Eventually(hasEnded)) {
+    ::kill(child, SIGKILL);
+    ::waitpid(child, &status, 0);
+  }
+  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+// Does work in a process of its own and gives the exit code that comes of it.
+template <class Work>
+int InChild(Work work) {
+  const auto child = ::fork();
+  if (child == 0) ::_exit(work());
+  return Ended(child);
+}
+
+// Expects something in a process of its own, which may do to itself what it likes.
+template <class Work>
+void Alone(Work work) {
+  EXPECT_EQ(InChild([&] { return work(), testing::Test::HasFailure(); }), 0);
+}
+
 // A running process of the test's own, ended and forgotten with the object.
 class Child {
  public:
   explicit Child(pid_t id) : id_(id) {}
+  explicit Child(const std::vector<std::string>& words) : id_(::fork()) {
+    if (id_ == 0) Execute(words);
+  }
   explicit Child(const std::string& program) : id_(::fork()) {
     if (id_ == 0) Execute({program, "300"});
     Eventually(

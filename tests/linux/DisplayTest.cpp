@@ -1,6 +1,5 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <poll.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <sys/xattr.h>
@@ -13,105 +12,87 @@
 namespace velmaro {
 namespace {
 
-using Variables = std::vector<std::pair<std::string, std::string>>;
-
-// Starts the real program with no other display than the variables lead to.
-pid_t Start(
-    const Variables& variables, const std::vector<std::string>& words = {VELMARO_PROGRAM},
-    bool (*prepare)() = [] { return true; }) {
-  const auto child = ::fork();
-  if (child != 0) return child;
-  if (!prepare()) ::_exit(99);
-  for (const auto* variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) ::unsetenv(variable);
-  for (const auto& [name, value] : variables) ::setenv(name.c_str(), value.c_str(), 1);
-  Execute(words);
-}
-
-// The exit code of a process, -1 where a signal ended it or where it did not end in time.
-int Ended(pid_t child) {
-  int status = 0;
-  if (!Eventually([&] { return ::waitpid(child, &status, WNOHANG) == child; })) {
-    ::kill(child, SIGKILL);
-    ::waitpid(child, &status, 0);
-  }
-  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
+using LinuxDisplays = InFolder;
 
 // A socket on which connections wait for ever.
 onlinux::Descriptor Mute(const std::string& path) {
   sockaddr_un address{};
   address.sun_family = AF_UNIX;
   path.copy(address.sun_path, sizeof address.sun_path - 1);
-  onlinux::Descriptor line(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+  onlinux::Descriptor line(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
   EXPECT_EQ(::bind(line.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
   EXPECT_EQ(::listen(line.get(), 5), 0);
   return line;
 }
 
-TEST(LinuxDisplays, WhereNoWindowCanBeShownTheProgramSaysSoAndEnds) {
-  const TestFolder folder;
+TEST_F(LinuxDisplays, WhereNoWindowCanBeShownTheProgramSaysSoAndEnds) {
   const auto x = Mute(folder / "x");
   const auto wayland = Mute(folder / "wayland");
   const auto named = Mute(folder / "named");
-  const Variables none;
   const std::vector<Variables> cases = {
-      none,
+      {},
       {{"DISPLAY", ":9999"}},
       {{"DISPLAY", "unix:" + (folder / "x")}},
       {{"WAYLAND_DISPLAY", folder / "wayland"}},
       {{"WAYLAND_DISPLAY", "named"}, {"XDG_RUNTIME_DIR", folder.Path()}},
-      {{"DISPLAY", "unix:" + (folder / "x")}, {"WAYLAND_DISPLAY", folder / "wayland"}},
       {{"QT_QPA_PLATFORM", "nonsense"}},
       {{"QT_QPA_PLATFORM", "xcb"}},
       {{"QT_QPA_PLATFORM", "wayland;nonsense;"}, {"WAYLAND_DISPLAY", folder / "wayland"}},
       {{"QT_QPA_PLATFORM", "linuxfb:fb=/no/such/device"}}};
-  for (auto variables : cases) {
+  for (const auto& variables : cases) {
     const auto errors = folder / "errors";
-    const auto code = InChild([&] {
-      ::dup2(::creat(errors.c_str(), 0600), STDERR_FILENO);
-      return Ended(Start(variables));
-    });
+    EXPECT_EQ(Ended(Start({VELMARO_PROGRAM}, variables, [&] { return TellErrorsTo(errors); })), 1);
     EXPECT_NE(ReadBytes(errors).find("no window can be shown"), std::string::npos) << ReadBytes(errors);
-    EXPECT_EQ(code, 1) << ReadBytes(errors);
   }
-  pollfd asked{.fd = named.get(), .events = POLLIN, .revents = 0};
-  EXPECT_EQ(::poll(&asked, 1, 0), 1) << "a name stands for a socket in the folder of the session";
-  EXPECT_EQ(Ended(Start(none, {VELMARO_PROGRAM, "/?"})), 1);
-  EXPECT_EQ(InChild([&] {
-              std::array<int, 2> ends{};
-              if (::pipe(ends.data()) != 0) return 9;
-              ::dup2(ends[1], STDERR_FILENO);
-              for (const auto end : ends) ::close(end);
-              return Ended(Start(none));
-            }),
-            1)
-      << "nobody reads the error output";
+  std::array<std::uint32_t, 3> asked{};
+  EXPECT_EQ(::recv(::accept(named.get(), nullptr, nullptr), asked.data(), sizeof asked, 0), 12)
+      << "a name stands for a socket in the folder of the session";
+  EXPECT_EQ(asked, (std::array<std::uint32_t, 3>{1, 12U << 16, 2})) << "Wayland's request for a word";
+  EXPECT_EQ(Ended(Start({VELMARO_PROGRAM, "/?"})), 1);
+  const auto silence = [] {
+    std::array<int, 2> ends{};
+    return ::pipe(ends.data()) == 0 && ::dup2(ends[1], STDERR_FILENO) > 0 && ::close_range(3, ~0U, 0) == 0;
+  };
+  EXPECT_EQ(Ended(Start({VELMARO_PROGRAM}, {}, silence)), 1) << "nobody reads the error output";
 }
 
-TEST(LinuxDisplays, TheToolkitComesFromBesideTheProgramOrFromItsInstallationOnly) {
-  const TestFolder folder;
+TEST_F(LinuxDisplays, AnInstalledProgramIsWholeAndTakesItsToolkitFromNowhereElse) {
   const Variables offscreen = {{"QT_QPA_PLATFORM", "offscreen"}, {"XDG_CONFIG_HOME", folder.Path()}};
   const std::string install = "cmake --install '" VELMARO_BUILD "' --prefix '";
   ASSERT_EQ(std::system((install + (folder / "usr") + "' >/dev/null").c_str()), 0);
   fs::create_directories(folder / "any/bin");
   fs::copy_file(VELMARO_PROGRAM, folder / "any/bin/velmaro");
   fs::copy(folder / "usr/lib", folder / "any/lib", fs::copy_options::recursive);
-  EXPECT_EQ(Ended(Start(offscreen, {folder / "any/bin/velmaro"})), 1) << "anyone may have put it into ../lib";
+  EXPECT_EQ(Ended(Start({folder / "any/bin/velmaro"}, offscreen)), 1) << "anyone may have put it into ../lib";
   for (const auto* file : {"velmaro-toolkit.so", "velmaro-x11.so"})
     fs::rename((folder / "any/lib/velmaro/") + file, (folder / "any/bin/") + file);
-  if (::chown((folder / "any/bin/velmaro-toolkit.so").c_str(), 65534, 65534) == 0) {
-    EXPECT_EQ(Ended(Start(offscreen, {folder / "any/bin/velmaro"})), 1) << "another user put it there";
-  }
+  const auto unsafe = folder / "any/bin/velmaro-toolkit.so";
+  ::chmod(unsafe.c_str(), 0777);
+  EXPECT_EQ(Ended(Start({folder / "any/bin/velmaro"}, offscreen)), 1) << "anyone may have written to it";
+  ::chmod(unsafe.c_str(), 0755);
+  EXPECT_TRUE(::chown(unsafe.c_str(), 65534, 65534) != 0 || Ended(Start({folder / "any/bin/velmaro"}, offscreen)) == 1);
   fs::copy_file(folder / "usr/bin/velmaro", folder / "moved");
-  const auto child = Start(offscreen, {folder / "moved"});
-  const auto maps = "/proc/" + std::to_string(child) + "/maps";
+  const Child child(Start({folder / "moved"}, offscreen));
+  const auto maps = "/proc/" + std::to_string(child.Id()) + "/maps";
   const auto toolkit = folder / "usr/lib/velmaro/velmaro-toolkit.so";
   EXPECT_TRUE(Eventually([&] { return ReadBytes(maps).find(toolkit) != std::string::npos; }));
-  ::kill(child, SIGKILL);
-  ::waitpid(child, nullptr, 0);
+  // The same without windows: its lists are its user's.
+  const Child listed(folder.Sleeper("zzinstalled"));
+  const auto run = [&] {
+    return Ended(Start({folder / "usr/bin/velmaro", "/q", "/k", "/bin/true"}, {{"XDG_CONFIG_HOME", folder / "home"}}));
+  };
+  EXPECT_EQ(run(), 0);
+  WriteBytes(folder / "home/velmaro/killlist.txt", "zzinstalled\n");
+  EXPECT_EQ(run(), 0);
+  EXPECT_FALSE(listed.Runs());
+  EXPECT_NE(ReadBytes(folder / "usr/etc/security/limits.d/velmaro.conf").find("\n@velmaro - nice -10\n"),
+            std::string::npos);
+  for (const auto* file :
+       {"applications/velmaro.desktop", "icons/hicolor/128x128/apps/velmaro.png", "man/man1/velmaro.1.gz"})
+    EXPECT_TRUE(fs::exists(folder / "usr/share/" + file)) << file;
 }
 
-class LinuxProgram : public testing::Test {
+class LinuxProgram : public InFolder {
  protected:
   void SetUp() override {
     if (!TheDisplay().Runs()) GTEST_SKIP() << "there is no Xvfb";
@@ -128,12 +109,11 @@ class LinuxProgram : public testing::Test {
     return ::setxattr(program.c_str(), "security.capability", rights.data(), sizeof rights, 0) == 0 ? program : "";
   }
 
-  TestFolder folder;
   Variables variables;
 };
 
 TEST_F(LinuxProgram, EndsWhenItsLastWindowIsDestroyed) {
-  const auto child = Start(variables);
+  const auto child = Start({VELMARO_PROGRAM}, variables);
   ASSERT_TRUE(Eventually(Shows));
   onlinux::XServer x;
   ::xcb_destroy_window(x.Line(), platform::FindWindowA("Zeld's Velmaro Process"));
@@ -154,7 +134,7 @@ TEST_F(LinuxProgram, ARightOfItsOwnReachesNeitherForeignCodeNorStartedPrograms) 
   const auto shows = [&] { return loaded().find("libqxcb.so") != std::string::npos; };
   // On a busy machine a display can look like one that hangs.
   for (int tries = 0; tries < 3 && !shows(); ++tries) {
-    child = Start(variables, {program}, BecomeNobody);
+    child = Start({program}, variables, BecomeNobody);
     Eventually(shows);
   }
   EXPECT_TRUE(shows());
@@ -162,7 +142,7 @@ TEST_F(LinuxProgram, ARightOfItsOwnReachesNeitherForeignCodeNorStartedPrograms) 
   ::kill(child, SIGKILL);
   ::waitpid(child, nullptr, 0);
   const auto line = "env >" + (folder / "told") + "; grep Cap /proc/$$/status >>" + (folder / "told");
-  Start(variables, {program, "/q", "/m", "/h", "/bin/sh", "-c", line}, [] {
+  Start({program, "/q", "/m", "/h", "/bin/sh", "-c", line}, variables, [] {
     // What a memory run may claim is over soon.
     const rlimit most{400U << 20, 400U << 20};
     return ::setrlimit(RLIMIT_DATA, &most) == 0 && BecomeNobody();

@@ -7,7 +7,7 @@
 namespace velmaro {
 namespace {
 
-class LinuxFiles : public testing::Test {
+class LinuxFiles : public InFolder {
  protected:
   LinuxFiles() {
     ::chmod(folder.Path().c_str(), 0777);
@@ -21,7 +21,6 @@ class LinuxFiles : public testing::Test {
     ::stat(list.c_str(), &facts);
     return facts;
   }
-  const TestFolder folder;
   const std::string list = folder / "list.txt";
 };
 
@@ -35,9 +34,7 @@ TEST_F(LinuxFiles, ASaveKeepsLinksOwnerAndRights) {
   for (const auto* name : {"list.txt.tmp", "real/list.txt.tmp", "real/list.txt.0.tmp"})
     fs::create_symlink(folder / "other", folder / name);
   ::chmod(real.c_str(), 0640);
-  if (::geteuid() == 0) {
-    ASSERT_EQ(::chown(real.c_str(), 65534, 65534), 0);
-  }
+  ASSERT_TRUE(::geteuid() != 0 || ::chown(real.c_str(), 65534, 65534) == 0);
   const auto before = Facts();
   SaveTextFile(list, "new", 0);
   EXPECT_EQ(ReadBytes(real) + ReadBytes(folder / "other"), "newother");
@@ -52,6 +49,7 @@ TEST_F(LinuxFiles, ASaveKeepsLinksOwnerAndRights) {
   fs::remove(real);
   SaveTextFile(list, "again", 0);
   EXPECT_EQ(ReadBytes(real), "again");
+  EXPECT_EQ(fs::status(real).permissions(), fs::status(folder / "other").permissions()) << "new files are alike";
 }
 
 TEST_F(LinuxFiles, WhatIsMarkedReadOnlyStays) {
@@ -69,14 +67,12 @@ TEST_F(LinuxFiles, AnotherOwnersListInAStickyFolderIsWrittenOver) {
   ::chmod(folder.Path().c_str(), 01777);
   ::chmod(list.c_str(), 0666);
   for (const auto room : {rlim_t{100}, rlim_t{2}}) {
-    EXPECT_EQ(InChild([&] {
-                ::signal(SIGXFSZ, SIG_IGN);
-                const rlimit limit{room, room};
-                if (!BecomeNobody() || ::setrlimit(RLIMIT_FSIZE, &limit) != 0) return 1;
-                SaveTextFile(list, "newer", 0);
-                return 0;
-              }),
-              0);
+    Alone([&] {
+      ::signal(SIGXFSZ, SIG_IGN);
+      const rlimit limit{room, room};
+      ASSERT_TRUE(BecomeNobody() && ::setrlimit(RLIMIT_FSIZE, &limit) == 0);
+      SaveTextFile(list, "newer", 0);
+    });
     EXPECT_EQ(ReadBytes(list), room == 100 ? "newer" : "old") << "a full disk costs nothing";
     EXPECT_EQ(FilesInFolder(), 1);
     WriteBytes(list, "old");

@@ -15,13 +15,12 @@ bool Write(const std::string& key, const std::string& value) {
   return platform::WriteSetting("Velmaro", "Settings", key, value);
 }
 
-class LinuxSettings : public testing::Test {
+class LinuxSettings : public InFolder {
  protected:
   LinuxSettings() {
     ::setenv("XDG_CONFIG_HOME", folder.Path().c_str(), 1);
     ::chmod(folder.Path().c_str(), 0777);
   }
-  TestFolder folder;
 };
 
 TEST_F(LinuxSettings, AnyValueComesBackAndOthersStay) {
@@ -31,7 +30,8 @@ TEST_F(LinuxSettings, AnyValueComesBackAndOthersStay) {
   EXPECT_TRUE(Write("LastRun", "at home"));
   EXPECT_EQ(fs::status(folder / ".config/velmaro").permissions(), fs::perms::owner_all);
   ::setenv("XDG_CONFIG_HOME", folder.Path().c_str(), 1);
-  const std::vector<std::string> values = {"a=b", "two\nlines\r\n", "back\\slash\\n", "", "\xff bytes", " blanks "};
+  const std::vector<std::string> values = {"a=b", "two\nlines\r\n", "back\\slash\\n",
+                                           "",    "\xff bytes",     std::string(20000, ' ')};
   for (const auto& value : values) {
     EXPECT_TRUE(Write("LastRun", value));
     EXPECT_TRUE(Write("k=" + value, "other"));
@@ -39,36 +39,30 @@ TEST_F(LinuxSettings, AnyValueComesBackAndOthersStay) {
   }
   for (const auto& value : values) EXPECT_EQ(Read("k=" + value), "other");
   // Two programs that write at once.
-  EXPECT_EQ(InChild([] {
-              const bool first = ::fork() != 0;
-              for (int i = 0; i < 30; ++i) Write((first ? "one" : "two") + std::to_string(i), "written");
-              return !first || ::wait(nullptr) > 0 ? 0 : 1;
-            }),
-            0);
+  Alone([] {
+    const bool first = ::fork() != 0;
+    for (int i = 0; i < 30; ++i) Write((first ? "one" : "two") + std::to_string(i), "written");
+    EXPECT_TRUE(!first || ::wait(nullptr) > 0);
+  });
   for (int i = 0; i < 60; ++i) EXPECT_EQ(Read((i < 30 ? "one" : "two") + std::to_string(i % 30)), "written");
 }
 
-TEST_F(LinuxSettings, AFullDiskLeavesTheOldFileWhole) {
+TEST_F(LinuxSettings, WhatCantBeWrittenLeavesTheOldFileWhole) {
   ASSERT_TRUE(Write("LastRun", "old"));
   const auto before = ReadBytes(folder / "velmaro/settings.conf");
-  EXPECT_EQ(InChild([] {
-              const rlimit room{64, 64};
-              ::signal(SIGXFSZ, SIG_IGN);
-              ::setrlimit(RLIMIT_FSIZE, &room);
-              return Write("LastRun", std::string(100, 'x')) ? 1 : 0;
-            }),
-            0);
+  Alone([] {
+    const rlimit room{64, 64};
+    ::signal(SIGXFSZ, SIG_IGN);
+    ::setrlimit(RLIMIT_FSIZE, &room);
+    EXPECT_FALSE(Write("LastRun", std::string(100, 'x')));
+  });
   EXPECT_EQ(ReadBytes(folder / "velmaro/settings.conf"), before);
   EXPECT_EQ(std::distance(fs::directory_iterator(folder / "velmaro"), fs::directory_iterator()), 1);
-}
-
-TEST_F(LinuxSettings, AFolderThatCantBeUsedLosesNothing) {
-  ASSERT_TRUE(Write("LastRun", "old"));
   ::chmod((folder / "velmaro").c_str(), 0);
-  EXPECT_EQ(InChild([] { return BecomeNobody() && !Write("LastRun", "new") && Read("LastRun") == "none" ? 0 : 1; }), 0);
+  Alone([] { EXPECT_TRUE(BecomeNobody() && !Write("LastRun", "new") && Read("LastRun") == "none"); });
   ::chmod((folder / "velmaro").c_str(), 0777);
   ::chmod((folder / "velmaro/settings.conf").c_str(), 0);
-  EXPECT_EQ(InChild([] { return BecomeNobody() && !Write("LastRun", "new") ? 0 : 1; }), 0);
+  Alone([] { EXPECT_TRUE(BecomeNobody() && !Write("LastRun", "new")); });
   ::chmod((folder / "velmaro/settings.conf").c_str(), 0644);
   EXPECT_EQ(Read("LastRun"), "old");
 }
@@ -92,7 +86,20 @@ TEST(LinuxMachine, APatternFindsTheFirstFileOfItsFolder) {
   EXPECT_EQ(platform::Dir(folder / "?.TXT"), "");
   EXPECT_EQ(platform::Dir(folder / "[x]*"), "[x]y.iso");
   EXPECT_EQ(platform::Dir(folder / "none/*"), "");
-  EXPECT_EQ(platform::FromUtf16(platform::ToUtf16("é😀")), "é😀");
+}
+
+TEST(LinuxMachine, OnlyWholeCharactersCountAsSuch) {
+  std::string lengths;
+  for (std::string_view text =
+           "a\xc2\x80\xdf\xbf\xe0\xa0\x80\xed\x9f\xbf\xee\x80\x80\xf0\x90\x80\x80\xf4\x8f\xbf\xbf"
+           "\x80\xc1\xbf\xc2x\xe0\x9f\xbf\xed\xa0\x80\xe3\x81x\xf0\x8f\xbf\xbf\xf4\x90\x80\x80\xf5\x80\x80\x80\xe3\x81";
+       !text.empty(); text.remove_prefix(lengths.back() - '0'))
+    lengths += std::to_string(platform::CharacterLength(text));
+  EXPECT_EQ(lengths, "12233344" + std::string(28, '1'));
+  EXPECT_EQ(platform::LowerCase("AZ[@ÄŁЖ\xff\xc3"), "az[@äłж\xff\xc3");
+  EXPECT_EQ(platform::ToUtf16("é日😀\xff"), u"é日😀\xfffd");
+  EXPECT_EQ(platform::FromUtf16(u"\x7f\x80\x7ff\x800\xd83d\xde00\xd83dx\xde00"),
+            "\x7f\u0080\u07ff\u0800😀\ufffdx\ufffd");
 }
 
 }  // namespace

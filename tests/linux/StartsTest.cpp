@@ -1,38 +1,31 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <pty.h>
-#include <sys/mount.h>
+
+#include <set>
 
 #include "Children.h"
 #include "platform/linux/PriorityClass.h"
 #include "platform/linux/Start.h"
+#include "platform/start.h"
+#include "platform/user32.h"
 
 namespace velmaro {
 namespace {
 
-// Starts the real program without a display, in a process of its own.
-template <class Prepare>
-pid_t StartProgram(std::vector<std::string> arguments, Prepare prepare, const std::string& program = VELMARO_PROGRAM) {
-  arguments.insert(arguments.begin(), program);
-  const auto child = ::fork();
-  if (child != 0) return child;
-  for (const auto* variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) ::unsetenv(variable);
-  prepare();
-  Execute(arguments);
-}
+using LinuxStarts = InFolder;
 
-int ExitCodeOf(pid_t child) {
-  int status = -1;
-  ::waitpid(child, &status, 0);
-  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+// Starts the real program without a display.
+pid_t StartProgram(std::vector<std::string> words, const std::function<bool()>& prepare = nullptr) {
+  words.insert(words.begin(), VELMARO_PROGRAM);
+  return Start(words, {}, prepare);
 }
 
 // The same, to its end; gives its exit code.
-int RunProgram(const std::vector<std::string>& arguments, const std::string& program = VELMARO_PROGRAM) {
+int RunProgram(const std::vector<std::string>& words) {
   // A memory run is to be over soon, however much memory this machine has in use.
   const rlimit room{512U << 20, 512U << 20};
-  return ExitCodeOf(StartProgram(
-      arguments, [&] { ::setrlimit(RLIMIT_AS, &room); }, program));
+  return Ended(StartProgram(words, [&] { return ::setrlimit(RLIMIT_AS, &room) == 0; }));
 }
 
 int OwnBase() { return onlinux::BasePriority(SCHED_OTHER, ::getpriority(PRIO_PROCESS, 0)); }
@@ -45,54 +38,48 @@ int BasePriorityOf(const std::string& program) {
 
 std::string ProcOf(pid_t id, const std::string& file) { return "/proc/" + std::to_string(id) + '/' + file; }
 
-TEST(LinuxStarts, AQuietStartBecomesItsProgramAndHandsItsWordsOn) {
-  const TestFolder folder;
+TEST_F(LinuxStarts, AQuietStartBecomesItsProgramAndHandsItsWordsOn) {
   const std::vector<std::string> words = {"set \"a b\"; run", "/roms/12\" mix.iso", "", "/h", "a\\b\\\\", "x.EXE", " "};
-  WriteBytes(folder / "my.exe.d", "#!/bin/sh\nprintf '%s\\n' $$ \"$PWD\" \"$@\" >out\nexit 7\n");
-  fs::permissions(folder / "my.exe.d", fs::perms::owner_all);
+  WriteProgram(folder / "my.exe.d", "#!/bin/sh\nprintf '%s\\n' $$ \"$PWD\" \"$@\" >out\nexit 7\n");
   auto line = words;
   line.insert(line.begin(), {"/Q", "/i", "./my.exe.d"});
-  const auto child = StartProgram(line, [&] { EXPECT_EQ(::chdir(folder.Path().c_str()), 0); });
-  EXPECT_EQ(ExitCodeOf(child), 7);
+  const auto child = StartProgram(line, [&] { return ::chdir(folder.Path().c_str()) == 0; });
+  EXPECT_EQ(Ended(child), 7);
   auto told = std::to_string(child) + '\n' + folder.Path() + '\n';
   for (const auto& word : words) told += word + '\n';
   EXPECT_EQ(ReadBytes(folder / "out"), told);
   const auto whole = "/q  /i '" + folder / "my.exe.d" + "' \"a  b\" c";
-  EXPECT_EQ(ExitCodeOf(StartProgram({whole}, [&] { EXPECT_EQ(::chdir(folder.Path().c_str()), 0); })), 7);
+  EXPECT_EQ(Ended(StartProgram({whole}, [&] { return ::chdir(folder.Path().c_str()) == 0; })), 7);
   EXPECT_TRUE(ReadBytes(folder / "out").ends_with("\na  b\nc\n"));
-  WriteBytes(folder / "plain.sh", "exit $1\n");
-  fs::permissions(folder / "plain.sh", fs::perms::owner_all);
-  const auto findThere = [&] { ::setenv("PATH", folder.Path().c_str(), 1); };
-  EXPECT_EQ(ExitCodeOf(StartProgram({"/q", "/i", "plain.sh", "5"}, findThere)), 5);
-  WriteBytes(folder / "broken", "#!/etc/passwd\n");
-  fs::permissions(folder / "broken", fs::perms::owner_all);
+  WriteProgram(folder / "plain.sh", "exit $1\n");
+  const auto findThere = [&] { return ::setenv("PATH", folder.Path().c_str(), 1) == 0; };
+  EXPECT_EQ(Ended(StartProgram({"/q", "/i", "plain.sh", "5"}, findThere)), 5);
+  EXPECT_EQ(RunProgram({"/i", folder / "plain.sh", "5"}), 0) << "it is not waited for";
+  WriteProgram(folder / "broken one", "#!/etc/passwd\n");
   EXPECT_EQ(RunProgram({"/q", "no such program", "/h"}), 127);
-  EXPECT_EQ(RunProgram({"no such program"}), 127);
-  EXPECT_EQ(RunProgram({"/q", folder / "broken"}), 126);
+  EXPECT_EQ(RunProgram({"/q", folder / "broken one"}), 126);
+  EXPECT_EQ(RunProgram({folder / "broken one"}), 126);
 }
 
-TEST(LinuxStarts, TheClassIsThatOfAllThatTheProgramStartsAndOfNothingElse) {
-  const TestFolder folder;
+TEST_F(LinuxStarts, TheClassIsThatOfAllThatTheProgramStartsAndOfNothingElse) {
   const Child older(folder.Sleeper("zzolder/zzstart"));
   for (const auto* name : {"zzstart", "zzforked", "zzlater", "zzlast"}) folder.Sleeper(name);
   fs::create_symlink("script", folder / "link");
-  WriteBytes(folder / "script",
-             "#!/bin/sh\ncd \"${0%/*}\"\n./zzforked 300 &\n(sleep 0.3; exec ./zzlater 300) &\n./zzstart 1\nexec "
-             "./zzlast 300\n");
-  fs::permissions(folder / "script", fs::perms::owner_all);
+  WriteProgram(folder / "script",
+               "#!/bin/sh\ncd \"${0%/*}\"\n./zzforked 300 &\n(sleep 0.3; exec ./zzlater 300) &\n./zzstart 1\nexec "
+               "./zzlast 300\n");
   for (const bool quiet : {true, false}) {
-    const auto child = StartProgram({quiet ? "/q" : "/max", "/i", folder / "link"}, [] {});
+    const auto child = StartProgram({quiet ? "/q" : "/max", "/i", folder / "link"});
     for (const auto* name : {"zzstart", "zzforked", "zzlater", "zzlast"}) {
       EXPECT_TRUE(Eventually([&] { return BasePriorityOf(folder / name) == 4; })) << name;
       if (const auto id = Running(folder / name)) ::kill(id, SIGKILL);
     }
-    EXPECT_EQ(ExitCodeOf(child), quiet ? -1 : 0) << "the program ended by a signal";
+    EXPECT_EQ(Ended(child), quiet ? -1 : 0) << "the program ended by a signal";
   }
   EXPECT_EQ(older.Nice(), ::getpriority(PRIO_PROCESS, 0));
 }
 
-TEST(LinuxStarts, AStartThatIsWatchedLeavesItsProgramAlone) {
-  const TestFolder folder;
+TEST_F(LinuxStarts, AStartThatIsWatchedLeavesItsProgramAlone) {
   const auto program = folder.Sleeper("home/max/kind/zzstart");
   const int leak = ::open("/etc/passwd", O_RDONLY);
   ::dup2(leak, STDIN_FILENO);
@@ -112,14 +99,17 @@ TEST(LinuxStarts, AStartThatIsWatchedLeavesItsProgramAlone) {
   ::close(leak);
 }
 
-TEST(LinuxStarts, AQuietStartKeepsItsTerminalAndLendsItTheShareOfItsClass) {
-  const TestFolder folder;
+TEST_F(LinuxStarts, AQuietStartKeepsItsTerminalAndLendsItTheShareOfItsClass) {
   const auto game = folder.Sleeper("zzgame");
   const auto after = folder.Sleeper("zzafter");
+  const auto lent = "'" VELMARO_PROGRAM "' /q /i '" + game + "' 300";
   int terminal = -1;
-  const auto shell = ::forkpty(&terminal, nullptr, nullptr, nullptr);
+  const Child child(::forkpty(&terminal, nullptr, nullptr, nullptr));
+  const auto shell = child.Id();
   if (shell == 0)
-    Execute({"/bin/sh", "-c", "trap : INT; '" VELMARO_PROGRAM "' /q /i '" + game + "' 300; '" + after + "' 300"});
+    Execute(
+        {"/bin/sh", "-c",
+         "trap : INT; echo 5 >/proc/self/autogroup; sleep 300 | " + lent + "; set -m; '" + after + "' 300 & " + lent});
   const auto group = [&](int nice) {
     return ReadBytes(ProcOf(shell, "autogroup")).ends_with(" nice " + std::to_string(nice) + '\n');
   };
@@ -128,13 +118,19 @@ TEST(LinuxStarts, AQuietStartKeepsItsTerminalAndLendsItTheShareOfItsClass) {
   EXPECT_EQ(::getsid(Running(game)), shell);
   const bool hasGroups = fs::exists("/proc/self/autogroup");
   EXPECT_TRUE(!hasGroups || Eventually([&] { return group(19); }));
+  const auto lender = Running(VELMARO_PROGRAM);
+  std::multiset<std::string> held = {std::to_string(::getpriority(PRIO_PROCESS, lender))};
+  for (const auto& file : fs::directory_iterator(ProcOf(lender, "fd"))) held.insert(fs::read_symlink(file));
+  const std::multiset<std::string> all = {
+      MayRaise() ? "0" : "19", "/dev/null", "/dev/null", "/dev/null", "anon_inode:[pidfd]", ProcOf(shell, "autogroup")};
+  EXPECT_TRUE(!hasGroups || (held == all && fs::read_symlink(ProcOf(lender, "cwd")) == "/"));
   EXPECT_EQ(::write(terminal, "\x03", 1), 1);
   EXPECT_TRUE(Eventually([&] { return Running(after) != 0; })) << "the terminal's keys reach the program";
-  EXPECT_TRUE(!hasGroups || Eventually([&] { return group(0); }));
+  EXPECT_TRUE(!hasGroups || Eventually([&] { return group(5); }));
+  EXPECT_TRUE(Eventually([&] { return Running(game) != 0 && Running(VELMARO_PROGRAM) == 0; }));
+  EXPECT_TRUE(!hasGroups || group(5)) << "now another program shares it";
   for (const auto& program : {game, after})
     if (const auto id = Running(program)) ::kill(id, SIGKILL);
-  ::kill(shell, SIGKILL);
-  ::waitpid(shell, nullptr, 0);
   ::close(terminal);
 }
 
@@ -148,20 +144,21 @@ bool CountsAgainstARival(const std::string& priority, const std::array<std::stri
   const Child game(StartProgram({"/q", priority, "/bin/sh", "-c", "while :; do :; done"}, [&] {
     OntoFirstCore();
     enter(groups[0]);
+    return true;
   }));
   for (int i = 0; i < 12; ++i)
     if (const auto share = TimeBy(game.Id(), rival.Id()); priority == "/i" ? share < 1.0 / 3 : share > 3) return true;
   return false;
 }
 
-TEST(LinuxStarts, APriorityCountsAgainstOtherSessions) {
+TEST_F(LinuxStarts, APriorityCountsAgainstOtherSessions) {
   if (!fs::exists("/proc/self/autogroup")) GTEST_SKIP() << "the kernel keeps no groups of sessions";
   EXPECT_TRUE(CountsAgainstARival("/i"));
   if (!MayRaise()) GTEST_SKIP() << "High is refused to this user";
   EXPECT_TRUE(CountsAgainstARival("/h"));
 }
 
-TEST(LinuxStarts, APriorityCountsAgainstOtherControlGroups) {
+TEST_F(LinuxStarts, APriorityCountsAgainstOtherControlGroups) {
   const auto folder = "/sys/fs/cgroup/velmaro-test-" + std::to_string(::getpid());
   const std::array groups = {folder + "-game", folder + "-rival"};
   std::error_code error;
@@ -173,63 +170,58 @@ TEST(LinuxStarts, APriorityCountsAgainstOtherControlGroups) {
   if (!share) GTEST_SKIP() << "this user may not make control groups that share the processor";
 }
 
-TEST(LinuxStarts, WhatIsRefusedIsToldAndTheProgramStartsAllTheSame) {
-  const TestFolder folder;
+TEST_F(LinuxStarts, WhatIsRefusedIsToldAndTheProgramStartsAllTheSame) {
   const auto program = folder.Sleeper("zzrefused");
   fs::permissions(folder.Path(), fs::perms::all);
   const auto errors = folder / "errors";
-  const auto start = [&](const std::string& priority, auto prepare) {
-    const auto child = StartProgram({"/q", priority, program, "300"}, [&] {
-      const int file = ::open(errors.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-      ::dup2(file, STDERR_FILENO);
-      if (!prepare()) ::_exit(1);
-    });
+  const auto start = [&](const std::string& priority, auto prepare, int base, const std::string& told) {
+    const auto toFile = [&] { return TellErrorsTo(errors) && prepare(); };
+    const auto child = StartProgram({"/q", priority, program, "300"}, toFile);
     EXPECT_TRUE(Eventually([&] { return ReadBytes(ProcOf(child, "comm")) == "zzrefused\n"; }));
-    const int base = Listed(child).value().pcPriClassBase;
+    EXPECT_EQ(Listed(child).value().pcPriClassBase, base);
     ::kill(child, SIGKILL);
-    EXPECT_EQ(ExitCodeOf(child), -1);
-    return base;
+    EXPECT_EQ(Ended(child), -1);
+    EXPECT_EQ(ReadBytes(errors), told);
   };
-  EXPECT_EQ(start("/i", BecomeNobody), 4);
-  EXPECT_EQ(ReadBytes(errors), "");
+  start("/i", BecomeNobody, 4, "");
   if (::geteuid() != 0) GTEST_SKIP() << "only an administrator can take rights away and change the kernel's settings";
-  EXPECT_EQ(start("/h", BecomeNobody), OwnBase());
-  EXPECT_TRUE(ReadBytes(errors).starts_with("velmaro: High is refused"));
+  start("/h", BecomeNobody, OwnBase(),
+        "velmaro: High is refused to this user: " + program + " keeps the priority that it is started with\n");
   // The kernel's settings as a program of its own sees them: it keeps nothing for others.
-  WriteBytes(folder / "most", "-1\n");
-  const auto keepNothing = [&] {
-    constexpr const char* setting = "/proc/sys/kernel/sched_rt_runtime_us";
-    return ::unshare(CLONE_NEWNS) == 0 && ::mount("", "/proc", "", MS_PRIVATE | MS_REC, "") == 0 &&
-           ::mount((folder / "most").c_str(), setting, "", MS_BIND, "") == 0;
+  const auto keepNothing = [&] { return PutOver(folder / "most", "/proc/sys/kernel/sched_rt_runtime_us"); };
+  for (const auto& most : {std::string("-1\n"), ReadBytes("/proc/sys/kernel/sched_rt_period_us")}) {
+    WriteBytes(folder / "most", most);
+    start("/normal", keepNothing, 13,
+          "velmaro: Real Time would leave nothing of a core to other programs: " + program + " gets High\n");
+  }
+  const auto launch = [&](std::uint32_t wanted, auto prepare, std::uint32_t got, const std::string& why) {
+    Alone([&] {
+      ASSERT_TRUE(prepare());
+      const auto started = platform::StartAtClass({.command = program + " 300", .priorityClass = wanted});
+      if (const auto id = Running(program)) ::kill(id, SIGKILL);
+      EXPECT_EQ(started.value().priorityClass, got);
+      EXPECT_TRUE(started->shortfall.starts_with(why)) << started->shortfall;
+    });
   };
-  EXPECT_EQ(start("/normal", keepNothing), 13);
-  EXPECT_TRUE(ReadBytes(errors).starts_with("velmaro: Real Time would leave nothing"));
+  launch(platform::HIGH_PRIORITY_CLASS, BecomeNobody, onlinux::ClassOfBasePriority(OwnBase()), "members of the group ");
+  launch(platform::REALTIME_PRIORITY_CLASS, keepNothing, platform::HIGH_PRIORITY_CLASS, "it would leave nothing of ");
 }
 
-TEST(LinuxStarts, AnInstalledProgramFindsItsToolkitAndKeepsItsListsWithItsUser) {
-  const TestFolder folder;
-  ASSERT_EQ(std::system(("cmake --install '" VELMARO_BUILD "' --prefix '" + folder / "usr" + "' >/dev/null").c_str()),
-            0);
-  const Child listed(folder.Sleeper("zzinstalled"));
-  ::setenv("XDG_CONFIG_HOME", (folder / "home").c_str(), 1);
-  EXPECT_EQ(RunProgram({"/q", "/k", "/bin/true"}, folder / "usr/bin/velmaro"), 0);
-  WriteBytes(folder / "home/velmaro/killlist.txt", "zzinstalled\n");
-  EXPECT_EQ(RunProgram({"/q", "/k", "/bin/true"}, folder / "usr/bin/velmaro"), 0);
-  EXPECT_FALSE(listed.Runs());
-  EXPECT_NE(ReadBytes(folder / "usr/etc/security/limits.d/velmaro.conf").find("\n@velmaro - nice -10\n"),
-            std::string::npos);
-  for (const auto* file :
-       {"applications/velmaro.desktop", "icons/hicolor/128x128/apps/velmaro.png", "man/man1/velmaro.1.gz"})
-    EXPECT_TRUE(fs::exists(folder / "usr/share/" + file)) << file;
-}
-
-TEST(LinuxStarts, WithoutADisplayEveryRoadEndsWell) {
-  EXPECT_EQ(RunProgram({"/q", "/k"}), 1);
+TEST_F(LinuxStarts, WithoutADisplayEveryRoadEndsWell) {
   EXPECT_EQ(RunProgram({"/q", "/m", "/bin/true"}), 0);
+  const auto answers = [&]() -> bool {
+    using namespace platform;
+    TellErrorsTo(folder / "errors");
+    const int box = MessageBoxA("a\r\nb", "", MB_OK | MB_ICONQUESTION);
+    ::_exit(box * 100 + MessageBoxA("?", "", MB_YESNO | MB_DEFBUTTON2) * 10 + MessageBoxA("?", "", MB_YESNOCANCEL));
+  };
+  EXPECT_EQ(Ended(Start({}, {}, answers)), 172);
+  EXPECT_EQ(ReadBytes(folder / "errors"),
+            "velmaro: no window can be shown: no display answers (neither DISPLAY nor WAYLAND_DISPLAY leads to one)\n"
+            "velmaro: a\nb\nvelmaro: ?\nvelmaro: ?\n");
 }
 
-TEST(LinuxStarts, AKillRunEndsWhatIsListedAndSparesWhatIsGuarded) {
-  const TestFolder folder;
+TEST_F(LinuxStarts, AKillRunEndsWhatIsListedAndSparesWhatIsGuarded) {
   const Child decoy(folder.Sleeper("tripzzwho"));
   const Child meant(folder.Sleeper("zzwho?/it's a\\game"));
   const Child guarded(folder.Sleeper("zzkill-two"));
@@ -240,16 +232,39 @@ TEST(LinuxStarts, AKillRunEndsWhatIsListedAndSparesWhatIsGuarded) {
   EXPECT_TRUE(decoy.Runs() && guarded.Runs());
 }
 
-TEST(LinuxStarts, ACommandIsSplitAsAShellWould) {
+TEST_F(LinuxStarts, WhatIsNoProgramIsLeftToTheDesktop) {
+  const auto tool = folder.Sleeper("bin/tool");
+  const auto opener = folder / "bin/xdg-open";
+  WriteBytes(folder / "a.txt", "");
+  WriteProgram(folder / "b.txt", "no program\n");
+  const auto expect = [](const std::string& line, const std::string& wanted) {
+    int error = 0;
+    const auto command = onlinux::Resolve(onlinux::SplitWords(line), error);
+    EXPECT_EQ(command ? command->path + ' ' + command->words.back() : std::to_string(error), wanted) << line;
+  };
+  Alone([&] {
+    ::setenv("PATH", ("bin:" + (folder / "none:") + (folder / "bin")).c_str(), 1);
+    ::setenv("HOME", folder.Path().c_str(), 1);
+    fs::current_path(folder.Path());
+    for (const auto* line : {"a.txt", "http://x/y"}) expect(line, "13");
+    WriteProgram(opener, "#!/bin/sh\necho \"$1\" >opened\n");
+    expect("a.txt b", opener + ' ' + folder / "./a.txt");
+    expect("http://x/y z", opener + " http://x/y");
+    expect("tool a", tool + " a");
+    expect("~/bin/tool", tool + " ~/bin/tool");
+    for (const auto* line : {"", "c://x", "a/b://x", "~/no"}) expect(line, "2");
+    EXPECT_EQ(onlinux::StartApart({"b.txt", {"b.txt"}}, "").error, 0);
+    EXPECT_TRUE(Eventually([&] { return ReadBytes("opened") == (folder / "b.txt") + '\n'; }));
+  });
+}
+
+TEST_F(LinuxStarts, ACommandIsSplitAsAShellWould) {
   using Words = std::vector<std::string>;
   EXPECT_EQ(onlinux::SplitWords("  a  'b c'\t\"d \\\" \\e\" f\\ g '' h'i'\"j\" \"k"),
             (Words{"a", "b c", "d \" \\e", "f g", "", "hij", "k"}));
-  EXPECT_TRUE(onlinux::FindFile("sleep").ends_with("/sleep"));
-  const TestFolder folder;
   const auto program = folder.Sleeper("star emu/run");
   for (const auto& command : {program, '"' + program + '"'}) EXPECT_EQ(onlinux::SplitCommand(command), Words{program});
   EXPECT_EQ(onlinux::SplitCommand('"' + program + "\" 300"), (Words{program, "300"}));
-  EXPECT_NE(onlinux::StartApart({"/no/such/program", {"a"}}, "").error, 0);
   EXPECT_NE(onlinux::StartApart({"/etc/passwd", {"a"}}, "").error, 0);
   EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1) << "a start leaves no child behind";
 }

@@ -23,7 +23,7 @@ constexpr std::array Interpreters = {
     Interpreter{"ksh", "cs", "oO"},    Interpreter{"mksh", "cs", "oO"},  Interpreter{"zsh", "cs", "oO"},
     Interpreter{"fish", "c", "C"},     Interpreter{"lua", "", "el"},     Interpreter{"luajit", "", "el"},
     Interpreter{"php", "r", "dc"},     Interpreter{"tclsh", "", ""},     Interpreter{"wish", "", ""},
-    Interpreter{"expect", "c", "f"},   Interpreter{"guile", "ce", "lL"}, Interpreter{"gjs-console", "c", "I"}};
+    Interpreter{"expect", "c", ""},    Interpreter{"guile", "ce", "lL"}, Interpreter{"gjs-console", "c", "I"}};
 
 const Interpreter* FindInterpreter(std::string_view program) {
   const auto base = BaseName(program);
