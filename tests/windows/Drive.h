@@ -25,7 +25,6 @@ struct CloseNativeHandle {
 };
 using OwnedHandle = std::unique_ptr<void, CloseNativeHandle>;
 
-// The path of a file beside this program.
 std::wstring Beside(const std::wstring& name);
 
 // A folder of a test's own, with velmaro.exe in it. When it ends, every program that runs from it ends with it.
@@ -68,7 +67,6 @@ class Program {
   bool Lives() const { return ::WaitForSingleObject(handle_.get(), 0) == WAIT_TIMEOUT; }
   // Waits for the end and gives the exit code, -1 when it does not come.
   int ExitCode(int milliseconds = LongEnough) const;
-  // Lets the program hang, and go on.
   void Hang() const { ::SuspendThread(thread_.get()); }
   void GoOn() const { ::ResumeThread(thread_.get()); }
   // Every top-level window of the program, the upper ones first.
@@ -91,7 +89,6 @@ struct Report {
 };
 // Waits for the report of a probe that was started from this path. Throws when none comes.
 Report ReportOf(const std::wstring& probe);
-// Starts a probe and waits until it runs.
 Program StartProbe(const std::wstring& probe, const std::wstring& line = {});
 
 // A message box that stands open.
@@ -129,7 +126,6 @@ class Velmaro : public Program {
   int Selected() const;
   // Selects the first row that ends with a text; false where there is none.
   bool Select(const std::wstring& ending) const;
-  // Presses a button of the main window by its caption.
   void Press(const std::wstring& caption) const;
   // Refreshes the list and waits until it is filled anew.
   void Refresh() const;
@@ -148,7 +144,6 @@ class Velmaro : public Program {
   mutable HWND main_ = nullptr;
 };
 
-// Windows and controls.
 std::wstring Text(HWND window);
 std::wstring ClassOf(HWND window);
 // All that stand in a window, at any depth.

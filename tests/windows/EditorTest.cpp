@@ -19,12 +19,13 @@ class EditorTest : public testing::Test {
     Press(Child(editor, L"BUTTON", button));
     EXPECT_TRUE(Until([&] { return !::IsWindow(editor); }));
   }
-  // Puts a text behind the kill list, and gives what the file holds then.
-  std::string Save(const std::wstring& text) {
-    Open();
+  // Puts a text behind a list, and gives what the file holds then.
+  std::string Save(const std::wstring& text, const std::wstring& file = L"killlist.txt",
+                   const std::wstring& entry = L"Edit Kill List Here...") {
+    Open(entry);
     Append(text);
     Leave(L"&OK");
-    return folder.Read(L"killlist.txt");
+    return folder.Read(file);
   }
 
   Folder folder;
@@ -44,10 +45,7 @@ TEST_F(EditorTest, FileComesBackByteForByte) {
     // One more line, and the rest stays as it is.
     EXPECT_EQ(Save(L"\u017c.exe"), text + "\xc5\xbc.exe");
   }
-  Open(L"Edit No Kill List Here...");
-  Append(L"new.exe");
-  Leave(L"&OK");
-  EXPECT_EQ(folder.Read(L"nokilllist.txt"), "new.exe");
+  EXPECT_EQ(Save(L"new.exe", L"nokilllist.txt", L"Edit No Kill List Here..."), "new.exe");
 }
 
 TEST_F(EditorTest, ASaveGoesWhereItCanAndHarmsNoOtherFile) {

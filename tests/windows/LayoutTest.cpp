@@ -6,12 +6,6 @@ namespace {
 
 class LayoutTest : public testing::Test {
  protected:
-  LayoutTest() : velmaro(folder) {
-    const auto screen = ::GetDC(nullptr);
-    dpi = ::GetDeviceCaps(screen, LOGPIXELSX);
-    ::ReleaseDC(nullptr, screen);
-    main = velmaro.Main();
-  }
   double Twips(long pixels) const { return pixels * 1440.0 / dpi; }
   // Looks at a control's place, in twips of the client area.
   void ExpectPlace(HWND control, double left, double top, double width, double height) const {
@@ -40,9 +34,9 @@ class LayoutTest : public testing::Test {
   }
 
   Folder folder;
-  Velmaro velmaro;
-  HWND main = nullptr;
-  int dpi = 0;
+  Velmaro velmaro{folder};
+  HWND main = velmaro.Main();
+  UINT dpi = ::GetDpiForSystem();
 };
 
 TEST_F(LayoutTest, ControlsFollowTheWindowAndItsLimits) {

@@ -9,14 +9,6 @@ constexpr std::size_t Block = 2 * 1024 * 1024;
 
 class MemoryTest : public testing::Test {
  protected:
-  MemoryTest() : velmaro(folder) {
-    velmaro.Press(L"Free &Mem");
-    meter = velmaro.Form();
-    bar = Child(meter, L"SCROLLBAR");
-    status = Child(meter, L"STATIC", L"Free: ");
-    button = Child(meter, L"BUTTON");
-    idle = PrivateBytes(velmaro.Id());
-  }
   bool Running() const { return Text(button) == L"&Stop"; }
   int Target() const { return std::stoi(Text(button).substr(5)); }
   void SetTarget(int target) const {
@@ -37,12 +29,12 @@ class MemoryTest : public testing::Test {
   }
 
   Folder folder;
-  Velmaro velmaro;
-  HWND meter = nullptr;
-  HWND bar = nullptr;
-  HWND status = nullptr;
-  HWND button = nullptr;
-  std::size_t idle = 0;
+  Velmaro velmaro{folder};
+  HWND meter = (velmaro.Press(L"Free &Mem"), velmaro.Form());
+  HWND bar = Child(meter, L"SCROLLBAR");
+  HWND status = Child(meter, L"STATIC", L"Free: ");
+  HWND button = Child(meter, L"BUTTON");
+  std::size_t idle = PrivateBytes(velmaro.Id());
 };
 
 TEST_F(MemoryTest, TextsAreTheFiguresOfTheSystem) {
@@ -74,8 +66,7 @@ TEST_F(MemoryTest, RunHoldsTwoMebibytesAStepAndGivesAllBackWhenItIsStopped) {
   const auto about = velmaro.Form();
   EXPECT_FALSE(::IsWindowEnabled(bar));
   const auto frame = Child(meter, L"Velmaro.Panel");
-  RECT gauge{};
-  RECT done{};
+  RECT gauge{}, done{};
   ::GetClientRect(frame, &gauge);
   ::GetClientRect(::GetWindow(frame, GW_CHILD), &done);
   const double step = static_cast<double>(target) * done.right / gauge.right;

@@ -10,7 +10,7 @@ struct Held {
 
 class SoakTest : public testing::Test {
  protected:
-  SoakTest() : velmaro(folder) { velmaro.Checks(); }
+  SoakTest() { velmaro.Checks(); }
   Held Holds() const {
     std::size_t windows = 0;
     for (const auto window : velmaro.Windows(false)) windows += 1 + Children(window).size();
@@ -29,7 +29,7 @@ class SoakTest : public testing::Test {
   }
 
   Folder folder;
-  Velmaro velmaro;
+  Velmaro velmaro{folder};
 };
 
 TEST_F(SoakTest, RefreshesAndPopups) {

@@ -2,24 +2,12 @@
 
 namespace {
 
-// Every top-level window, seen or not, that a program ever has while it lives.
-std::vector<std::wstring> WindowsInLifeOf(const Program& program) {
-  std::vector<std::wstring> seen;
-  while (program.Lives())
-    for (HWND window = nullptr; (window = ::FindWindowExW(nullptr, window, nullptr, nullptr));) {
-      DWORD process = 0;
-      ::GetWindowThreadProcessId(window, &process);
-      if (process == program.Id()) seen.push_back(ClassOf(window));
-    }
-  return seen;
-}
-
 TEST(StartTest, QuietRunsReachTheTargetAndNeverHaveAnyWindow) {
   const Folder folder;
   const auto probe = folder.Probe(L"Target.exe");
   const auto run = [&](const std::wstring& line) {
     const Velmaro velmaro(folder, line);
-    EXPECT_EQ(WindowsInLifeOf(velmaro), std::vector<std::wstring>());
+    while (velmaro.Lives()) ASSERT_TRUE(velmaro.Windows(false).empty());
     EXPECT_EQ(velmaro.ExitCode(), 0);
   };
   for (const auto& noProgram :
@@ -64,11 +52,10 @@ TEST(StartTest, ListsAndMemoryComeBeforeTheTarget) {
 TEST(StartTest, AttendedStartShowsAFilledList) {
   const Folder folder;
   const Velmaro velmaro(folder, L"  ");
-  const auto main = velmaro.Main();
   // What is asked from outside is answered before anything that the program put off until after its first picture.
   EXPECT_NE(velmaro.Row(L"\tvelmaro.exe"), L"");
   EXPECT_EQ(velmaro.Checks(), L"Auto Refresh|Real Time");
-  ::PostMessageW(main, WM_CLOSE, 0, 0);
+  ::PostMessageW(velmaro.Main(), WM_CLOSE, 0, 0);
   EXPECT_EQ(velmaro.ExitCode(), 0);
 }
 

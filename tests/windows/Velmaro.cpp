@@ -13,21 +13,17 @@ std::wstring WithoutMarks(std::wstring text) {
   return text.substr(0, text.find(L'\t'));
 }
 
-// The library that answers inside the program. Without it most tests would wait in vain, so its lack ends them at once.
-HMODULE Library() {
-  static const auto library = ::LoadLibraryW(Beside(L"inside.dll").c_str());
-  if (!library) throw std::runtime_error("inside.dll could not be loaded");
-  return library;
-}
-
 // Asks the library inside the program.
 std::wstring MenuLines(HWND window) {
   const OwnedHandle memory(
       ::CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, sizeof(MenuAnswer), MenuQuestion));
   auto* const answer = static_cast<MenuAnswer*>(::MapViewOfFile(memory.get(), FILE_MAP_WRITE, 0, 0, 0));
-  const auto inside = reinterpret_cast<HOOKPROC>(reinterpret_cast<void*>(::GetProcAddress(Library(), "Answer")));
+  // Without it most tests would wait in vain, so its lack ends them at once.
+  static const auto library = ::LoadLibraryW(Beside(L"inside.dll").c_str());
+  if (!library) throw std::runtime_error("inside.dll could not be loaded");
+  const auto inside = reinterpret_cast<HOOKPROC>(reinterpret_cast<void*>(::GetProcAddress(library, "Answer")));
   // The system loads the library into the program when it first runs the hook there.
-  const auto hook = ::SetWindowsHookExW(WH_CALLWNDPROC, inside, Library(), ::GetWindowThreadProcessId(window, nullptr));
+  const auto hook = ::SetWindowsHookExW(WH_CALLWNDPROC, inside, library, ::GetWindowThreadProcessId(window, nullptr));
   ::SendMessageW(window, ::RegisterWindowMessageW(MenuQuestion), 0, 0);
   ::UnhookWindowsHookEx(hook);
   std::wstring text = *answer;
