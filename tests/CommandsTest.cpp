@@ -80,14 +80,10 @@ TEST_F(Commands, TheRightButtonMarksTheClassOfTheRowAndOpensThePopup) {
   EXPECT_EQ(desktop.popups.size(), 6U);
 }
 
-class WindowCommands : public OnDesktop {
- protected:
-  platform::WindowHandle game = desktop.AddWindow("Game");
-  platform::WindowHandle hidden = desktop.AddWindow("Tray helper", false);
-  platform::WindowHandle nameless = desktop.AddWindow("");
-};
-
-TEST_F(WindowCommands, EachCommandPlacesTheSelectedWindow) {
+TEST_F(Commands, InTheViewOfWindowsEachPlacesTheSelectedOne) {
+  const auto game = desktop.AddWindow("Game");
+  const auto hidden = desktop.AddWindow("Tray helper", false);
+  desktop.AddWindow("");
   auto& form = Start();
   EXPECT_TRUE(form.mnuOptionsMain.Visible() && !form.mnuWOptionsMain.Visible());
   Press(form.Option1[6]);
@@ -119,7 +115,7 @@ TEST_F(WindowCommands, EachCommandPlacesTheSelectedWindow) {
   EXPECT_TRUE(desktop.WindowOf(hidden).visible);
   TypeKey(form, 'H', ShiftKey::Ctrl);
   EXPECT_THROW(Choose(form.mnuOptions[1]), std::logic_error);
-  EXPECT_EQ(Checked(form), Texts{"Real Time"}) << "the other menu is out of reach";
+  EXPECT_EQ(State(form), "Real Time 2, row 2 of 3") << "the other menu is out of reach";
   // A window that has gone is nobody's fault.
   desktop.windows.clear();
   Choose(form.mnuWOption[4]);

@@ -202,7 +202,8 @@ TEST_F(Editor, HelpStandsOnTheButtonAsABalloonAndInABox) {
       EXPECT_EQ(std::tuple(tip.owner, tip.style, tip.title, tip.icon),
                 std::tuple(form.btnHelp.hWnd(), 67U, "Settings", 1U));
       const auto& rect = tip.tool.value().rect;
-      EXPECT_EQ(std::tuple(tip.tool->lpszText, tip.tool->uFlags, rect.right, rect.bottom), std::tuple(help, 16U, 25, 23));
+      EXPECT_EQ(std::tuple(tip.tool->lpszText, tip.tool->uFlags, rect.right, rect.bottom),
+                std::tuple(help, 16U, 25, 23));
       desktop.GoToAnotherProgram();
       Activate(form);
     }

@@ -74,18 +74,11 @@ class OnDesktop : public testing::Test, protected Program {
     return rows;
   }
 
-  // The captions of the options that are checked; exactly one should be.
-  static Texts Checked(const formVelmaro& form) {
-    Texts checked;
-    for (const auto& entry : form.mnuOptions)
-      if (entry.Checked()) checked.push_back(entry.Caption());
-    return checked;
-  }
-
   // The checked option, its number, and the selected row: "High 1, row 0 of 5".
   static std::string State(const formVelmaro& form) {
     std::string text;
-    for (const auto& caption : Checked(form)) text += caption + ' ';
+    for (const auto& entry : form.mnuOptions)
+      if (entry.Checked()) text += entry.Caption() + ' ';
     return text + std::to_string(form.PriorityChoice) + ", row " + std::to_string(form.List1.ListIndex()) + " of " +
            std::to_string(form.List1.ListCount());
   }

@@ -9,6 +9,15 @@ class KillLists : public OnDesktop {
  protected:
   KillLists() { NoKillListPath = NoKillList; }
 
+  // Each case is a no-kill list and the name that it lets end or doesn't.
+  void ExpectEnded(bool ended, const Texts& cases) {
+    for (const auto& text : cases) {
+      const auto [bytes, name] = Sides(text);
+      desktop.files[NoKillList].bytes = bytes;
+      EXPECT_EQ(CanKillProcess(name), ended) << text;
+    }
+  }
+
   // A list of 2 entries and 3 processes, of which "mame.exe" is spared.
   formVelmaro& StartWithLists(const std::string& line = "") {
     for (const auto* name : {"game.exe", "mame.exe", "other.exe"}) desktop.AddProcess(name);
@@ -19,39 +28,25 @@ class KillLists : public OnDesktop {
 };
 
 TEST_F(KillLists, NoKillPatternsFitTheEndOfANameInAnyCase) {
-  const auto expectEnded = [&](bool ended, const Texts& cases) {
-    for (const auto& text : cases) {
-      const auto [bytes, name] = Sides(text);
-      desktop.files[NoKillList].bytes = bytes;
-      EXPECT_EQ(CanKillProcess(name), ended) << text;
-    }
-  };
-  expectEnded(false, {"explorer.exe => explorer.exe", R"(explorer.exe => C:\Windows\EXPLORER.EXE)",
+  ExpectEnded(false, {"explorer.exe => explorer.exe", R"(explorer.exe => C:\Windows\EXPLORER.EXE)",
                       "explorer.exe => myexplorer.exe", "EXPLORER.exe => explorer.exe", "explorer* => explorer.exe",
                       "*.exe => a.exe", "? => x", "nemu##.exe => nemu64.exe", "[a-c].exe => zb.exe",
                       "\xC3\x89.exe => \xC3\xA9.EXE", "\xFF.exe => a\xFF.exe", "  a.exe   => a.exe",
                       "a;b.exe => a;b.exe", "x\r\na.exe => a.exe", "x\ra.exe\ry => a.exe", "x\n a.exe => x\n a.exe",
                       "x\r\n\r\na.exe\r\n => a.exe", "a[].exe => a.exe"});
   // An invalid pattern protects everything, wherever it stands and whatever would fit before it fails.
-  expectEnded(false, {"[ => a.exe", "x\r\n zzz[ab => a.exe", "[z-a] => q", "q[b-a] => a.exe"});
-  expectEnded(true, {"explorer => explorer.exe", "*.exe => a.dat", "? => ", "nemu#.exe => nemux.exe",
+  ExpectEnded(false, {"[ => a.exe", "x\r\n zzz[ab => a.exe", "[z-a] => q", "q[b-a] => a.exe"});
+  ExpectEnded(true, {"explorer => explorer.exe", "*.exe => a.dat", "? => ", "nemu#.exe => nemux.exe",
                      "[!a-c].exe => zb.exe", "\ta.exe => a.exe", ";a.exe => a.exe", "   ; a.exe => a.exe",
                      "      => a.exe", "x\na.exe => a.exe", "\r\n\r\n => a.exe", "; [ => a.exe", "x] => a.exe"});
 }
 
 TEST_F(KillLists, WhereNamesAreWholePartsOfPathsPatternsStillFitEveryEnd) {
   desktop.namesAreWholeParts = true;
-  const auto ends = [&](const std::string& text) {
-    const auto [bytes, name] = Sides(text);
-    desktop.files[NoKillList].bytes = bytes;
-    return CanKillProcess(name);
-  };
-  for (const auto* text : {R"(sh => \bin\SH)", R"(Bin\sh => \usr\bin\sh)", R"(\bin\sh => \usr\bin\sh)", "sh => sh",
-                           R"(*sh => \bin\bash)", R"(?sh => \bin\bash)", R"(as[h] => \bin\bash)",
-                           R"(\b*h => \bin\bash)", R"(a* => \bin\bash)", R"([ => \bin\bash)", R"(s# => \bin\bas1)"})
-    EXPECT_FALSE(ends(text)) << text;
-  for (const auto* text : {R"(sh => \bin\bash)", R"(in\sh => \bin\sh)", R"(bin => \bin\sh)", R"(b? => \bin\bash)"})
-    EXPECT_TRUE(ends(text)) << text;
+  ExpectEnded(false, {R"(sh => \bin\SH)", R"(Bin\sh => \usr\bin\sh)", R"(\bin\sh => \usr\bin\sh)", "sh => sh",
+                      R"(*sh => \bin\bash)", R"(?sh => \bin\bash)", R"(as[h] => \bin\bash)", R"(\b*h => \bin\bash)",
+                      R"(a* => \bin\bash)", R"([ => \bin\bash)", R"(s# => \bin\bas1)"});
+  ExpectEnded(true, {R"(sh => \bin\bash)", R"(in\sh => \bin\sh)", R"(bin => \bin\sh)", R"(b? => \bin\bash)"});
   for (const auto* known : {"bleem.exe", "snes9xw.exe", "mame32.exe", "dboy.exe", "pcsx.exe", "vivanonno.exe"})
     EXPECT_TRUE(IsKnownEmulator(known) && !IsKnownEmulator(known + 1)) << known;
 }

@@ -55,25 +55,4 @@ TEST_P(Layout, AWindowBelowItsLimitsSpringsBackUnlessItIsMinimized) {
 INSTANTIATE_TEST_SUITE_P(AtResolutions, Layout, testing::Values(15.0F, 10.0F),
                          [](const auto& info) { return info.param == 15 ? "Dpi96" : "Dpi144"; });
 
-class MainWindow : public OnDesktop {};
-
-TEST_F(MainWindow, ExitEndsTheProgramAndAnyOtherKeyOpensWhatItSays) {
-  auto& form = Start();
-  const auto opens = [&](int key, const std::string& caption) {
-    bool opened = false;
-    desktop.Then([&] {
-      opened = FrontForm().Caption() == caption;
-      TypeKey(FrontForm(), Key::Escape);
-    });
-    TypeKey(form, key, ShiftKey::Ctrl);
-    EXPECT_TRUE(opened) << caption;
-  };
-  opens('R', "Velmaro Launcher");
-  opens('F', form.Caption());
-  desktop.Then([&] { Choose(form.mnuFileExit); });
-  application.Run();
-  EXPECT_EQ(desktop.livePeers, 0);
-  EXPECT_TRUE(application.Forms().empty() && desktop.boxes.empty());
-}
-
 }  // namespace

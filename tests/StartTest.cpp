@@ -12,14 +12,7 @@ Texts Started(const Desktop& desktop) {
   return texts;
 }
 
-class Starting : public OnDesktop {
- protected:
-  void ExpectUnattended(const formVelmaro& form) const {
-    EXPECT_TRUE(application.Ended());
-    EXPECT_FALSE(Shows(form) || form.hWnd() != 0);
-    EXPECT_FALSE(form.Unloaded()) << "nobody is asked at this end";
-  }
-};
+class Starting : public OnDesktop {};
 
 TEST_F(Starting, AnEmptyLineBringsUpTheWindow) {
   desktop.AddProcess("a.exe");
@@ -32,7 +25,7 @@ TEST_F(Starting, AnEmptyLineBringsUpTheWindow) {
   EXPECT_EQ(form.KillListPath + NoKillListPath, "C:\\killlist.txtC:\\nokilllist.txt");
   EXPECT_EQ(desktop.snapshotsTaken, 1);
   desktop.Then([&] { EXPECT_TRUE(Shows(form)); });
-  desktop.Then([&] { CloseBox(form); });
+  desktop.Then([&] { Choose(form.mnuFileExit); });
   application.Run();
   EXPECT_EQ(desktop.livePeers + application.ExitCode(), 0);
 }
@@ -51,7 +44,8 @@ TEST_F(Starting, AQuietLineDoesItsWorkInOrderWithoutAnyWindow) {
     desktop.AddProcess("GAME.exe");
     return 42;
   };
-  ExpectUnattended(Start("/q /max /h /x \"Game Console\" /y D:\\keep.txt /k \"my list.txt\" game.exe -full"));
+  const auto& form = Start("/q /max /h /x \"Game Console\" /y D:\\keep.txt /k \"my list.txt\" game.exe -full");
+  EXPECT_TRUE(application.Ended() && !form.Unloaded()) << "nobody is asked at this end";
   EXPECT_EQ(desktop.peersMade, 0);
   EXPECT_TRUE(desktop.boxes.empty());
   EXPECT_EQ(Started(desktop), (Texts{"ShellExecuteA:game.exe -full:3", "WinExec:game.exe -full:3"}));
@@ -67,7 +61,7 @@ TEST_F(Starting, SwitchesWithoutATargetActAndLeaveTheWindow) {
   desktop.files["C:\\Velmaro\\a.txt"].bytes = "chat.exe";
   desktop.memory.available = desktop.memory.total - (4U << 20);
   desktop.Answer(6, [&] { EXPECT_EQ(desktop.peersMade, 0); });
-  desktop.Then([&] { EXPECT_EQ(Checked(application.Default<formVelmaro>()), Texts{"Real Time"}) << "/h comes later"; });
+  desktop.Then([&] { EXPECT_TRUE(application.Default<formVelmaro>().mnuOptions[2].Checked()) << "/h comes later"; });
   auto& form = Start("/h /m /x Game /max /k a.txt");
   EXPECT_EQ(Ended(), Texts{"chat.exe"});
   EXPECT_EQ(desktop.memory.peakBlocks, 3U);
@@ -81,16 +75,17 @@ TEST_F(Starting, TheHelpTellsEverySwitchAndNothingElseIsDone) {
   desktop.files[KillList].bytes = "chat.exe";
   Start("/q /? /k /m game.exe");
   application.Run();
-  ExpectLastBox("Command line switches:\r\n/? = This window.\r\n"
-                "/q = Quiet - Do not confirm or show new status pop up.\r\n"
-                "/max = Execute programs maximized.\r\n/min = Execute programs minimized.\r\n"
-                "/hide = Execute programs hidden.\r\n/normal = Execute programs in normal window (default).\r\n"
-                "/m = Free memory before execute.\r\n"
-                "/k [file.txt] = Kill a list of windows before execute programs.\r\n"
-                "/y [file.txt] = List of windows that should not be killed.\r\n"
-                "/i = Set program process idle.\r\n/h = Set program process high priority.\r\n"
-                "/x [window title] = Hide window by title",
-                Tells);
+  ExpectLastBox(
+      "Command line switches:\r\n/? = This window.\r\n"
+      "/q = Quiet - Do not confirm or show new status pop up.\r\n"
+      "/max = Execute programs maximized.\r\n/min = Execute programs minimized.\r\n"
+      "/hide = Execute programs hidden.\r\n/normal = Execute programs in normal window (default).\r\n"
+      "/m = Free memory before execute.\r\n"
+      "/k [file.txt] = Kill a list of windows before execute programs.\r\n"
+      "/y [file.txt] = List of windows that should not be killed.\r\n"
+      "/i = Set program process idle.\r\n/h = Set program process high priority.\r\n"
+      "/x [window title] = Hide window by title",
+      Tells);
   EXPECT_TRUE(application.Ended() && desktop.starts.empty() && Ended().empty() && desktop.peersMade == 0);
   EXPECT_EQ(application.ExitCode() + static_cast<int>(desktop.memory.claims), 0);
 }
@@ -119,35 +114,29 @@ TEST(StartingLines, WithoutAnythingToShowWindowsOnTheWorkIsDoneAndTheProgramEnds
   }
 }
 
-TEST(StartingLines, PriorityAndWindowStyleReachTheTarget) {
-  const auto started = [](const std::string& switches) {
-    Program program;
-    auto& game = program.desktop.ProcessById(program.desktop.AddProcess("game.exe"));
-    program.desktop.files[KillList].bytes = "; nothing";
-    program.Start("/q " + switches + " game");
-    return std::to_string(game.classSet) + ", " + std::to_string(program.desktop.starts.at(0).show);
-  };
-  ExpectEach(started, {" => 256, 1", "/h => 128, 1", "/i /h => 64, 1", "/h /k => 128, 1", "/k => 256, 1",
-                       "/min => 256, 2", "/hide /max => 256, 0", "/max /i => 64, 3"});
-}
-
-TEST(StartingLines, ProcessNameIsCutFromTheTarget) {
+TEST(StartingLines, TheTargetIsStartedAndItsProcessFoundByAPartOfIt) {
   const Texts running = {"C:\\Emu\\epsxe.exe", "psx.exe",        "mame.exe", "tnkxfs.dat", "Program.exe", "old.exe",
                          "a.txt.exe",          "readme.dat.exe", "x.data"};
-  const auto changed = [&](const std::string& target) {
+  // The process whose class was set, that class, and how the target was to show.
+  const auto started = [&](const std::string& line) {
     Program program;
     for (const auto& process : running) program.desktop.AddProcess(process);
-    program.Start("/q " + target);
-    std::string names;
+    program.desktop.files[KillList].bytes = "; nothing";
+    program.Start("/q " + line);
+    std::string text;
     for (const auto& process : program.desktop.processes)
-      if (process.classSet != 0) names += process.name;
-    return names;
+      if (process.classSet != 0) text += process.name + ' ' + std::to_string(process.classSet) + ' ';
+    return text + std::to_string(program.desktop.starts.at(0).show);
   };
-  ExpectEach(changed, {R"(C:\Emu\epsxe.exe -nogui => C:\Emu\epsxe.exe)",
-                       R"("C:\Emu\ePSXe.EXE" -nogui => C:\Emu\epsxe.exe)", R"("C:\Emu\psx" -nogui => psx.exe)",
-                       "MAME => mame.exe", "mame a.dat => mame.exe", "TNKXFS.dat => tnkxfs.dat", "readme.dat => ",
-                       R"(C:\Program Files\app => Program.exe)", R"("C:\Program Files\app" => Program.exe)",
-                       R"(C:\old.exe.d\mame.exe => old.exe)", "a.txt => a.txt.exe", "x.data => "});
+  ExpectEach(
+      started,
+      {R"(C:\Emu\epsxe.exe -nogui => C:\Emu\epsxe.exe 256 1)", R"("C:\Emu\ePSXe.EXE" -nogui => C:\Emu\epsxe.exe 256 1)",
+       R"("C:\Emu\psx" -nogui => psx.exe 256 1)", "MAME => mame.exe 256 1", "mame a.dat => mame.exe 256 1",
+       "TNKXFS.dat => tnkxfs.dat 256 1", R"(C:\Program Files\app => Program.exe 256 1)",
+       R"("C:\Program Files\app" => Program.exe 256 1)", R"(C:\old.exe.d\mame.exe => old.exe 256 1)",
+       "a.txt => a.txt.exe 256 1", "readme.dat => 1", "x.data => 1", "/h mame => mame.exe 128 1",
+       "/i /h mame => mame.exe 64 1", "/h /k mame => mame.exe 128 1", "/k mame => mame.exe 256 1",
+       "/min mame => mame.exe 256 2", "/hide /max mame => mame.exe 256 0", "/max /i mame => mame.exe 64 3"});
 }
 
 const std::string Station = "Connectix Virtual Game Station";
