@@ -1,6 +1,7 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <pty.h>
+#include <sys/ioctl.h>
 
 #include <set>
 
@@ -83,7 +84,12 @@ TEST_F(LinuxStarts, AStartThatIsWatchedLeavesItsProgramAlone) {
   const auto program = folder.Sleeper("home/max/kind/zzstart");
   const int leak = ::open("/etc/passwd", O_RDONLY);
   ::dup2(leak, STDIN_FILENO);
-  EXPECT_EQ(RunProgram({"/h", program, "300"}), 0);
+  const auto inTerminal = [] {
+    int master = -1, terminal = -1;
+    return ::openpty(&master, &terminal, nullptr, nullptr, nullptr) == 0 && ::setsid() > 0 &&
+           ::ioctl(terminal, TIOCSCTTY, 0) == 0;
+  };
+  EXPECT_EQ(Ended(StartProgram({"/h", program, "300"}, inTerminal)), 0);
   const auto id = Running(program);
   ASSERT_NE(id, 0);
   EXPECT_EQ(Listed(id).value().pcPriClassBase, MayRaise() ? 13 : OwnBase());
