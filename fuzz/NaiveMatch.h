@@ -6,6 +6,8 @@
 #include <vector>
 
 #include "platform/machine.h"
+#include "runtime/Failures.h"
+#include "runtime/Text.h"
 
 namespace naive {
 
@@ -34,6 +36,15 @@ inline std::optional<bool> Holds(const Characters& pattern, std::size_t from, st
     inside = inside || (NotAfter(first, wanted) && NotAfter(wanted, pattern[i]));
   }
   return inside != negated;
+}
+
+// What WildcardMatch says; nothing where it fails.
+inline std::optional<bool> Tested(std::string_view text, std::string_view pattern) {
+  try {
+    return velmaro::WildcardMatch(text, pattern);
+  } catch (const velmaro::RuntimeError&) {
+    return std::nullopt;
+  }
 }
 
 // A second WildcardMatch that keeps, piece by piece, every place of the text that the pattern so far can reach. Nothing

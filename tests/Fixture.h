@@ -16,12 +16,6 @@ namespace velmaro {
 
 using Texts = std::vector<std::string>;
 
-// Both lists, one behind the other.
-inline Texts operator+(Texts first, const Texts& second) {
-  first.insert(first.end(), second.begin(), second.end());
-  return first;
-}
-
 // Where the lists lie that no switch names.
 inline const std::string KillList = "C:\\Velmaro\\killlist.txt";
 inline const std::string NoKillList = "C:\\Velmaro\\nokilllist.txt";
@@ -93,9 +87,8 @@ class OnDesktop : public testing::Test, protected Program {
   // Looks at the box that was shown last.
   void ExpectLastBox(const std::string& text, std::uint32_t flags, const std::string& title = "Velmaro") const {
     ASSERT_FALSE(desktop.boxes.empty());
-    EXPECT_EQ(desktop.boxes.back().text, text);
-    EXPECT_EQ(desktop.boxes.back().flags, flags);
-    EXPECT_EQ(desktop.boxes.back().title, title);
+    const auto& box = desktop.boxes.back();
+    EXPECT_EQ(std::tuple(box.text, box.flags, box.title), std::tuple(text, flags, title));
   }
 
   void TearDown() override {

@@ -18,12 +18,7 @@ class Layout : public OnDesktop, public testing::WithParamInterface<float> {
         {&form.btnLaunch, {width - 3420, list + 480, 1050, 840}},
         {&form.btnVelmaro, {width - 4515, list + 480, 1095, 840}},
     };
-    for (const auto& [control, place] : places) {
-      const auto& at = control->At();
-      const auto off = std::abs(at.Left - place.Left) + std::abs(at.Top - place.Top) +
-                       std::abs(at.Width - place.Width) + std::abs(at.Height - place.Height);
-      EXPECT_LT(off, 0.01) << control->Caption();
-    }
+    for (const auto& [control, place] : places) EXPECT_EQ(control->At(), place) << control->Caption();
   }
 };
 

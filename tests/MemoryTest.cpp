@@ -9,10 +9,6 @@ class Memory : public OnDesktop {
  protected:
   // So many MB are in use, of 512.
   void Use(std::uint64_t megabytes) { desktop.memory.available = desktop.memory.total - megabytes * MB; }
-  formFreeMem& Open() {
-    Choose(Start().mnuFileFreeMem);
-    return application.Default<formFreeMem>();
-  }
 };
 
 TEST_F(Memory, MeterShowsTheFiguresEverywhere) {
@@ -45,7 +41,8 @@ TEST_F(Memory, MeterShowsTheFiguresEverywhere) {
 
 TEST_F(Memory, TicksAndClicksRefreshAndTheSliderOnlyFollowsDown) {
   Use(100);
-  auto& form = Open();
+  Choose(Start().mnuFileFreeMem);
+  auto& form = application.Default<formFreeMem>();
   Choose(application.Default<formVelmaro>().mnuFileFreeMem);
   EXPECT_EQ(&FrontForm(), &form) << "it shows already, and comes to the front";
   Use(60);
@@ -77,7 +74,8 @@ TEST_F(Memory, TicksAndClicksRefreshAndTheSliderOnlyFollowsDown) {
 
 TEST_F(Memory, ARunShowsItsProgressAndGivesEverythingBack) {
   Use(100);
-  auto& form = Open();
+  Choose(Start().mnuFileFreeMem);
+  auto& form = application.Default<formFreeMem>();
   Slide(form.HScroll1, 4);
   std::vector<void*> blocks;
   for (int step = 1; step <= 4; ++step)

@@ -1,6 +1,5 @@
 #include "Drive.h"
 
-#include <fstream>
 #include <iterator>
 #include <sstream>
 #include <stdexcept>
@@ -77,10 +76,6 @@ Folder::~Folder() {
 std::wstring Folder::Probe(const std::wstring& name) const {
   std::filesystem::copy_file(Beside(L"probe.exe"), path_ / name);
   return Path(name);
-}
-
-void Folder::Write(const std::wstring& name, const std::string& bytes) const {
-  std::ofstream(path_ / name, std::ios::binary) << bytes;
 }
 
 std::string Folder::Read(const std::wstring& name) const {
@@ -192,10 +187,6 @@ HWND Focus(HWND window) {
   return info.hwndFocus;
 }
 
-bool Gone(HWND window) {
-  return Until([&] { return !::IsWindowVisible(window); });
-}
-
 void Press(HWND button) {
   if (!button) throw std::runtime_error("there is no such button");
   ::PostMessageW(button, BM_CLICK, 0, 0);
@@ -219,10 +210,10 @@ void Keys(std::initializer_list<int> keys, int with) {
   if (with) SendKey(with, KEYEVENTF_KEYUP);
 }
 
-void Click(HWND window, DWORD down, int times, const POINT* at) {
+void Click(HWND window, DWORD down, int times, std::optional<POINT> at) {
   RECT client;
   ::GetClientRect(window, &client);
-  POINT point = at ? *at : POINT{client.right / 2, client.bottom / 2};
+  auto point = at.value_or(POINT{client.right / 2, client.bottom / 2});
   ::ClientToScreen(window, &point);
   SendMouse(point, 0);
   for (int i = 0; i < times; ++i) {
@@ -234,8 +225,7 @@ void Click(HWND window, DWORD down, int times, const POINT* at) {
 void ClickRow(HWND list, int row, DWORD down, int times) {
   RECT place{};
   ::SendMessageW(list, LB_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&place));
-  const POINT point{place.left + 20, (place.top + place.bottom) / 2};
-  Click(list, down, times, &point);
+  Click(list, down, times, POINT{place.left + 20, (place.top + place.bottom) / 2});
 }
 
 }  // namespace drive

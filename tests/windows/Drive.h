@@ -4,9 +4,11 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <fstream>
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -36,7 +38,9 @@ class Folder {
   std::wstring Path(const std::wstring& name) const { return (path_ / name).wstring(); }
   // Puts a copy of the probe in, under a name of its own, and gives its path.
   std::wstring Probe(const std::wstring& name) const;
-  void Write(const std::wstring& name, const std::string& bytes) const;
+  void Write(const std::wstring& name, const std::string& bytes) const {
+    std::ofstream(path_ / name, std::ios::binary) << bytes;
+  }
   std::string Read(const std::wstring& name) const;
 
  private:
@@ -91,7 +95,28 @@ struct Report {
 Report ReportOf(const std::wstring& probe);
 Program StartProbe(const std::wstring& probe, const std::wstring& line = {});
 
-// A message box that stands open.
+std::wstring Text(HWND window);
+std::wstring ClassOf(HWND window);
+// All that stand in a window, at any depth.
+std::vector<HWND> Children(HWND parent);
+// The first of them of a class whose text begins with a text.
+HWND Child(HWND parent, const std::wstring& windowClass, const std::wstring& text = {});
+// The control that has the keyboard in a window's program.
+HWND Focus(HWND window);
+// Waits until a window is gone, and tells whether it went.
+inline bool Gone(HWND window) {
+  return Until([&] { return !::IsWindowVisible(window); });
+}
+void Press(HWND button);
+// Brings a window to the front and waits until the keyboard is its own.
+void Front(HWND window);
+// Types real keys into the window in front, one after the other; `with` is held meanwhile.
+void Keys(std::initializer_list<int> keys, int with = 0);
+// Presses and releases a real mouse button on a point of a window: at its middle where none is given.
+void Click(HWND window, DWORD down = MOUSEEVENTF_LEFTDOWN, int times = 1, std::optional<POINT> at = {});
+// Presses a real mouse button on the selected row of a list.
+void ClickRow(HWND list, int row, DWORD down = MOUSEEVENTF_LEFTDOWN, int times = 1);
+
 struct Box {
   HWND window = nullptr;
   std::wstring title;
@@ -111,7 +136,6 @@ struct Entry {
   std::wstring text;
 };
 
-// velmaro.exe of a folder, started attended or not.
 class Velmaro : public Program {
  public:
   explicit Velmaro(const Folder& folder, const std::wstring& line = {}) : Program(folder.Path(L"velmaro.exe"), line) {}
@@ -119,16 +143,16 @@ class Velmaro : public Program {
   HWND Main() const;
   // The uppermost other form, once one shows.
   HWND Form() const;
-  HWND List() const;
+  HWND List() const { return Child(Main(), L"LISTBOX"); }
   std::vector<std::wstring> Rows() const;
   // The first row that ends with a text, empty where there is none.
   std::wstring Row(const std::wstring& ending) const;
-  int Selected() const;
+  int Selected() const { return static_cast<int>(::SendMessageW(List(), LB_GETCURSEL, 0, 0)); }
   // Selects the first row that ends with a text; false where there is none.
   bool Select(const std::wstring& ending) const;
-  void Press(const std::wstring& caption) const;
+  void Press(const std::wstring& caption) const { drive::Press(Child(Main(), L"BUTTON", caption)); }
   // Refreshes the list and waits until it is filled anew.
-  void Refresh() const;
+  void Refresh() const { ::SendMessageW(Child(Main(), L"BUTTON", L"&Refresh"), BM_CLICK, 0, 0); }
 
   // The entries of the menu bar, or of the popup that is open.
   std::vector<Entry> Menu(HWND window = nullptr) const;
@@ -143,26 +167,6 @@ class Velmaro : public Program {
  private:
   mutable HWND main_ = nullptr;
 };
-
-std::wstring Text(HWND window);
-std::wstring ClassOf(HWND window);
-// All that stand in a window, at any depth.
-std::vector<HWND> Children(HWND parent);
-// The first of them of a class whose text begins with a text.
-HWND Child(HWND parent, const std::wstring& windowClass, const std::wstring& text = {});
-// The control that has the keyboard in a window's program.
-HWND Focus(HWND window);
-// Waits until a window is gone, and tells whether it went.
-bool Gone(HWND window);
-void Press(HWND button);
-// Brings a window to the front and waits until the keyboard is its own.
-void Front(HWND window);
-// Types real keys into the window in front, one after the other; `with` is held meanwhile.
-void Keys(std::initializer_list<int> keys, int with = 0);
-// Presses and releases a real mouse button on a point of a window: at its middle where none is given.
-void Click(HWND window, DWORD down = MOUSEEVENTF_LEFTDOWN, int times = 1, const POINT* at = nullptr);
-// Presses a real mouse button on the selected row of a list.
-void ClickRow(HWND list, int row, DWORD down = MOUSEEVENTF_LEFTDOWN, int times = 1);
 
 // The settings of the program, of which none stand there at first.
 class Settings {

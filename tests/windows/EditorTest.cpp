@@ -50,20 +50,19 @@ TEST_F(EditorTest, FileComesBackByteForByte) {
 
 TEST_F(EditorTest, ASaveGoesWhereItCanAndHarmsNoOtherFile) {
   const auto path = folder.Path(L"killlist.txt");
-  const auto save = [&] { return Save(L"z"); };
   folder.Write(L"killlist.txt.tmp", "own");
   folder.Write(L"killlist.txt", "held");
   {
     // Another program shares the file for reading and writing alone, so that it can't be replaced.
     const OwnedHandle held(::CreateFileW(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
                                          OPEN_EXISTING, 0, nullptr));
-    EXPECT_EQ(save(), "heldz");
+    EXPECT_EQ(Save(L"z"), "heldz");
   }
   ::SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_READONLY);
-  EXPECT_EQ(save(), "heldz") << "it is marked read-only";
+  EXPECT_EQ(Save(L"z"), "heldz") << "it is marked read-only";
   ::SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
   folder.Write(L"killlist.txt", std::string("\xFF\xFE\x3D\xD8\x00\xDE", 6));
-  EXPECT_EQ(save(), std::string("\xFF\xFE\x3D\xD8\x00\xDEz\0", 8));
+  EXPECT_EQ(Save(L"z"), std::string("\xFF\xFE\x3D\xD8\x00\xDEz\0", 8));
   // More than any memory holds.
   const LARGE_INTEGER length{.QuadPart = 200LL << 30};
   const OwnedHandle large(::CreateFileW(path.c_str(), GENERIC_WRITE, 7, nullptr, OPEN_EXISTING, 0, nullptr));
@@ -127,8 +126,7 @@ TEST_F(EditorTest, BalloonExplainsTheList) {
     return balloon != nullptr;
   }));
   Front(editor);
-  POINT beside{-40, 5};
-  Click(Child(editor, L"BUTTON", L"?"), 0, 0, &beside);
+  Click(Child(editor, L"BUTTON", L"?"), 0, 0, POINT{-40, 5});
   Click(Child(editor, L"BUTTON", L"?"), 0, 0);
   EXPECT_TRUE(Until([&] { return ::IsWindowVisible(balloon) != FALSE; })) << "the system shows none without a text";
   Leave(L"&Cancel");

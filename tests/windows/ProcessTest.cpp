@@ -94,11 +94,9 @@ TEST_F(ProcessTest, PopupOpensAtTheClassOfTheRowAndSetsAnother) {
   EXPECT_TRUE(entries[1].checked);
   EXPECT_EQ(entries[4].text, L"Terminate Process\tDel");
   // The button that opened it does not choose.
-  const POINT entry{40, 30};
-  Click(popup, MOUSEEVENTF_RIGHTDOWN, 1, &entry);
+  Click(popup, MOUSEEVENTF_RIGHTDOWN, 1, POINT{40, 30});
   // Off the popup: under the pointer, another entry would be marked.
-  const POINT away{-30, -30};
-  Click(velmaro.Main(), 0, 0, &away);
+  Click(velmaro.Main(), 0, 0, POINT{-30, -30});
   const auto marked = [&] {
     const auto shown = velmaro.Menu(popup);
     return std::ranges::find_if(shown, &Entry::marked) - shown.begin();

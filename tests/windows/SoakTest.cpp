@@ -2,16 +2,11 @@
 
 namespace {
 
-struct Held {
-  std::size_t windows;
-  DWORD handles;
-  std::size_t bytes;
-};
-
 class SoakTest : public testing::Test {
  protected:
   SoakTest() { velmaro.Checks(); }
-  Held Holds() const {
+  // The windows, the handles and the memory that the program holds.
+  std::tuple<std::size_t, DWORD, std::size_t> Holds() const {
     std::size_t windows = 0;
     for (const auto window : velmaro.Windows(false)) windows += 1 + Children(window).size();
     return {windows, Handles(velmaro.Id()), PrivateBytes(velmaro.Id())};
@@ -20,12 +15,12 @@ class SoakTest : public testing::Test {
   void Repeat(int rounds, const std::function<void()>& round) const {
     if (::GetEnvironmentVariableW(L"VELMARO_SOAK", nullptr, 0) > 0) rounds *= 7;
     for (int i = 0; i < 10; ++i) round();
-    const auto before = Holds();
+    const auto [windows, handles, bytes] = Holds();
     for (int i = 10; i < rounds; ++i) round();
-    const auto after = Holds();
-    EXPECT_EQ(after.windows, before.windows);
-    EXPECT_LE(after.handles, before.handles + 2);
-    EXPECT_LE(after.bytes, before.bytes + before.bytes / 20 + 256U * 1024) << "from " << before.bytes;
+    const auto [windowsNow, handlesNow, bytesNow] = Holds();
+    EXPECT_EQ(windowsNow, windows);
+    EXPECT_LE(handlesNow, handles + 2);
+    EXPECT_LE(bytesNow, bytes + bytes / 20 + 256U * 1024) << "from " << bytes;
   }
 
   Folder folder;

@@ -58,8 +58,6 @@ HWND Velmaro::Form() const {
   return form;
 }
 
-HWND Velmaro::List() const { return Child(Main(), L"LISTBOX"); }
-
 std::vector<std::wstring> Velmaro::Rows() const {
   const auto list = List();
   std::vector<std::wstring> rows;
@@ -79,18 +77,12 @@ std::wstring Velmaro::Row(const std::wstring& ending) const {
   return {};
 }
 
-int Velmaro::Selected() const { return static_cast<int>(::SendMessageW(List(), LB_GETCURSEL, 0, 0)); }
-
 bool Velmaro::Select(const std::wstring& ending) const {
   const auto rows = Rows();
   const auto at = std::ranges::find_if(rows, [&](const auto& row) { return row.ends_with(ending); }) - rows.begin();
   ::SendMessageW(List(), LB_SETCURSEL, static_cast<WPARAM>(at), 0);
   return Selected() == at;
 }
-
-void Velmaro::Press(const std::wstring& caption) const { drive::Press(Child(Main(), L"BUTTON", caption)); }
-
-void Velmaro::Refresh() const { ::SendMessageW(Child(Main(), L"BUTTON", L"&Refresh"), BM_CLICK, 0, 0); }
 
 std::vector<Entry> Velmaro::Menu(HWND window) const {
   std::vector<Entry> entries;

@@ -115,12 +115,9 @@ TEST_F(WindowTest, OptionsMenusTakeTurnsWithTheirShortcuts) {
 }
 
 TEST_F(WindowTest, KeyboardAloneReachesEverything) {
-  ::SetForegroundWindow(velmaro.Main());
   const auto focus = [&] { return Focus(velmaro.Main()); };
-  ::PostMessageW(velmaro.List(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
-  ::PostMessageW(velmaro.List(), WM_LBUTTONUP, 0, MAKELPARAM(5, 5));
+  Click(velmaro.List());
   ASSERT_TRUE(Until([&] { return focus() == velmaro.List(); }));
-  Front(velmaro.Main());
   for (const auto caption : {L"Velmaro!", L"&Launch...", L"Free &Mem", L"Free Resources", L"&All", L"&Refresh"}) {
     Keys({VK_TAB});
     EXPECT_TRUE(Until([&] { return Text(focus()) == caption; }, 2000)) << caption << ", not " << Text(focus());
