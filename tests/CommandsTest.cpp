@@ -9,8 +9,7 @@ class Commands : public OnDesktop {
 };
 
 TEST_F(Commands, TheListShowsWhatTheFirstProcessOfThatNameReallyGot) {
-  desktop.AddProcess("e.exe");
-  desktop.AddProcess("a]\tb.exe");
+  Run({"8 e.exe", "8 a]\tb.exe"});
   auto& form = Start("/q");
   desktop.realTimeAllowed = false;
   desktop.ProcessNamed("ten.exe").denied = true;

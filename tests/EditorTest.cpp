@@ -5,8 +5,6 @@
 
 namespace {
 
-using namespace std::string_literals;
-
 constexpr int Yes = 6, No = 7, Cancel = 2;
 
 class Editor : public OnDesktop {

@@ -105,5 +105,6 @@ class OnDesktop : public testing::Test, protected Program {
 }  // namespace velmaro
 
 // Tests speak of the program and of its user.
+using namespace std::string_literals;
 using namespace velmaro;
 using namespace simulated;

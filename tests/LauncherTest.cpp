@@ -67,7 +67,6 @@ TEST_F(Launcher, BrowsePutsThePathIntoTheField) {
     Press(form.btnCancel);
   });
   const auto& dialog = desktop.openDialogs[0];
-  using namespace std::string_literals;
   EXPECT_EQ(dialog.lpstrFilter, "Applications\0*.exe\0All files (*.*)\0*.*\0"s);
   EXPECT_EQ(dialog.lpstrTitle + dialog.lpstrInitialDir, "Browse");
   EXPECT_EQ(dialog.Flags, 4100U);

@@ -31,8 +31,7 @@ TEST_F(Starting, AnEmptyLineBringsUpTheWindow) {
 }
 
 TEST_F(Starting, AQuietLineDoesItsWorkInOrderWithoutAnyWindow) {
-  desktop.AddProcess("chat.exe");
-  desktop.AddProcess("saved.exe");
+  Run({"8 chat.exe", "8 saved.exe"});
   const auto longer = desktop.AddWindow("Game Console 2");
   const auto window = desktop.AddWindow("Game Console");
   desktop.files["C:\\Velmaro\\my list.txt"].bytes = "chat.exe\r\nsaved.exe";
@@ -76,12 +75,10 @@ TEST_F(Starting, TheHelpTellsEverySwitchAndNothingElseIsDone) {
   Start("/q /? /k /m game.exe");
   application.Run();
   ExpectLastBox(
-      "Command line switches:\r\n/? = This window.\r\n"
-      "/q = Quiet - Do not confirm or show new status pop up.\r\n"
+      "Command line switches:\r\n/? = This window.\r\n/q = Quiet - Do not confirm or show new status pop up.\r\n"
       "/max = Execute programs maximized.\r\n/min = Execute programs minimized.\r\n"
       "/hide = Execute programs hidden.\r\n/normal = Execute programs in normal window (default).\r\n"
-      "/m = Free memory before execute.\r\n"
-      "/k [file.txt] = Kill a list of windows before execute programs.\r\n"
+      "/m = Free memory before execute.\r\n/k [file.txt] = Kill a list of windows before execute programs.\r\n"
       "/y [file.txt] = List of windows that should not be killed.\r\n"
       "/i = Set program process idle.\r\n/h = Set program process high priority.\r\n"
       "/x [window title] = Hide window by title",

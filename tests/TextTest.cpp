@@ -86,7 +86,6 @@ TEST(Text, NumbersAreWrittenByTheirPattern) {
 }
 
 TEST(Text, LinesEndAtCrLfOrALoneCr) {
-  using namespace std::string_literals;
   simulated::Desktop desktop;
   // The lines of a file, with "|" behind each, the same however little the system reads at a time.
   const auto lines = [&](const std::string& bytes) {

@@ -114,7 +114,7 @@ void Front(HWND window);
 void Keys(std::initializer_list<int> keys, int with = 0);
 // Presses and releases a real mouse button on a point of a window: at its middle where none is given.
 void Click(HWND window, DWORD down = MOUSEEVENTF_LEFTDOWN, int times = 1, std::optional<POINT> at = {});
-// Presses a real mouse button on the selected row of a list.
+// Presses a real mouse button on a row of a list.
 void ClickRow(HWND list, int row, DWORD down = MOUSEEVENTF_LEFTDOWN, int times = 1);
 
 struct Box {

@@ -89,10 +89,7 @@ TEST_F(ProcessTest, PopupOpensAtTheClassOfTheRowAndSetsAnother) {
   ClickRow(velmaro.List(), 0, MOUSEEVENTF_RIGHTDOWN);
   const auto popup = velmaro.Popup();
   ASSERT_TRUE(popup);
-  const auto entries = velmaro.Menu(popup);
-  ASSERT_EQ(entries.size(), 5U);
-  EXPECT_TRUE(entries[1].checked);
-  EXPECT_EQ(entries[4].text, L"Terminate Process\tDel");
+  EXPECT_TRUE(velmaro.Menu(popup).at(1).checked);
   // The button that opened it does not choose.
   Click(popup, MOUSEEVENTF_RIGHTDOWN, 1, POINT{40, 30});
   // Off the popup: under the pointer, another entry would be marked.
