@@ -16,6 +16,7 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
+#include <QWindow>
 #include <algorithm>
 #include <cmath>
 #include <deque>
@@ -61,11 +62,10 @@ QWidget& WidgetOf(const Control& of) { return static_cast<onlinux::ControlPeer*>
 
 double Contrast(const QColor& a, const QColor& b) {
   const auto linear = [](double v) { return v <= 0.04045 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4); };
-  const auto luminance = [&](const QColor& color) {
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+  const auto light = [&](const QColor& color) {
+    return 0.05 + 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
   };
-  const auto [low, high] = std::minmax({luminance(a), luminance(b)});
-  return (high + 0.05) / (low + 0.05);
+  return std::max(light(a) / light(b), light(b) / light(a));
 }
 
 QColor InTheme(Color color, const QPalette& theme) {
@@ -131,6 +131,9 @@ void ExpectShown(const Control& control, const QWidget& client) {
   is("accessibleName", ToQt(control.AccessibleName()));
   if (label || button || option) is("text", ToQt(control.Caption()));
   if (label) is("wordWrap", true), is("autoFillBackground", !label->Transparent());
+  EXPECT_EQ(widget.cursor().shape() == Qt::PointingHandCursor, label && label->Pointer() == Pointer::Hand);
+  if (const auto* panel = dynamic_cast<const PictureBox*>(&control))
+    is("frameShape", panel->Border() ? 2 : 0), is("frameShadow", panel->Border() ? QFrame::Sunken : QFrame::Plain);
   constexpr std::array sides = {Qt::AlignLeft, Qt::AlignRight, Qt::AlignHCenter};
   if (label) is("alignment", (sides[static_cast<std::size_t>(label->Alignment())] | Qt::AlignTop).toInt());
   if (button) is("default", button->Default());
@@ -332,14 +335,6 @@ TEST_F(LinuxDesktop, AButtonIsPressedWhereTheMouseWentDownAndUp) {
   Answer("set to IDLE", "OK");
   QTest::mouseClick(&button, Qt::LeftButton);
   EXPECT_EQ(child.Nice(), 19);
-  for (const auto key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
-    const Child another(program);
-    Click(*main, "Refresh");
-    Pick(RowOf(program));
-    Answer("set to IDLE", "OK");
-    Key(key == Qt::Key_Space ? static_cast<QWidget&>(button) : List(), key);
-    EXPECT_EQ(another.Nice(), 19) << "the button hears keys too";
-  }
   QTest::keyPress(main->focusWidget(), Qt::Key_F5);
   const Child late(folder.Sleeper("zzlate"));
   QKeyEvent held(QEvent::KeyRelease, Qt::Key_F5, {}, {}, true);
@@ -376,6 +371,13 @@ TEST_F(LinuxDesktop, MenusAndSizesFollowWhatTheProgramDoes) {
   ExpectShown(form);
   main->resize(100, 100);
   EXPECT_TRUE(QTest::qWaitFor([&] { return main->size() == main->minimumSize(); }));
+  main->showMinimized();
+  EXPECT_EQ(form.WindowState(), WindowState::Minimized);
+  for (const bool on : {false, true}) {
+    auto& peer = static_cast<onlinux::FormWindow&>(*form.Peer());
+    peer.ShowOrHide(on), peer.KeepAbove(on);
+    EXPECT_TRUE(main->isVisible() == on && main->windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint) == on);
+  }
 }
 
 TEST_F(LinuxDesktop, ARefusedClassIsSetWithARightThatWasGiven) {
@@ -493,13 +495,9 @@ TEST_F(LinuxDesktop, TheEditorKeepsEveryByteThatTheUserDoesNotTouch) {
 
 TEST_F(LinuxDesktop, AListIsOpenedByTheDesktopWhereThatHasAProgramForIt) {
   const std::string path = std::getenv("PATH");
-  const auto script = [&](const std::string& name, const std::string& line) {
-    WriteBytes(folder / name, "#!/bin/sh\n" + line + '\n');
-    fs::permissions(folder / name, fs::perms::owner_all);
-  };
   WriteBytes(killList, "zzone\n");
-  script("xdg-open", "echo \"$1\" >'" + (folder / "opened") + '\'');
-  script("xdg-mime", "");
+  WriteProgram(folder / "xdg-open", "#!/bin/sh\necho \"$1\" >'" + (folder / "opened") + "'\n");
+  WriteProgram(folder / "xdg-mime", "#!/bin/sh\n");
   ::setenv("PATH", (folder.Path() + ':' + path).c_str(), 1);
   Then([](QWidget& editor) {
     EXPECT_EQ(editor.findChild<QPlainTextEdit*>()->toPlainText(), "zzone\n");
@@ -507,7 +505,7 @@ TEST_F(LinuxDesktop, AListIsOpenedByTheDesktopWhereThatHasAProgramForIt) {
   });
   Choose("Edit Kill List...");
   EXPECT_FALSE(fs::exists(folder / "opened"));
-  script("xdg-mime", "[ \"$*\" = 'query default text/plain' ] && echo editor.desktop");
+  WriteBytes(folder / "xdg-mime", "#!/bin/sh\n[ \"$*\" = 'query default text/plain' ] && echo editor.desktop\n");
   Choose("Edit Kill List...");
   EXPECT_TRUE(QTest::qWaitFor([&] { return ReadBytes(folder / "opened") == killList + '\n'; }));
   ::setenv("PATH", path.c_str(), 1);
@@ -524,7 +522,10 @@ TEST_F(LinuxDesktop, TheLauncherStartsWhatIsTypedAtItsPriority) {
     Key(launcher, Qt::Key_Return);
   });
   Key(*main, Qt::Key_R, Qt::ControlModifier);
+  main->move(QPoint(790, 790) - main->rect().center());
   Then([&](QWidget& launcher) {
+    EXPECT_EQ(QRect(launcher.pos(), launcher.size()).bottomRight(), QPoint(799, 799)) << "all of it is on the screen";
+    EXPECT_TRUE(launcher.isModal() && launcher.windowHandle()->transientParent() == main->windowHandle());
     auto* box = launcher.findChild<QComboBox*>();
     QTest::keyClicks(launcher.focusWidget(), "\"");  // what is there is marked, and nothing is put behind what is typed
     EXPECT_EQ(box->currentText(), "\"");
@@ -536,6 +537,7 @@ TEST_F(LinuxDesktop, TheLauncherStartsWhatIsTypedAtItsPriority) {
   });
   Then([&](QWidget& dialog) {
     EXPECT_EQ(static_cast<QFileDialog&>(dialog).nameFilters(), QStringList({"Applications (*)", "All files (*)"}));
+    EXPECT_EQ(dialog.windowTitle() + dialog.parentWidget()->windowTitle(), "BrowseVelmaro Launcher");
     dialog.findChild<QLineEdit*>()->setText(QString::fromStdString(program));
     Key(dialog, Qt::Key_Return);
   });
@@ -573,6 +575,7 @@ TEST_F(LinuxDesktop, AMemoryRunHoldsItsTargetAndGivesAllOfItBack) {
 }
 
 TEST_F(LinuxDesktop, EveryCaptionCanBeReadInALightAndInADarkThemeAndWithLargeFonts) {
+  const auto before = QApplication::font();
   for (const auto& window : {QColor(239, 239, 239), QColor(49, 54, 59), QColor(Qt::black)}) {
     QPalette theme(window);
     theme.setColor(QPalette::HighlightedText, QColor(0, 0, 60));
@@ -597,7 +600,63 @@ TEST_F(LinuxDesktop, EveryCaptionCanBeReadInALightAndInADarkThemeAndWithLargeFon
     UnloadForm(app.Default<formFreeMem>());
   }
   QApplication::setPalette({});
-  QApplication::setFont({});
+  QApplication::setFont(before);
+}
+
+TEST_F(LinuxDesktop, EachKeyAndEachButtonOfTheMouseIsToldAsWhatItIs) {
+  auto& form = app.Default<formVelmaro>();
+  std::ostringstream told;
+  form.KeyDown = [&](int key, int shift) { told << key << '+' << shift << ' '; };
+  form.KeyUp = [&](int key, int shift) { told << key << '-' << shift << ' '; };
+  form.lblCredits.MouseUp = [&](auto... figures) { ((told << figures << ','), ...), told << ' '; };
+  for (auto* control : form.Controls()) control->Click = [&, control] { told << control->Caption() << ' '; };
+  form.btnRefresh.SetVisible(false);
+  const auto press = [&](QKeyCombination keys) {
+    Key(*main, keys.key(), keys.keyboardModifiers());
+    return std::exchange(told, std::ostringstream()).str();
+  };
+  EXPECT_EQ(press(Qt::Key_Enter) + press(Qt::Key_Semicolon), "13+0 Velmaro! 13-0 ");
+  EXPECT_EQ(press(Qt::SHIFT | Qt::Key_Return), "16+1 13+1 13-1 16-0 ");
+  EXPECT_EQ(press(Qt::CTRL | Qt::Key_Return), "17+2 13+2 13-2 17-0 ");
+  EXPECT_EQ(press(Qt::ALT | Qt::Key_R) + press(Qt::ALT | Qt::Key_L), "18+4 82+4 82-4 18-0 18+4 76+4 &Launch... ");
+  EXPECT_EQ(press(Qt::Key_Return) + press(Qt::Key_Space), "13+0 &Launch... 13-0 32+0 32-0 &Launch... ");
+  Then([&](QWidget& popup) {
+    EXPECT_EQ(popup.pos(), ClientOf(form).mapToGlobal(QPoint(50, 25)));
+    EXPECT_EQ(static_cast<QMenu&>(popup).defaultAction(), popup.actions().back());
+    EXPECT_EQ(press(Qt::Key_F2), "") << "the popup has the keyboard";
+    popup.close();
+  });
+  form.PopupMenu(form.mnuOptionsMain, Bounds{600, 300}, &form.mnuOptions[4]);
+  auto& label = WidgetOf(form.lblCredits);
+  QTest::mouseClick(&label, Qt::LeftButton, Qt::ShiftModifier, {10, 5});
+  QTest::mouseClick(&label, Qt::RightButton, Qt::ControlModifier, {20, 5});
+  QTest::mouseClick(&label, Qt::MiddleButton, Qt::AltModifier, {10, 8});
+  EXPECT_EQ(told.str(), form.lblCredits.Caption() + " 1,1,120,60, 2,2,240,60, 4,4,120,96, ");
+}
+
+TEST_F(LinuxDesktop, RowsArePaintedInColumnsAndTheSelectedOneInItsColours) {
+  auto& form = app.Default<formVelmaro>();
+  const std::string many(99, 'n');
+  form.List1.Clear();
+  for (const auto* tag : {"[Normal]\t", "[Idle]\t", ""}) form.List1.AddItem(tag + many);
+  for (const std::string ends : {"aaa", "aba", "bba", "abb"})
+    form.List1.AddItem(ends[0] + many + ends[1] + many + ends[2]);
+  const auto row = [&](int at, int from = 0) {
+    const auto place = List().visualRect(List().model()->index(at, 0));
+    return List().viewport()->grab(place.adjusted(from, 0, 0, 0)).toImage();
+  };
+  const int tag = 3 + List().fontMetrics().horizontalAdvance("[Normal]");
+  EXPECT_TRUE(row(0, tag) == row(1, tag) && row(0) != row(1) && row(2, tag) != row(1, tag)) << "names have a column";
+  EXPECT_TRUE(row(3) == row(4) && row(4) != row(5) && row(4) != row(6)) << "of a long path both ends are told";
+  EXPECT_EQ(row(0).height(), List().fontMetrics().height() + 1);
+  auto theme = List().palette();
+  for (const auto role : {QPalette::Highlight, QPalette::HighlightedText}) theme.setColor(role, Qt::darkGreen);
+  List().setPalette(theme);
+  List().clearFocus();
+  form.List1.SetListIndex(1);
+  auto ground = row(1);
+  ground.fill(Qt::darkGreen);
+  EXPECT_TRUE(row(1) == ground) << "the selected row has the theme's colours";
 }
 
 TEST_F(LinuxDesktop, ModalWindowsComeAndGoAndTheCloseBoxEndsTheProgram) {
@@ -605,13 +664,15 @@ TEST_F(LinuxDesktop, ModalWindowsComeAndGoAndTheCloseBoxEndsTheProgram) {
   EXPECT_EQ(MsgBox("<b>\r\nb", platform::MB_ICONWARNING), platform::IDOK);
   Then([&](QWidget& about) {
     Key(*main, Qt::Key_F1);  // a window that stands under a modal one hears nothing
+    Choose("Exit");
+    main->close();
     Key(about, Qt::Key_Escape);
   });
-  auto& credits = Find<QLabel>(*main, "The Velmaro team");
-  QTest::mouseClick(&credits, Qt::RightButton);
-  EXPECT_EQ(actions.size(), 1U) << "the other buttons open nothing";
-  QTest::mouseClick(&credits, Qt::LeftButton);
+  main->move(-main->rect().center());
+  Click<QLabel>(*main, "The Velmaro team");
+  EXPECT_TRUE(app.Default<formVelmaro>().Loaded());
   Then([](QWidget& find) {
+    EXPECT_EQ(find.pos(), QPoint()) << "all of it is on the screen";
     QTest::keyClicks(find.focusWidget(), "no such row");
     Key(find, Qt::Key_Return);
   });
