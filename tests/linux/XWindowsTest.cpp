@@ -48,7 +48,7 @@ class LinuxWindows : public testing::Test {
   void TearDown() override {
     for (const auto window : windows) x->Did(::xcb_destroy_window_checked(x->Line(), window));
   }
-  bool IsShown(xcb_window_t window) {
+  static bool IsShown(xcb_window_t window) {
     const onlinux::Reply<xcb_get_window_attributes_reply_t> facts(
         ::xcb_get_window_attributes_reply(x->Line(), ::xcb_get_window_attributes(x->Line(), window), nullptr));
     return facts && facts->map_state == XCB_MAP_STATE_VIEWABLE;
@@ -205,10 +205,12 @@ TEST_F(LinuxWindows, TheFirstWindowOfAStartGetsItsStateWhateverStandsBetween) {
     std::vector<xcb_window_t> ours = {stranger};
     for (const std::string kind : {"SPLASH", "TOOLTIP", "NOTIFICATION", "MENU", "POPUP_MENU", "DROPDOWN_MENU", "COMBO",
                                    "DND", "DOCK", "DESKTOP", "NORMAL", "DIALOG"}) {
-      ours.push_back(NewWindow(kind));
+      ours.push_back(NewWindow(kind, "UTF8_STRING", false));
       Write(ours.back(), "_NET_WM_WINDOW_TYPE", x->Atom("_NET_WM_WINDOW_TYPE_" + kind));
       Write(ours.back(), "_NET_WM_PID", named.process);
+      EXPECT_TRUE(x->Did(::xcb_map_window_checked(x->Line(), ours.back())));
     }
+    EXPECT_TRUE(Eventually([&] { return std::ranges::all_of(ours, IsShown); }));
     for (const auto* last : {"-+", "--"}) {
       EXPECT_TRUE(onlinux::ShowFirstWindow(named, ShowState::Hidden, std::chrono::seconds(5)));
       std::string shown;
