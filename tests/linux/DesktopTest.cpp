@@ -657,6 +657,9 @@ TEST_F(LinuxDesktop, RowsArePaintedInColumnsAndTheSelectedOneInItsColours) {
   auto ground = row(1);
   ground.fill(Qt::darkGreen);
   EXPECT_TRUE(row(1) == ground) << "the selected row has the theme's colours";
+  while (form.List1.ListCount() < 99) form.List1.AddItem("");
+  form.List1.SetListIndex(90);
+  EXPECT_TRUE(List().viewport()->rect().contains(List().visualRect(List().currentIndex()))) << "it is brought in sight";
 }
 
 TEST_F(LinuxDesktop, ModalWindowsComeAndGoAndTheCloseBoxEndsTheProgram) {
@@ -686,6 +689,13 @@ TEST_F(LinuxDesktop, ModalWindowsComeAndGoAndTheCloseBoxEndsTheProgram) {
   Key(*main, Qt::Key_F, Qt::ControlModifier);
   Click(*main, "Free Mem");
   EXPECT_EQ(app.Forms().size(), 2U);
+  std::string places;
+  for (auto& slider = app.Default<formFreeMem>().HScroll1;
+       const auto key : {Qt::Key_Home, Qt::Key_PageDown, Qt::Key_Right, Qt::Key_Down, Qt::Key_PageUp, Qt::Key_Left}) {
+    Key(WidgetOf(slider), key);
+    places += std::to_string(slider.Value()) + ' ';
+  }
+  EXPECT_EQ(places, "0 10 11 12 2 1 ");
   bool passed = false;
   QTimer::singleShot(200, [&] { passed = true; });
   int events = 0;

@@ -1,14 +1,32 @@
 #include "platform/linux/qt/ScrollBarPeer.h"
 
+#include <QKeyEvent>
 #include <QScrollBar>
 
 #include "runtime/Failures.h"
 
 namespace onlinux {
+namespace {
+
+// The toolkit turns the keys of every scroll bar round. That is right for Page Up and Page Down, and for the arrows of an
+// upright bar, but here Right would go to the left.
+class LyingBar : public Heard<QScrollBar> {
+ public:
+  using Heard::Heard;
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    setInvertedControls(event->key() != Qt::Key_Left && event->key() != Qt::Key_Right);
+    Heard::keyPressEvent(event);
+    setInvertedControls(true);
+  }
+};
+
+}  // namespace
 
 ScrollBarPeer::ScrollBarPeer(velmaro::HScrollBar& bar)
-    : ControlPeer(bar, MakeWidget<Heard<QScrollBar>>(bar, Qt::Horizontal)), bar_(bar) {
-  auto& widget = static_cast<Heard<QScrollBar>&>(Widget());
+    : ControlPeer(bar, MakeWidget<LyingBar>(bar, Qt::Horizontal)), bar_(bar) {
+  auto& widget = static_cast<LyingBar&>(Widget());
   widget.listener = this;
   widget.setSingleStep(bar.SmallChange());
   widget.setPageStep(bar.LargeChange());
