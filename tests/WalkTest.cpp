@@ -132,6 +132,8 @@ TEST_F(Walk, WhereTheClassIsReadBackTheReportTellsTheTruth) {
   EXPECT_EQ(desktop.boxes.size(), 14U);
   EXPECT_EQ(ClassSentence("a", 128, {.made = true, .now = 32768}, ""),
             "a process stays at ABOVE NORMAL, which it has chosen for itself.");
+  EXPECT_EQ(ClassSentence("a", 64, {.made = false, .now = 16384}, "b"),
+            "a process was refused IDLE and stays at BELOW NORMAL: b");
 }
 
 TEST_F(Walk, WhatIsSparedByTheTimeOfTheAnswerOrByItsWholeNameLives) {
