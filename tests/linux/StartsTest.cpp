@@ -209,6 +209,13 @@ TEST_F(LinuxStarts, WhatIsRefusedIsToldAndTheProgramStartsAllTheSame) {
       EXPECT_TRUE(started->shortfall.starts_with(why)) << started->shortfall;
     });
   };
+  Alone([&] {
+    ::setenv("HOME", "/", 1);
+    fs::current_path(folder.Path());
+    EXPECT_EQ(platform::StartAtClass({.command = "./zzrefused 300", .atHome = true}).value().exitCode, 0);
+    EXPECT_EQ(fs::read_symlink(ProcOf(Running(program), "cwd")), "/");
+    ::kill(Running(program), SIGKILL);
+  });
   launch(platform::HIGH_PRIORITY_CLASS, BecomeNobody, onlinux::ClassOfBasePriority(OwnBase()), "members of the group ");
   launch(platform::REALTIME_PRIORITY_CLASS, keepNothing, platform::HIGH_PRIORITY_CLASS, "it would leave nothing of ");
 }

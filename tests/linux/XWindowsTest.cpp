@@ -99,7 +99,9 @@ class LinuxWindows : public testing::Test {
   // Lets the program start a line of the shell that shows a window, and looks at what becomes of that window.
   void StartAndShow(const std::string& how, const std::string& line, onlinux::ShowState state) {
     SCOPED_TRACE(how + ' ' + line);
+    ::setenv("VELMARO_START", "of one before", 1);
     const Child child({VELMARO_PROGRAM, "/q", "/h", how, "/bin/sh", "-c", "exec >/dev/null 2>&1; " + line});
+    ::unsetenv("VELMARO_START");
     xcb_window_t window = XCB_NONE;
     EXPECT_TRUE(Eventually([&] {
       window = FindWindowA("Event Tester");
