@@ -89,6 +89,7 @@ void ExpectColored(const Control& control, const QPalette& theme) {
   const auto text = widget.palette().color(isField ? QPalette::Text : widget.foregroundRole());
   const bool isLine = dynamic_cast<const Line*>(&control), isPanel = dynamic_cast<const PictureBox*>(&control);
   EXPECT_TRUE(isLine || widget.palette().color(isField ? QPalette::Base : widget.backgroundRole()) == ground);
+  EXPECT_TRUE(!isPanel || widget.autoFillBackground());
   EXPECT_TRUE(isPanel || (!isLine && Contrast(meant, ground) < 4.5 ? Contrast(text, ground) >= 4.5 : text == meant));
 }
 
@@ -207,6 +208,7 @@ void ExpectBalloon(QWidget& control, bool isAbove, const QString& meant) {
     ASSERT_EQ(tips.size(), 1);
     const QPointer<QWidget> tip = tips.front();
     EXPECT_EQ(tip->y(), at.y() - 5 + (isAbove ? -tip->height() : control.height()));
+    EXPECT_TRUE(tip->screen()->geometry().contains(tip->geometry()));
     QString told;
     for (const auto* label : tip->findChildren<QLabel*>())
       told += (label->font().bold() ? "title " : "") + label->text() + (label->pixmap().isNull() ? ";" : "icon;");
@@ -482,7 +484,7 @@ TEST_F(LinuxDesktop, TheEditorKeepsEveryByteThatTheUserDoesNotTouch) {
   Answer("save the changes", "Cancel", "Cancel No Yes*", QMessageBox::Question);
   Then([](QWidget& editor) {
     for (const bool isAbove : {false, true}) {
-      editor.move(100, isAbove ? 790 - editor.height() : 0);
+      editor.move(isAbove ? 600 : 100, isAbove ? 790 - editor.height() : 0);
       ExpectBalloon(Find(editor, "?"), isAbove, "title Settings;icon;Enter a list of executable files that you want");
     }
     ExpectShown(*App().Forms().back());
@@ -660,6 +662,9 @@ TEST_F(LinuxDesktop, RowsArePaintedInColumnsAndTheSelectedOneInItsColours) {
   while (form.List1.ListCount() < 99) form.List1.AddItem("");
   form.List1.SetListIndex(90);
   EXPECT_TRUE(List().viewport()->rect().contains(List().visualRect(List().currentIndex()))) << "it is brought in sight";
+  QTest::mouseClick(List().viewport(), Qt::LeftButton, Qt::ControlModifier,
+                    List().visualRect(List().currentIndex()).center());
+  EXPECT_TRUE(List().selectionModel()->isSelected(List().currentIndex())) << "what commands act on stays marked";
 }
 
 TEST_F(LinuxDesktop, ModalWindowsComeAndGoAndTheCloseBoxEndsTheProgram) {
