@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "Children.h"
+#include "platform/kernel32.h"
 
 namespace velmaro {
 namespace {
@@ -163,7 +164,9 @@ TEST_F(Access, EveryWindowIsToldAndAPressActsAsTheMouseDoes) {
   Press("push button:Free Mem");
   LookAt("KB Free Memory", "scroll bar:Megabytes to free");
   const auto free = Get(Await("progress bar:Free memory"), "Value", "CurrentValue").toDouble();
-  EXPECT_TRUE(free > 0 && free < 100) << free;
+  platform::MEMORYSTATUS status;
+  platform::GlobalMemoryStatus(status);
+  EXPECT_NEAR(free, 100.0 * static_cast<double>(status.dwAvailPhys) / static_cast<double>(status.dwTotalPhys), 10);
 }
 
 }  // namespace

@@ -131,6 +131,7 @@ void ExpectShown(const Control& control, const QWidget& client) {
   is("toolTip", ToQt(control.ToolTipText()).toHtmlEscaped());
   is("accessibleName", ToQt(control.AccessibleName()));
   if (label || button || option) is("text", ToQt(control.Caption()));
+  if (bar) is("focusPolicy", int{Qt::StrongFocus});
   if (label) is("wordWrap", true), is("autoFillBackground", !label->Transparent());
   EXPECT_EQ(widget.cursor().shape() == Qt::PointingHandCursor, label && label->Pointer() == Pointer::Hand);
   if (const auto* panel = dynamic_cast<const PictureBox*>(&control))
@@ -698,6 +699,12 @@ TEST_F(LinuxDesktop, ModalWindowsComeAndGoAndTheCloseBoxEndsTheProgram) {
     places += std::to_string(slider.Value()) + ' ';
   }
   EXPECT_EQ(places, "0 10 11 12 2 1 ");
+  auto& meter = app.Default<formFreeMem>();
+  for (const auto* panel : {&meter.Picture1, &meter.Picture2}) {
+    meter.lblStatus.SetCaption("before");
+    QTest::mouseClick(&WidgetOf(*panel), Qt::LeftButton, {}, {3, 1});
+    EXPECT_NE(meter.lblStatus.Caption(), "before") << "a click on the bar refreshes it";
+  }
   bool passed = false;
   QTimer::singleShot(200, [&] { passed = true; });
   int events = 0;
