@@ -43,11 +43,12 @@ Toolkit* Missing(const std::string& why) {
 }
 
 Toolkit* Load() {
+  ClearForeignVariables();
+  const auto ways = WaysToShow();
+  if (ways.empty()) return Missing("no display answers (neither DISPLAY nor WAYLAND_DISPLAY leads to one)");
   ExpectToolkit();
   auto& place = ThePlace();
-  const auto ways = WaysToShow();
   place.loading.join();
-  if (ways.empty()) return Missing("no display answers (neither DISPLAY nor WAYLAND_DISPLAY leads to one)");
   if (!place.entry) return Missing(place.error);
   auto* toolkit = place.entry(ways.c_str());
   return toolkit ? toolkit
