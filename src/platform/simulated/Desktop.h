@@ -106,7 +106,7 @@ class Desktop {
   std::vector<Start> starts;
   std::function<int(const Start&)> onStart;
   std::optional<platform::Started> startsAtClass;  // what comes of a start that takes a class with it
-  std::vector<std::string> activations;  // the titles that AppActivate was asked for
+  std::vector<std::string> activations;            // the titles that AppActivate was asked for
   std::vector<SentKeys> sentKeys;
 
   // Message boxes: what was shown, and what the user will do in the coming ones. While a box is open its action runs,
