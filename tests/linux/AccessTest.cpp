@@ -154,6 +154,9 @@ TEST_F(Access, EveryWindowIsToldAndAPressActsAsTheMouseDoes) {
   Close("Cancel", "dialog:Velmaro Launcher");
   Press("menu item:Edit Kill List Here...");
   LookAt("dialog:Settings", "text:Programs on the list, one in each line");
+  Press("push button:Help");
+  LookAt("alert message:Velmaro", "push button:OK");
+  Close("OK", "alert message:Velmaro");
   Close("Cancel", "dialog:Settings");
   Press("menu item:Find...");
   LookAt("dialog:Zeld's Velmaro Process", "text:Enter text to find:");

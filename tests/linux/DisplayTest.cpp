@@ -35,6 +35,7 @@ TEST_F(LinuxDisplays, WhereNoWindowCanBeShownTheProgramSaysSoAndEnds) {
       {{"DISPLAY", "unix:" + (folder / "x")}},
       {{"WAYLAND_DISPLAY", folder / "wayland"}},
       {{"WAYLAND_DISPLAY", "named"}, {"XDG_RUNTIME_DIR", folder.Path()}},
+      {{"DISPLAY", "unix:" + (folder / "x")}, {"WAYLAND_DISPLAY", folder / "wayland"}},
       {{"QT_QPA_PLATFORM", "nonsense"}},
       {{"QT_QPA_PLATFORM", "xcb"}},
       {{"QT_QPA_PLATFORM", "wayland;nonsense;"}, {"WAYLAND_DISPLAY", folder / "wayland"}},

@@ -58,6 +58,7 @@ TEST_F(LinuxStarts, AQuietStartBecomesItsProgramAndHandsItsWordsOn) {
   EXPECT_EQ(RunProgram({"/i", folder / "plain.sh", "5"}), 0) << "it is not waited for";
   WriteProgram(folder / "broken one", "#!/etc/passwd\n");
   EXPECT_EQ(RunProgram({"/q", "no such program", "/h"}), 127);
+  EXPECT_EQ(RunProgram({"no such program"}), 127);
   EXPECT_EQ(RunProgram({"/q", folder / "broken one"}), 126);
   EXPECT_EQ(RunProgram({folder / "broken one"}), 126);
 }
@@ -222,6 +223,7 @@ TEST_F(LinuxStarts, WhatIsRefusedIsToldAndTheProgramStartsAllTheSame) {
 
 TEST_F(LinuxStarts, WithoutADisplayEveryRoadEndsWell) {
   EXPECT_EQ(RunProgram({"/q", "/m", "/bin/true"}), 0);
+  EXPECT_EQ(RunProgram({"/q", "/k"}), 1);
   const auto answers = [&]() -> bool {
     using namespace platform;
     TellErrorsTo(folder / "errors");
@@ -278,7 +280,8 @@ TEST_F(LinuxStarts, ACommandIsSplitAsAShellWould) {
   const auto program = folder.Sleeper("star emu/run");
   for (const auto& command : {program, '"' + program + '"'}) EXPECT_EQ(onlinux::SplitCommand(command), Words{program});
   EXPECT_EQ(onlinux::SplitCommand('"' + program + "\" 300"), (Words{program, "300"}));
-  EXPECT_NE(onlinux::StartApart({"/etc/passwd", {"a"}}, "").error, 0);
+  for (const auto* none : {"/etc/passwd", "/no/such/program"})
+    EXPECT_NE(onlinux::StartApart({none, {"a"}}, "").error, 0);
   EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1) << "a start leaves no child behind";
 }
 
