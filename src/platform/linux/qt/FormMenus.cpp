@@ -27,6 +27,11 @@ QAction* AddEntry(QMenu& menu, velmaro::Menu& model) {
 
 }  // namespace
 
+void ChoiceMenu::mousePressEvent(QMouseEvent* event) {
+  // Newer toolkits close a menu at the press of any other button in it.
+  if (event->button() == Qt::LeftButton || !rect().contains(event->position().toPoint())) QMenu::mousePressEvent(event);
+}
+
 void ChoiceMenu::mouseReleaseEvent(QMouseEvent* event) {
   if (event->button() == Qt::LeftButton) QMenu::mouseReleaseEvent(event);
 }

@@ -11,12 +11,13 @@
 
 namespace onlinux {
 
-// A menu that only the left button chooses from.
+// A menu that only the left button chooses from. The others do nothing in it, and close it from elsewhere.
 class ChoiceMenu : public QMenu {
  public:
   using QMenu::QMenu;
 
  protected:
+  void mousePressEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
 };
 
