@@ -1,6 +1,5 @@
 #include <poll.h>
 #include <pty.h>
-#include <signal.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -15,7 +14,7 @@
 #include "Clock.h"
 #include "Compare.h"
 #include "Screen.h"
-#include "platform/linux/Descriptor.h"
+#include "platform/linux/EndProcess.h"
 #include "platform/linux/Start.h"
 
 namespace {
@@ -85,6 +84,7 @@ bool Show(Viewer& viewer, const Screen& screen) {
     ::execl(viewer.path.c_str(), viewer.path.c_str(), nullptr);
     ::_exit(127);
   }
+  if (child < 0) return false;
   const onlinux::Descriptor output(terminal);
   std::size_t written = 0;
   const auto moments = Watch(start, [&] {
@@ -98,7 +98,7 @@ bool Show(Viewer& viewer, const Screen& screen) {
   const auto filled = FilledAt(moments);
   viewer.memory = OwnMemory(child);
   rusage usage{};
-  ::kill(child, SIGKILL);
+  onlinux::EndProcess(child);
   ::wait4(child, nullptr, 0, &usage);
   for (const auto end = Now(); screen.Detail() != before && Now() - end < Most;) ::usleep(10'000);
   if (!filled || viewer.memory == 0) return false;

@@ -10,6 +10,7 @@
 #include <cstring>
 
 #include "Compare.h"
+#include "platform/linux/EndProcess.h"
 
 pid_t ForkBound(const std::function<void()>& work) {
   const auto parent = ::getpid();
@@ -47,6 +48,6 @@ IdleChildren::IdleChildren(int count) : IdleChildren() {
 }
 
 IdleChildren::~IdleChildren() {
-  for (const auto id : ids_) ::kill(id, SIGKILL);
+  for (const auto id : ids_) onlinux::EndProcess(id);
   for (const auto id : ids_) Reap(id);
 }

@@ -1,7 +1,6 @@
 #include "Screen.h"
 
 #include <fcntl.h>
-#include <signal.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -11,7 +10,7 @@
 
 #include "Children.h"
 #include "Compare.h"
-#include "platform/linux/Descriptor.h"
+#include "platform/linux/EndProcess.h"
 #include "platform/linux/Start.h"
 
 namespace {
@@ -51,7 +50,7 @@ Screen::Screen() : folder_((std::filesystem::temp_directory_path() / "velmaro-be
 
 Screen::~Screen() {
   for (const auto child : {bus_, server_})
-    if (child > 0 && ::kill(child, SIGTERM) == 0) Reap(child);
+    if (onlinux::EndProcess(child, SIGTERM)) Reap(child);
   if (file_) ::munmap(file_, size_);
   std::error_code error;
   std::filesystem::remove_all(folder_, error);

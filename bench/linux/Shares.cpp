@@ -1,5 +1,4 @@
 #include <sched.h>
-#include <signal.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -10,6 +9,7 @@
 
 #include "Children.h"
 #include "Compare.h"
+#include "platform/linux/EndProcess.h"
 #include "platform/linux/Start.h"
 
 namespace {
@@ -21,7 +21,7 @@ const std::vector<std::string> Spinner = {"/bin/sh", "-c", "while :; do :; done"
 
 double End(pid_t child) {
   rusage usage{};
-  ::kill(child, SIGKILL);
+  onlinux::EndProcess(child);
   ::wait4(child, nullptr, 0, &usage);
   return static_cast<double>(usage.ru_utime.tv_sec) + static_cast<double>(usage.ru_utime.tv_usec) / 1e6;
 }

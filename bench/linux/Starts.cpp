@@ -1,6 +1,5 @@
 #include <fcntl.h>
 #include <poll.h>
-#include <signal.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -13,7 +12,7 @@
 #include "Children.h"
 #include "Clock.h"
 #include "Compare.h"
-#include "platform/linux/Descriptor.h"
+#include "platform/linux/EndProcess.h"
 #include "platform/linux/Start.h"
 
 namespace {
@@ -49,7 +48,7 @@ void Start(Starter& starter, int reports, int wantedNice) {
   constexpr int patience = 10'000;
   const bool told =
       ::poll(&wait, 1, patience) > 0 && ::read(reports, &report, sizeof report) == static_cast<ssize_t>(sizeof report);
-  if (!told) ::kill(child, SIGKILL);
+  if (!told) onlinux::EndProcess(child);
   while (::waitpid(-1, nullptr, 0) > 0) continue;
   if (!told) throw Failure(starter.words.front() + " did not start the program");
   if (report.nice != wantedNice)

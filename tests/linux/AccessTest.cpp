@@ -36,8 +36,7 @@ class Access : public testing::Test {
     for (const auto* variable : {"XDG_RUNTIME_DIR", "XDG_CONFIG_HOME"}) ::setenv(variable, folder.Path().c_str(), 1);
     const auto address = "unix:path=" + (folder / "bus");
     ::setenv("DBUS_SESSION_BUS_ADDRESS", address.c_str(), 1);
-    bus = ::fork();
-    if (bus == 0) Execute({"/usr/bin/dbus-daemon", "--session", "--nofork", "--address=" + address});
+    bus.emplace(std::vector<std::string>{"/usr/bin/dbus-daemon", "--session", "--nofork", "--address=" + address});
     ASSERT_TRUE(Eventually([&] { return fs::exists(folder / "bus"); }));
     line = QDBusConnection::connectToBus(QString::fromStdString(address), "session");
     // A screen reader announces itself like this.
@@ -45,15 +44,7 @@ class Access : public testing::Test {
     const auto told = Call({"org.a11y.Bus", "/org/a11y/bus"}, "org.a11y.Bus", "GetAddress").arguments().value(0);
     line = QDBusConnection::connectToBus(told.toString(), "access");
     ASSERT_TRUE(line.isConnected());
-    program = ::fork();
-    if (program == 0) Execute({VELMARO_PROGRAM});
-  }
-  ~Access() override {
-    for (const auto child : {program, bus}) {
-      if (child <= 0) continue;
-      ::kill(child, SIGTERM);
-      ::waitpid(child, nullptr, 0);
-    }
+    program.emplace(std::vector<std::string>{VELMARO_PROGRAM});
   }
 
   QDBusMessage Call(const Node& node, const QString& kind, const QString& method, QVariantList arguments = {}) {
@@ -113,8 +104,8 @@ class Access : public testing::Test {
   }
 
   TestFolder folder;
-  pid_t bus = 0;
-  pid_t program = 0;
+  std::optional<Child> bus;
+  std::optional<Child> program;
   QDBusConnection line{""};
 };
 

@@ -20,11 +20,13 @@
 #include <optional>
 #include <sstream>
 #include <string>
+#include <system_error>
 #include <thread>
 #include <utility>
 #include <vector>
 
 #include "platform/kernel32.h"
+#include "platform/linux/EndProcess.h"
 
 namespace velmaro {
 
@@ -70,6 +72,13 @@ inline std::string ReadBytes(const std::string& path) {
   return bytes.str();
 }
 
+// Makes a process. Throws where none can be had: -1, taken for the number of one, stands for everything that runs.
+inline pid_t Fork() {
+  const auto child = ::fork();
+  if (child < 0) throw std::system_error(errno, std::generic_category(), "no process can be made");
+  return child;
+}
+
 [[noreturn]] inline void Execute(const std::vector<std::string>& words) {
   std::vector<char*> pointers;
   for (const auto& word : words) pointers.push_back(const_cast<char*>(word.c_str()));
@@ -104,7 +113,7 @@ using Variables = std::vector<std::pair<std::string, std::string>>;
 // Starts a program with no other display than the variables lead to.
 inline pid_t Start(const std::vector<std::string>& words, const Variables& variables = {},
                    const std::function<bool()>& prepare = nullptr) {
-  const auto child = ::fork();
+  const auto child = Fork();
   if (child != 0) return child;
   for (const auto* variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) ::unsetenv(variable);
   for (const auto& [name, value] : variables) ::setenv(name.c_str(), value.c_str(), 1);
@@ -117,7 +126,7 @@ inline int Ended(pid_t child) {
   int status = 0;
   const auto hasEnded = [&] { return ::waitpid(child, &status, WNOHANG) == child; };
   if (!Eventually(hasEnded) && !Eventually(hasEnded) && !Eventually(hasEnded)) {
-    ::kill(child, SIGKILL);
+    onlinux::EndProcess(child);
     ::waitpid(child, &status, 0);
   }
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
@@ -126,7 +135,7 @@ inline int Ended(pid_t child) {
 // Does work in a process of its own and gives the exit code that comes of it.
 template <class Work>
 int InChild(Work work) {
-  const auto child = ::fork();
+  const auto child = Fork();
   if (child == 0) ::_exit(work());
   return Ended(child);
 }
@@ -137,15 +146,14 @@ void Alone(Work work) {
   EXPECT_EQ(InChild([&] { return work(), testing::Test::HasFailure(); }), 0);
 }
 
-// A running process of the test's own, ended and forgotten with the object.
+// A running process of the test's own, ended and forgotten with the object. A number below 2 stands for none.
 class Child {
  public:
-  explicit Child(pid_t id) : id_(id) {}
-  explicit Child(const std::vector<std::string>& words) : id_(::fork()) {
+  explicit Child(pid_t id) : id_(id), held_(onlinux::HoldProcess(id)) {}
+  explicit Child(const std::vector<std::string>& words) : Child(Fork()) {
     if (id_ == 0) Execute(words);
   }
-  explicit Child(const std::string& program) : id_(::fork()) {
-    if (id_ == 0) Execute({program, "300"});
+  explicit Child(const std::string& program) : Child(std::vector{program, std::string("300")}) {
     Eventually(
         [&] { return ReadBytes("/proc/" + std::to_string(id_) + "/cmdline").find(program) != std::string::npos; });
   }
@@ -154,9 +162,7 @@ class Child {
   ~Child() { End(); }
   void End() {
     const auto id = std::exchange(id_, 0);
-    if (id == 0) return;
-    ::kill(id, SIGKILL);
-    ::waitpid(id, nullptr, 0);
+    if (onlinux::EndProcess(id, held_)) ::waitpid(id, nullptr, 0);
   }
   pid_t Id() const { return id_; }
   bool Runs() const {
@@ -167,6 +173,7 @@ class Child {
 
  private:
   pid_t id_;
+  onlinux::Descriptor held_;
 };
 
 inline void OntoFirstCore() {
@@ -179,7 +186,7 @@ inline void OntoFirstCore() {
 // A process in a session of its own that does nothing but take time of one core.
 template <class Prepare>
 pid_t Spin(Prepare prepare) {
-  const auto child = ::fork();
+  const auto child = Fork();
   if (child == 0) {
     ::setsid();
     OntoFirstCore();
@@ -209,6 +216,9 @@ inline pid_t Running(const std::string& program) {
   return 0;
 }
 
+// Ends the process that runs a program. False where none does.
+inline bool EndRunning(const std::string& program) { return onlinux::EndProcess(Running(program)); }
+
 // True where this user may raise a priority.
 inline bool MayRaise() {
   return InChild([] { return ::setpriority(PRIO_PROCESS, 0, -10); }) == 0;
@@ -220,11 +230,8 @@ class VirtualDisplay {
   VirtualDisplay() {
     std::array<int, 2> ends{};
     if (::pipe(ends.data()) != 0) return;
-    server_ = ::fork();
-    if (server_ == 0) {
-      ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-      Execute({"/usr/bin/Xvfb", "-displayfd", std::to_string(ends[1]), "-nolisten", "tcp", "-noreset"});
-    }
+    server_.emplace(Start({"/usr/bin/Xvfb", "-displayfd", std::to_string(ends[1]), "-nolisten", "tcp", "-noreset"}, {},
+                          [] { return ::prctl(PR_SET_PDEATHSIG, SIGKILL) == 0; }));
     ::close(ends[1]);
     for (char c = 0; ::read(ends[0], &c, 1) == 1 && c != '\n';) number_ += c;
     ::close(ends[0]);
@@ -232,14 +239,10 @@ class VirtualDisplay {
   }
   VirtualDisplay(const VirtualDisplay&) = delete;
   VirtualDisplay& operator=(const VirtualDisplay&) = delete;
-  ~VirtualDisplay() {
-    ::kill(server_, SIGKILL);
-    ::waitpid(server_, nullptr, 0);
-  }
   bool Runs() const { return !number_.empty(); }
 
  private:
-  pid_t server_ = 0;
+  std::optional<Child> server_;
   std::string number_;
 };
 

@@ -581,7 +581,7 @@ TEST_F(LinuxDesktop, TheLauncherStartsWhatIsTypedAtItsPriority) {
   Key(*main, Qt::Key_Delete);
   Answer("launched process has been set to IDLE.", "OK");
   StartAtMode({.command = '"' + program + "\" 300"}, 3, false);
-  ::kill(Running(program), SIGKILL);
+  EXPECT_TRUE(EndRunning(program));
   EXPECT_NE(ReadBytes(folder / "velmaro/settings.conf").find("LastRun=\"" + program + "\" 300\n"), std::string::npos);
 }
 

@@ -140,7 +140,7 @@ TEST_F(LinuxProgram, ARightOfItsOwnReachesNeitherForeignCodeNorStartedPrograms) 
   }
   EXPECT_TRUE(shows());
   EXPECT_EQ(loaded().find(folder / "foreign"), std::string::npos);
-  ::kill(child, SIGKILL);
+  onlinux::EndProcess(child);
   ::waitpid(child, nullptr, 0);
   const auto line = "env >" + (folder / "told") + "; grep Cap /proc/$$/status >>" + (folder / "told");
   Start({program, "/q", "/m", "/h", "/bin/sh", "-c", line}, variables, [] {

@@ -8,6 +8,7 @@
 #include "platform/identity.h"
 #include "platform/linux/PriorityClass.h"
 #include "platform/linux/ProcFolder.h"
+#include "platform/linux/RunToEnd.h"
 #include "platform/linux/Script.h"
 #include "platform/linux/Start.h"
 #include "platform/rights.h"
@@ -144,6 +145,21 @@ TEST_F(LinuxProcesses, AClassCountsAgainstProgramsOfOtherSessionsToo) {
   EXPECT_EQ(ReadBytes("/proc/self/autogroup"), group);
 }
 
+TEST_F(LinuxProcesses, WhatRunsAsideHasItsTimeAndNoMoreWithoutADescriptorToo) {
+  using namespace std::chrono_literals;
+  for (const bool held : {true, false})
+    Alone([&] {
+      // What runs aside is given one descriptor, and there is none left to hold it by.
+      const rlimit most{static_cast<rlim_t>(::dup(0)) + 1, 1024};
+      ::close(static_cast<int>(most.rlim_cur) - 1);
+      ASSERT_TRUE(held || ::setrlimit(RLIMIT_NOFILE, &most) == 0);
+      const auto start = std::chrono::steady_clock::now();
+      EXPECT_EQ(onlinux::RunSilently({"/bin/sh", "-c", "exit 7"}, 60s), 7);
+      EXPECT_EQ(onlinux::RunSilently({"/bin/sleep", "300"}, 50ms), -1);
+      EXPECT_LT(std::chrono::steady_clock::now() - start, 30s);
+    });
+}
+
 TEST_F(LinuxProcesses, AnEndedProcessIsGoneFromTheListAtOnce) {
   for (const int end : {SIGTERM, SIGINT, SIGHUP}) ::signal(end, SIG_IGN);  // a program takes over what is ignored
   const Child child(folder.Sleeper("zzend"));
@@ -231,7 +247,7 @@ TEST_F(LinuxProcesses, AListThatIsOnlyLookedAtKeepsUpWithWhatAProcessBecomes) {
   const auto before = folder / "before/zzsame";
   fs::create_directories(folder / "before");
   fs::copy_file("/bin/sh", before);
-  const Child child({before, "-c", "kill -STOP $$; exec " + after + " 300"});
+  const Child child({before, "-c", "until [ -e \"$0\" ]; do :; done; exec " + after + " 300", folder / "go"});
   const auto isListedAs = [&](const std::string& path) {
     const auto entry = Listed(child.Id(), CreateListSnapshot());
     return (entry ? entry->szExeFile : "nothing") == path;
@@ -239,12 +255,13 @@ TEST_F(LinuxProcesses, AListThatIsOnlyLookedAtKeepsUpWithWhatAProcessBecomes) {
   EXPECT_TRUE(Eventually([&] { return isListedAs(before); }));
   ::setpriority(PRIO_PROCESS, static_cast<id_t>(child.Id()), 19);
   EXPECT_EQ(Listed(child.Id(), CreateListSnapshot()).value().pcPriClassBase, 4);
-  EXPECT_TRUE(Eventually([&] { return ::kill(child.Id(), SIGCONT) == 0 && Finds(after); }));
+  WriteBytes(folder / "go", "");
+  EXPECT_TRUE(Eventually([&] { return Finds(after); }));
   EXPECT_TRUE(isListedAs(after));
   fs::rename(after, folder / "zzmoved");
   EXPECT_TRUE(isListedAs(folder / "zzmoved"));
   EXPECT_TRUE(!Listed(2, CreateListSnapshot()) || ReadBytes("/proc/2/comm") != "kthreadd\n") << "a kernel's thread";
-  ::kill(child.Id(), SIGKILL);
+  EXPECT_TRUE(onlinux::EndProcess(child.Id()));
   EXPECT_TRUE(Eventually([&] { return isListedAs("nothing"); }));
 }
 

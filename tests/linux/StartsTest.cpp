@@ -74,7 +74,7 @@ TEST_F(LinuxStarts, TheClassIsThatOfAllThatTheProgramStartsAndOfNothingElse) {
     const auto child = StartProgram({quiet ? "/q" : "/max", "/i", folder / "link"});
     for (const auto* name : {"zzstart", "zzforked", "zzlater", "zzlast"}) {
       EXPECT_TRUE(Eventually([&] { return BasePriorityOf(folder / name) == 4; })) << name;
-      if (const auto id = Running(folder / name)) ::kill(id, SIGKILL);
+      EndRunning(folder / name);
     }
     EXPECT_EQ(Ended(child), quiet ? -1 : 0) << "the program ended by a signal";
   }
@@ -85,25 +85,23 @@ TEST_F(LinuxStarts, AStartThatIsWatchedLeavesItsProgramAlone) {
   const auto program = folder.Sleeper("home/max/kind/zzstart");
   const int leak = ::open("/etc/passwd", O_RDONLY);
   ::dup2(leak, STDIN_FILENO);
-  const auto inTerminal = [] {
-    int master = -1, terminal = -1;
-    return ::openpty(&master, &terminal, nullptr, nullptr, nullptr) == 0 && ::setsid() > 0 &&
-           ::ioctl(terminal, TIOCSCTTY, 0) == 0;
-  };
+  int master = -1, terminal = -1;
+  if (::openpty(&master, &terminal, nullptr, nullptr, nullptr) != 0) GTEST_SKIP() << "there are no terminals here";
+  const auto inTerminal = [&] { return ::setsid() > 0 && ::ioctl(terminal, TIOCSCTTY, 0) == 0; };
   EXPECT_EQ(Ended(StartProgram({"/h", program, "300"}, inTerminal)), 0);
   const auto id = Running(program);
   ASSERT_NE(id, 0);
   EXPECT_EQ(Listed(id).value().pcPriClassBase, MayRaise() ? 13 : OwnBase());
   EXPECT_EQ(::getsid(id), id);
-  const auto manager = "/user@" + std::to_string(::getuid()) + ".service/";
-  EXPECT_TRUE(ReadBytes("/proc/self/cgroup").find(manager) == std::string::npos ||
+  const auto user = std::to_string(::getuid());
+  EXPECT_TRUE(ReadBytes("/proc/self/cgroup").find("/user@" + user + ".service/") == std::string::npos ||
               ReadBytes(ProcOf(id, "cgroup")).ends_with("/velmaro-" + std::to_string(id) + ".scope\n"));
   EXPECT_EQ(fs::read_symlink(ProcOf(id, "cwd")), fs::current_path());
   EXPECT_EQ(fs::read_symlink(ProcOf(id, "fd/0")), "/dev/null") << "what is typed is for others";
   EXPECT_NE(Listed(id).value().th32ParentProcessID, static_cast<std::uint32_t>(::getpid()));
   for (const auto& file : fs::directory_iterator(ProcOf(id, "fd"))) EXPECT_LE(std::stoi(file.path().filename()), 2);
-  ::kill(id, SIGKILL);
-  ::close(leak);
+  onlinux::EndProcess(id);
+  for (const int open : {leak, master, terminal}) ::close(open);
 }
 
 TEST_F(LinuxStarts, AQuietStartKeepsItsTerminalAndLendsItTheShareOfItsClass) {
@@ -113,6 +111,7 @@ TEST_F(LinuxStarts, AQuietStartKeepsItsTerminalAndLendsItTheShareOfItsClass) {
   int terminal = -1;
   const Child child(::forkpty(&terminal, nullptr, nullptr, nullptr));
   const auto shell = child.Id();
+  if (shell < 0) GTEST_SKIP() << "there are no terminals here";
   if (shell == 0)
     Execute(
         {"/bin/sh", "-c",
@@ -120,7 +119,6 @@ TEST_F(LinuxStarts, AQuietStartKeepsItsTerminalAndLendsItTheShareOfItsClass) {
   const auto group = [&](int nice) {
     return ReadBytes(ProcOf(shell, "autogroup")).ends_with(" nice " + std::to_string(nice) + '\n');
   };
-  if (shell < 0) GTEST_SKIP() << "there are no terminals here";
   ASSERT_TRUE(Eventually([&] { return Running(game) != 0; }));
   EXPECT_EQ(::getsid(Running(game)), shell);
   const bool hasGroups = fs::exists("/proc/self/autogroup");
@@ -136,8 +134,7 @@ TEST_F(LinuxStarts, AQuietStartKeepsItsTerminalAndLendsItTheShareOfItsClass) {
   EXPECT_TRUE(!hasGroups || Eventually([&] { return group(5); }));
   EXPECT_TRUE(Eventually([&] { return Running(game) != 0 && Running(VELMARO_PROGRAM) == 0; }));
   EXPECT_TRUE(!hasGroups || group(5)) << "now another program shares it";
-  for (const auto& program : {game, after})
-    if (const auto id = Running(program)) ::kill(id, SIGKILL);
+  for (const auto& program : {game, after}) EndRunning(program);
   ::close(terminal);
 }
 
@@ -186,7 +183,7 @@ TEST_F(LinuxStarts, WhatIsRefusedIsToldAndTheProgramStartsAllTheSame) {
     const auto child = StartProgram({"/q", priority, program, "300"}, toFile);
     EXPECT_TRUE(Eventually([&] { return ReadBytes(ProcOf(child, "comm")) == "zzrefused\n"; }));
     EXPECT_EQ(Listed(child).value().pcPriClassBase, base);
-    ::kill(child, SIGKILL);
+    onlinux::EndProcess(child);
     EXPECT_EQ(Ended(child), -1);
     EXPECT_EQ(ReadBytes(errors), told);
   };
@@ -205,7 +202,7 @@ TEST_F(LinuxStarts, WhatIsRefusedIsToldAndTheProgramStartsAllTheSame) {
     Alone([&] {
       ASSERT_TRUE(prepare());
       const auto started = platform::StartAtClass({.command = program + " 300", .priorityClass = wanted});
-      if (const auto id = Running(program)) ::kill(id, SIGKILL);
+      EndRunning(program);
       EXPECT_EQ(started.value().priorityClass, got);
       EXPECT_TRUE(started->shortfall.starts_with(why)) << started->shortfall;
     });
@@ -215,7 +212,7 @@ TEST_F(LinuxStarts, WhatIsRefusedIsToldAndTheProgramStartsAllTheSame) {
     fs::current_path(folder.Path());
     EXPECT_EQ(platform::StartAtClass({.command = "./zzrefused 300", .atHome = true}).value().exitCode, 0);
     EXPECT_EQ(fs::read_symlink(ProcOf(Running(program), "cwd")), "/");
-    ::kill(Running(program), SIGKILL);
+    EXPECT_TRUE(EndRunning(program));
   });
   launch(platform::HIGH_PRIORITY_CLASS, BecomeNobody, onlinux::ClassOfBasePriority(OwnBase()), "members of the group ");
   launch(platform::REALTIME_PRIORITY_CLASS, keepNothing, platform::HIGH_PRIORITY_CLASS, "it would leave nothing of ");

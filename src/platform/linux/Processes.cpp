@@ -1,14 +1,10 @@
-#include <poll.h>
-#include <signal.h>
-#include <sys/syscall.h>
-#include <unistd.h>
-
 #include <cstring>
 #include <string>
 #include <string_view>
 #include <utility>
 
 #include "platform/kernel32.h"
+#include "platform/linux/EndProcess.h"
 #include "platform/linux/Handles.h"
 #include "platform/linux/NiceGroup.h"
 #include "platform/linux/PriorityClass.h"
@@ -53,19 +49,13 @@ bool Deliver(Snapshot* snapshot, PROCESSENTRY32& entry) {
   return true;
 }
 
-// A descriptor of a process can be read from once the process has ended.
-bool HasEnded(const Descriptor& process, int withinMilliseconds) {
-  pollfd wait{.fd = process.get(), .events = POLLIN, .revents = 0};
-  return ::poll(&wait, 1, withinMilliseconds) > 0;
-}
-
 // True where the descriptor is that of the process that the program listed. The number may have gone to another
 // process between listing and opening; read while the descriptor's process still lives, the status is its own.
 bool IsTheListedOne(std::uint32_t processId, const Descriptor& process) {
   const auto* listed = onlinux::FindListed(processId);
   if (!listed) return true;
   const auto status = onlinux::ReadStatus(processId);
-  return status && status->startTime == listed->status.startTime && !HasEnded(process, 0);
+  return status && status->startTime == listed->status.startTime && !onlinux::HasEnded(process, 0);
 }
 
 }  // namespace
@@ -85,7 +75,7 @@ bool Process32First(Handle handle, PROCESSENTRY32& entry) {
 bool Process32Next(Handle handle, PROCESSENTRY32& entry) { return Deliver(onlinux::FindAs<Snapshot>(handle), entry); }
 
 Handle OpenProcess(std::uint32_t, bool, std::uint32_t processId) {
-  Descriptor process(static_cast<int>(::syscall(SYS_pidfd_open, static_cast<pid_t>(processId), 0)));
+  auto process = onlinux::HoldProcess(static_cast<pid_t>(processId));
   if (!process || !IsTheListedOne(processId, process)) return 0;
   return onlinux::Keep(OpenedProcess{.id = processId, .descriptor = std::move(process)});
 }
@@ -93,7 +83,7 @@ Handle OpenProcess(std::uint32_t, bool, std::uint32_t processId) {
 bool SetPriorityClass(Handle handle, std::uint32_t priorityClass) {
   const auto* process = onlinux::FindAs<OpenedProcess>(handle);
   if (!process) return false;
-  if (!onlinux::SetProcessClass(process->id, priorityClass, [&] { return HasEnded(process->descriptor, 0); }))
+  if (!onlinux::SetProcessClass(process->id, priorityClass, [&] { return onlinux::HasEnded(process->descriptor, 0); }))
     return false;
   // A group that can't be had leaves the threads their class, as any other program would give it to them.
   if (const auto nice = onlinux::NiceOfClass(priorityClass))
@@ -104,8 +94,8 @@ bool SetPriorityClass(Handle handle, std::uint32_t priorityClass) {
 
 bool TerminateProcess(Handle handle, std::uint32_t) {
   const auto* process = onlinux::FindAs<OpenedProcess>(handle);
-  if (!process || ::syscall(SYS_pidfd_send_signal, process->descriptor.get(), SIGKILL, nullptr, 0) != 0) return false;
-  HasEnded(process->descriptor, GoneWithin);
+  if (!process || !onlinux::EndProcess(static_cast<pid_t>(process->id), process->descriptor)) return false;
+  onlinux::HasEnded(process->descriptor, GoneWithin);
   return true;
 }
 

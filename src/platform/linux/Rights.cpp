@@ -1,7 +1,6 @@
 #include "platform/rights.h"
 
 #include <grp.h>
-#include <poll.h>
 #include <pwd.h>
 #include <unistd.h>
 
@@ -11,6 +10,7 @@
 #include <string>
 
 #include "platform/kernel32.h"
+#include "platform/linux/EndProcess.h"
 #include "platform/linux/Handles.h"
 #include "platform/linux/Places.h"
 #include "platform/linux/PriorityClass.h"
@@ -54,8 +54,7 @@ std::optional<onlinux::ProcessStatus> StatusOf(Handle handle) {
   const auto* process = onlinux::FindAs<onlinux::OpenedProcess>(handle);
   auto status = process ? onlinux::ReadStatus(process->id) : std::nullopt;
   if (!status) return std::nullopt;
-  pollfd ended{.fd = process->descriptor.get(), .events = POLLIN, .revents = 0};
-  return ::poll(&ended, 1, 0) == 0 ? status : std::nullopt;
+  return onlinux::HasEnded(process->descriptor, 0) ? std::nullopt : status;
 }
 
 std::string NameOf(uid_t user) {

@@ -1,16 +1,14 @@
 #include "platform/linux/RunToEnd.h"
 
 #include <fcntl.h>
-#include <poll.h>
-#include <signal.h>
 #include <spawn.h>
-#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <thread>
 
-#include "platform/linux/Descriptor.h"
+#include "platform/linux/EndProcess.h"
 #include "platform/linux/Environment.h"
 #include "platform/linux/Start.h"
 #include "platform/linux/Toolkit.h"
@@ -26,8 +24,20 @@ int ExitCodeOf(pid_t child) {
 
 void WaitFor(const Descriptor& process) {
   if (auto* toolkit = LoadedToolkit()) return toolkit->WaitFor(process.get());
-  pollfd wait{.fd = process.get(), .events = POLLIN, .revents = 0};
-  ::poll(&wait, 1, -1);
+  HasEnded(process, -1);
+}
+
+// True where a child has ended in time; it is still to be reaped.
+bool EndsWithin(pid_t child, const Descriptor& process, std::chrono::milliseconds limit) {
+  if (process) return HasEnded(process, static_cast<int>(limit.count()));
+  constexpr std::chrono::milliseconds pause{5};
+  for (;; limit -= pause) {
+    siginfo_t info{};
+    if (::waitid(P_PID, static_cast<id_t>(child), &info, WEXITED | WNOHANG | WNOWAIT) != 0 || info.si_pid == child)
+      return true;
+    if (limit <= pause) return false;
+    std::this_thread::sleep_for(pause);
+  }
 }
 
 }  // namespace
@@ -36,7 +46,7 @@ int RunToEnd(const std::vector<std::string>& words) {
   const auto pointers = Pointers(words);
   pid_t child = 0;
   if (::posix_spawn(&child, pointers[0], nullptr, nullptr, pointers.data(), StartEnvironment()) != 0) return -1;
-  const Descriptor process(static_cast<int>(::syscall(SYS_pidfd_open, child, 0)));
+  const auto process = HoldProcess(child);
   if (process) WaitFor(process);
   return ExitCodeOf(child);
 }
@@ -51,9 +61,8 @@ int RunSilently(const std::vector<std::string>& words, std::chrono::milliseconds
     ::_exit(1);
   }
   if (child < 0) return -1;
-  const Descriptor process(static_cast<int>(::syscall(SYS_pidfd_open, child, 0)));
-  pollfd wait{.fd = process.get(), .events = POLLIN, .revents = 0};
-  if (::poll(&wait, 1, static_cast<int>(limit.count())) <= 0) ::kill(child, SIGKILL);
+  const auto process = HoldProcess(child);
+  if (!EndsWithin(child, process, limit)) EndProcess(child, process);
   return ExitCodeOf(child);
 }
 

@@ -1,6 +1,5 @@
 #include "platform/linux/SharedGroup.h"
 
-#include <poll.h>
 #include <sys/file.h>
 #include <unistd.h>
 
@@ -11,6 +10,7 @@
 #include <system_error>
 #include <utility>
 
+#include "platform/linux/EndProcess.h"
 #include "platform/linux/NiceGroup.h"
 #include "platform/linux/ProcFolder.h"
 
@@ -40,7 +40,7 @@ bool IsForOne(pid_t process, const std::string& group) {
 
 }  // namespace
 
-void LendGroup(pid_t process, int descriptor, int nice) {
+void LendGroup(pid_t process, const Descriptor& held, int nice) {
   auto group = GroupOf(static_cast<std::uint32_t>(process));
   // A session's group is reached through a process of it, and this one will be gone in the end.
   if (!group.isControlGroup) {
@@ -54,8 +54,7 @@ void LendGroup(pid_t process, int descriptor, int nice) {
   while (::flock(file.get(), LOCK_EX) < 0 && errno == EINTR) continue;
   const int before = GroupNice(group);
   if (before == nice || !SetGroupNice(file, nice)) return;
-  pollfd wait{.fd = descriptor, .events = POLLIN, .revents = 0};
-  while (::poll(&wait, 1, -1) < 0 && errno == EINTR) continue;
+  HasEnded(held, -1);
   SetGroupNice(file, before);
 }
 

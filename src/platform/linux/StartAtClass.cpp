@@ -1,4 +1,3 @@
-#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -10,7 +9,7 @@
 #include "platform/kernel32.h"
 #include "platform/linux/Aside.h"
 #include "platform/linux/Descent.h"
-#include "platform/linux/Descriptor.h"
+#include "platform/linux/EndProcess.h"
 #include "platform/linux/OwnClass.h"
 #include "platform/linux/PriorityClass.h"
 #include "platform/linux/Say.h"
@@ -81,8 +80,8 @@ void LendGroup(std::uint32_t priorityClass) {
   const auto nice = onlinux::NiceOfClass(priorityClass);
   if (!nice) return;
   const auto process = ::getpid();
-  const onlinux::Descriptor self(static_cast<int>(::syscall(SYS_pidfd_open, process, 0)));
-  onlinux::DoAside(self.get(), [&] { onlinux::LendGroup(process, self.get(), *nice); });
+  const auto self = onlinux::HoldProcess(process);
+  onlinux::DoAside(self.get(), [&] { onlinux::LendGroup(process, self, *nice); });
 }
 
 std::string WhyLess(const onlinux::Taken& taken) {
