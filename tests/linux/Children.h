@@ -92,10 +92,16 @@ inline bool BecomeNobody() { return ::geteuid() != 0 || (::setgid(65533) == 0 &&
 
 inline bool TellErrorsTo(const std::string& file) { return ::dup2(::creat(file.c_str(), 0644), STDERR_FILENO) > 0; }
 
-// Shows this process and its children a file in the place of another.
+// Shows this process and its children a file in the place of another. What holds the other must be mounted somewhere:
+// the root of a plain chroot is not.
 inline bool PutOver(const std::string& file, const std::string& other) {
-  return ::unshare(CLONE_NEWNS) == 0 && ::mount("", "/", "", MS_PRIVATE | MS_REC, "") == 0 &&
-         ::mount(file.c_str(), other.c_str(), "", MS_BIND, "") == 0;
+  if (::unshare(CLONE_NEWNS) != 0) return false;
+  fs::path holder = other;
+  while (::mount("", holder.c_str(), "", MS_PRIVATE | MS_REC, "") != 0) {
+    if (holder == "/") return false;
+    holder = holder.parent_path();
+  }
+  return ::mount(file.c_str(), other.c_str(), "", MS_BIND, "") == 0;
 }
 
 // Waits until something holds, for as long as a busy machine may need.

@@ -191,13 +191,6 @@ TEST_F(LinuxStarts, WhatIsRefusedIsToldAndTheProgramStartsAllTheSame) {
   if (::geteuid() != 0) GTEST_SKIP() << "only an administrator can take rights away and change the kernel's settings";
   start("/h", BecomeNobody, OwnBase(),
         "velmaro: High is refused to this user: " + program + " keeps the priority that it is started with\n");
-  // The kernel's settings as a program of its own sees them: it keeps nothing for others.
-  const auto keepNothing = [&] { return PutOver(folder / "most", "/proc/sys/kernel/sched_rt_runtime_us"); };
-  for (const auto& most : {std::string("-1\n"), ReadBytes("/proc/sys/kernel/sched_rt_period_us")}) {
-    WriteBytes(folder / "most", most);
-    start("/normal", keepNothing, 13,
-          "velmaro: Real Time would leave nothing of a core to other programs: " + program + " gets High\n");
-  }
   const auto launch = [&](std::uint32_t wanted, auto prepare, std::uint32_t got, const std::string& why) {
     Alone([&] {
       ASSERT_TRUE(prepare());
@@ -215,6 +208,15 @@ TEST_F(LinuxStarts, WhatIsRefusedIsToldAndTheProgramStartsAllTheSame) {
     EXPECT_TRUE(EndRunning(program));
   });
   launch(platform::HIGH_PRIORITY_CLASS, BecomeNobody, onlinux::ClassOfBasePriority(OwnBase()), "members of the group ");
+  // The kernel's settings as a program of its own sees them: it keeps nothing for others.
+  const auto keepNothing = [&] { return PutOver(folder / "most", "/proc/sys/kernel/sched_rt_runtime_us"); };
+  WriteBytes(folder / "most", "-1\n");
+  if (InChild([&] { return keepNothing() ? 0 : 1; }) != 0) GTEST_SKIP() << "the kernel's settings can't be hidden here";
+  for (const auto& most : {std::string("-1\n"), ReadBytes("/proc/sys/kernel/sched_rt_period_us")}) {
+    WriteBytes(folder / "most", most);
+    start("/normal", keepNothing, 13,
+          "velmaro: Real Time would leave nothing of a core to other programs: " + program + " gets High\n");
+  }
   launch(platform::REALTIME_PRIORITY_CLASS, keepNothing, platform::HIGH_PRIORITY_CLASS, "it would leave nothing of ");
 }
 
