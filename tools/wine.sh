@@ -37,6 +37,8 @@ server=wineserver
 export WINELOADER=$wine WINESERVER=$(command -v "$server")
 export WINEPREFIX=$root/build/wine$bits WINEARCH=win$bits WINEDEBUG=${WINEDEBUG:--all}
 [ "$dpi" = 96 ] || WINEPREFIX+=-$dpi
+# In a locale that has no letters but those of English, Wine can neither make nor open a file with others in its name.
+[ "$(locale charmap 2>/dev/null)" != ANSI_X3.4-1968 ] || export LC_ALL=C.UTF-8
 # No offers to download what only other programs need.
 export WINEDLLOVERRIDES='mscoree,mshtml='
 state=$WINEPREFIX.display
