@@ -58,15 +58,16 @@ Folder::Folder() {
 }
 
 Folder::~Folder() {
-  for (const auto& process : Processes()) {
-    const OwnedHandle opened(::OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, process.id));
-    std::wstring image(1000, L'\0');
-    auto length = static_cast<DWORD>(image.size());
-    if (opened && ::QueryFullProcessImageNameW(opened.get(), 0, image.data(), &length) &&
-        image.starts_with(path_.wstring()))
-      End(process.id);
-  }
+  // A program that is only just starting stands in no snapshot yet: it is met by a later one.
   Until([&] {
+    for (const auto& process : Processes()) {
+      const OwnedHandle opened(::OpenProcess(PROCESS_QUERY_LIMITED_INFORMATION, FALSE, process.id));
+      std::wstring image(1000, L'\0');
+      auto length = static_cast<DWORD>(image.size());
+      if (opened && ::QueryFullProcessImageNameW(opened.get(), 0, image.data(), &length) &&
+          image.starts_with(path_.wstring()))
+        End(process.id);
+    }
     std::error_code failure;
     std::filesystem::remove_all(path_, failure);
     return !failure;
