@@ -32,6 +32,11 @@ void SendKey(int key, DWORD flags) {
   ::SendInput(1, &input, sizeof input);
 }
 
+std::string BytesOf(const std::filesystem::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
 }  // namespace
 
 bool Until(const std::function<bool()>& holds, int milliseconds) {
@@ -79,10 +84,7 @@ std::wstring Folder::Probe(const std::wstring& name) const {
   return Path(name);
 }
 
-std::string Folder::Read(const std::wstring& name) const {
-  std::ifstream file(path_ / name, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
+std::string Folder::Read(const std::wstring& name) const { return BytesOf(path_ / name); }
 
 Program::Program(const std::wstring& path, const std::wstring& line) {
   // Otherwise the system would tell us, and take from us, figures of another resolution.
@@ -132,23 +134,23 @@ HWND Program::Window(const std::wstring& title, const std::wstring& windowClass)
 }
 
 Report ReportOf(const std::wstring& probe) {
+  const std::filesystem::path file = probe + L".txt";
   Report report;
   // A file that just got its name can be shut for a moment yet.
   const bool came = Until([&] {
-    std::ifstream file(std::filesystem::path(probe + L".txt"), std::ios::binary);
-    const std::string bytes{std::istreambuf_iterator<char>(file), {}};
+    const auto bytes = BytesOf(file);
     std::wistringstream lines({reinterpret_cast<const wchar_t*>(bytes.data()), bytes.size() / sizeof(wchar_t)});
     lines >> report.id >> report.show >> std::ws;
     std::getline(lines, report.folder);
     std::getline(lines, report.line);
-    return report.id != 0;
+    std::error_code failure;
+    return report.id != 0 && std::filesystem::remove(file, failure);
   });
   if (!came) throw std::runtime_error("no report came from " + std::filesystem::path(probe).string());
   return report;
 }
 
 Program StartProbe(const std::wstring& probe, const std::wstring& line) {
-  std::filesystem::remove(probe + L".txt");
   Program started(probe, line);
   EXPECT_EQ(ReportOf(probe).id, started.Id());
   return started;

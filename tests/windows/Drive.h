@@ -91,7 +91,8 @@ struct Report {
   std::wstring folder;
   std::wstring line;
 };
-// Waits for the report of a probe that was started from this path. Throws when none comes.
+// Waits for the report of a probe that was started from this path, and takes it away: it never stands for a later
+// start. Throws when none comes.
 Report ReportOf(const std::wstring& probe);
 Program StartProbe(const std::wstring& probe, const std::wstring& line = {});
 

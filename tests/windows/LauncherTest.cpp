@@ -75,7 +75,6 @@ TEST_F(LauncherTest, CommandIsWhatTheFieldShows) {
     }
     ASSERT_TRUE(Until([&] { return Text(field) == command; })) << Text(field);
     settings.Write(L"LastRun", L"");
-    std::filesystem::remove(probe + L".txt");
     Press(Child(dialog, L"BUTTON", L"OK"));
     EXPECT_TRUE(Until([&] { return settings.Read(L"LastRun") == command; })) << settings.Read(L"LastRun");
     EXPECT_TRUE(ReportOf(probe).line.ends_with(L" -long"));
