@@ -4,7 +4,7 @@
 #include "editor/formEdit.h"
 #include "launcher/formLauncher.h"
 #include "memory/formFreeMem.h"
-#include "platform/simulated/FormWindow.h"
+#include "platform/simulated/peers/FormWindow.h"
 
 namespace {
 

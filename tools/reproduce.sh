@@ -17,7 +17,7 @@ cd "$work/another folder"
 umask 077
 export TZ=Asia/Tokyo LC_ALL=C.UTF-8 CCACHE_DISABLE=1
 
-objects=(linux/CMakeFiles/velmaro.dir/src/platform/linux/{Conventions,Places}.cpp.o
+objects=(linux/CMakeFiles/velmaro.dir/src/platform/linux/ground/{Conventions,Places}.cpp.o
   linux/CMakeFiles/velmaro.dir/src/desktop/formSplash.cpp.o
   windows/CMakeFiles/velmaro_resources.dir/packaging/velmaro.rc.res)
 linux=(velmaro_toolkit velmaro_x11 velmaro_icon velmaro_documents)

@@ -14,8 +14,8 @@
 #include "Clock.h"
 #include "Compare.h"
 #include "Screen.h"
-#include "platform/linux/EndProcess.h"
-#include "platform/linux/Start.h"
+#include "platform/linux/processes/EndProcess.h"
+#include "platform/linux/starts/Start.h"
 
 namespace {
 

@@ -10,7 +10,7 @@
 #include <cstring>
 
 #include "Compare.h"
-#include "platform/linux/EndProcess.h"
+#include "platform/linux/processes/EndProcess.h"
 
 pid_t ForkBound(const std::function<void()>& work) {
   const auto parent = ::getpid();

@@ -9,8 +9,8 @@
 
 #include "Children.h"
 #include "Compare.h"
-#include "platform/linux/EndProcess.h"
-#include "platform/linux/Start.h"
+#include "platform/linux/processes/EndProcess.h"
+#include "platform/linux/starts/Start.h"
 
 namespace {
 

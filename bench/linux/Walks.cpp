@@ -5,7 +5,7 @@
 #include "Children.h"
 #include "Clock.h"
 #include "Compare.h"
-#include "platform/linux/Start.h"
+#include "platform/linux/starts/Start.h"
 #include "process/WalkProcesses.h"
 #include "runtime/Application.h"
 

@@ -26,7 +26,7 @@
 #include <vector>
 
 #include "platform/kernel32.h"
-#include "platform/linux/EndProcess.h"
+#include "platform/linux/processes/EndProcess.h"
 
 namespace velmaro {
 

@@ -2,8 +2,8 @@
 #include <gtest/gtest.h>
 
 #include "Children.h"
-#include "platform/linux/ControlGroup.h"
-#include "platform/linux/NiceGroup.h"
+#include "platform/linux/memory/ControlGroup.h"
+#include "platform/linux/processes/NiceGroup.h"
 
 namespace velmaro {
 namespace {

@@ -5,7 +5,7 @@
 #include <sys/xattr.h>
 
 #include "Children.h"
-#include "platform/linux/Descriptor.h"
+#include "platform/linux/ground/Descriptor.h"
 #include "platform/linux/x11/XServer.h"
 #include "platform/user32.h"
 

@@ -6,8 +6,8 @@
 #include <set>
 
 #include "Children.h"
-#include "platform/linux/PriorityClass.h"
-#include "platform/linux/Start.h"
+#include "platform/linux/processes/PriorityClass.h"
+#include "platform/linux/starts/Start.h"
 #include "platform/start.h"
 #include "platform/user32.h"
 

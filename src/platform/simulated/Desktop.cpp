@@ -4,9 +4,9 @@
 #include <stdexcept>
 #include <utility>
 
-#include "platform/simulated/ControlPeer.h"
-#include "platform/simulated/FormWindow.h"
-#include "platform/simulated/TimerPeer.h"
+#include "platform/simulated/peers/ControlPeer.h"
+#include "platform/simulated/peers/FormWindow.h"
+#include "platform/simulated/peers/TimerPeer.h"
 #include "runtime/Form.h"
 #include "runtime/Timer.h"
 

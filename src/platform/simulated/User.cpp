@@ -2,8 +2,8 @@
 
 #include <stdexcept>
 
-#include "platform/simulated/ControlPeer.h"
-#include "platform/simulated/FormWindow.h"
+#include "platform/simulated/peers/ControlPeer.h"
+#include "platform/simulated/peers/FormWindow.h"
 
 namespace simulated {
 namespace {

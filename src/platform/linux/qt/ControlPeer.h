@@ -5,7 +5,7 @@
 #include <memory>
 #include <utility>
 
-#include "platform/linux/OwnWindows.h"
+#include "platform/linux/ground/OwnWindows.h"
 #include "platform/linux/qt/FormWindow.h"
 #include "platform/linux/qt/OwnedWidget.h"
 #include "runtime/Control.h"

@@ -6,7 +6,7 @@
 #include <memory>
 #include <optional>
 
-#include "platform/linux/OwnWindows.h"
+#include "platform/linux/ground/OwnWindows.h"
 #include "platform/linux/qt/FormMenus.h"
 #include "platform/linux/qt/Look.h"
 #include "runtime/Form.h"

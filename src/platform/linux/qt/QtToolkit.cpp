@@ -11,7 +11,7 @@
 #include <memory>
 #include <utility>
 
-#include "platform/linux/Say.h"
+#include "platform/linux/ground/Say.h"
 #include "platform/linux/qt/Accessible.h"
 #include "platform/linux/qt/ButtonPeers.h"
 #include "platform/linux/qt/EditPeers.h"

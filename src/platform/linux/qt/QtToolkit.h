@@ -4,7 +4,7 @@
 #include <map>
 #include <string>
 
-#include "platform/linux/Toolkit.h"
+#include "platform/linux/desktop/Toolkit.h"
 #include "platform/linux/qt/Balloon.h"
 #include "platform/linux/qt/KeyRouter.h"
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <numeric>
 
-#include "platform/linux/Utf8.h"
+#include "platform/linux/ground/Utf8.h"
 #include "platform/linux/qt/QtText.h"
 
 namespace onlinux {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/WindowCalls.h"
+#include "platform/linux/desktop/WindowCalls.h"
 
 namespace onlinux {
 

@@ -4,7 +4,7 @@
 #include <array>
 #include <ranges>
 
-#include "platform/linux/Descent.h"
+#include "platform/linux/processes/Descent.h"
 #include "platform/linux/x11/Calls.h"
 #include "platform/linux/x11/TopLevels.h"
 #include "platform/linux/x11/WindowOwner.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <map>
 
-#include "platform/linux/Utf8.h"
+#include "platform/linux/ground/Utf8.h"
 #include "platform/linux/x11/CompoundText.h"
 
 namespace onlinux {

@@ -2,7 +2,7 @@
 #include <array>
 #include <cstring>
 
-#include "platform/linux/OwnWindows.h"
+#include "platform/linux/ground/OwnWindows.h"
 #include "platform/linux/x11/Calls.h"
 #include "platform/linux/x11/TopLevels.h"
 #include "platform/linux/x11/WindowState.h"

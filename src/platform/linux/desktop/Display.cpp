@@ -1,0 +1,66 @@
+#include "platform/linux/desktop/Display.h"
+
+#include <poll.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+
+#include <array>
+#include <cstdlib>
+#include <sstream>
+
+#include "platform/linux/desktop/WindowCalls.h"
+#include "platform/linux/ground/Descriptor.h"
+#include "platform/machine.h"
+
+namespace onlinux {
+namespace {
+
+std::string Told(const char* variable) {
+  const char* value = std::getenv(variable);
+  return value ? value : "";
+}
+
+// Asks the compositor for a word and waits for it, for less than users wait for a window.
+bool Answers(const Descriptor& line) {
+  constexpr int patience = 700;
+  // The request "sync" of the object 1, 12 bytes long, whose answer is to bear the number 2.
+  constexpr std::array<std::uint32_t, 3> sync = {1, 12U << 16, 2};
+  if (::send(line.get(), sync.data(), sizeof sync, MSG_NOSIGNAL) != sizeof sync) return false;
+  pollfd wait{.fd = line.get(), .events = POLLIN, .revents = 0};
+  char byte = 0;
+  return ::poll(&wait, 1, patience) == 1 && ::recv(line.get(), &byte, 1, 0) == 1;
+}
+
+bool IsWaylandThere() {
+  auto path = Told("WAYLAND_DISPLAY");
+  if (path.empty()) return false;
+  if (path.front() != '/') path = Told("XDG_RUNTIME_DIR") + '/' + path;
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  if (path.size() >= sizeof address.sun_path) return false;
+  path.copy(address.sun_path, path.size());
+  // A line on which nobody is heard must not hold up the connection either.
+  const Descriptor line(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+  if (!line || ::connect(line.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) return false;
+  return Answers(line);
+}
+
+bool IsServerThere(const std::string& plugin) {
+  if (plugin.starts_with("wayland")) return IsWaylandThere();
+  if (!plugin.starts_with("xcb")) return true;
+  const auto* calls = TheWindowCalls();
+  return calls && calls->HasServer();
+}
+
+}  // namespace
+
+std::string WaysToShow() {
+  const auto named = Told("QT_QPA_PLATFORM");
+  std::istringstream ways(named.empty() ? "xcb;wayland" : named);
+  std::string there;
+  for (std::string way; std::getline(ways, way, ';');)
+    if (IsServerThere(platform::LowerCase(way))) there += (there.empty() ? "" : ";") + way;
+  return there;
+}
+
+}  // namespace onlinux

@@ -1,0 +1,62 @@
+#include "platform/linux/ground/Places.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <system_error>
+
+#include "platform/linux/ground/UserFolder.h"
+#include "platform/machine.h"
+
+namespace onlinux {
+namespace {
+
+// The installation writes its prefix behind these words into the installed program. Whoever reads it must look, so it
+// is volatile for the compiler.
+constexpr std::size_t PrefixRoom = 1024;
+constexpr std::size_t WordsLength = 24;
+const volatile char Recorded[WordsLength + PrefixRoom] = "velmaro is installed in:";
+
+std::string IfThere(const std::string& path) { return ::access(path.c_str(), R_OK) == 0 ? path : std::string(); }
+
+// In a folder where anyone may put files, only those of the program's own owner are what they seem to be.
+bool BelongsToProgram(const std::string& path) {
+  struct stat file {};
+  struct stat program {};
+  if (::lstat(path.c_str(), &file) != 0 || ::stat("/proc/self/exe", &program) != 0) return false;
+  return S_ISREG(file.st_mode) && !(file.st_mode & S_IWOTH) && (file.st_uid == program.st_uid || file.st_uid == 0);
+}
+
+}  // namespace
+
+std::string ProgramFolder() {
+  std::error_code error;
+  return std::filesystem::read_symlink("/proc/self/exe", error).parent_path().string();
+}
+
+std::string InstalledPrefix() {
+  std::string prefix;
+  for (std::size_t i = WordsLength; i < sizeof Recorded && Recorded[i] != '\0'; ++i) prefix += Recorded[i];
+  return prefix;
+}
+
+std::string LibraryPath(const std::string& name) {
+  auto beside = ProgramFolder() + '/' + name;
+  if (BelongsToProgram(beside)) return beside;
+  const auto prefix = InstalledPrefix();
+  return prefix.empty() ? prefix : IfThere(prefix + "/lib/velmaro/" + name);
+}
+
+}  // namespace onlinux
+
+namespace platform {
+
+std::string AppFolder() {
+  if (onlinux::InstalledPrefix().empty()) return onlinux::ProgramFolder();
+  const auto folder = onlinux::UserFolder("velmaro");
+  onlinux::MakeUserFolder(folder);
+  return folder.string();
+}
+
+}  // namespace platform

@@ -1,0 +1,124 @@
+#include "platform/linux/memory/ControlGroup.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <string_view>
+#include <vector>
+
+#include "platform/linux/ground/ReadWhole.h"
+
+namespace onlinux {
+namespace {
+
+// The files in which a version of the groups tells its figures. All of its limits hold at once.
+struct Version {
+  std::string_view fileSystem;
+  std::string_view controllers;
+  std::array<const char*, 2> limits;
+  const char* used;
+  std::string_view cache;
+};
+
+constexpr Version First{"cgroup",
+                        "memory",
+                        {"/memory.limit_in_bytes", "/memory.memsw.limit_in_bytes"},
+                        "/memory.usage_in_bytes",
+                        "\ntotal_inactive_file "};
+// Beyond the high mark a group is not ended, but slowed down until it stands still.
+constexpr Version Second{"cgroup2", "", {"/memory.max", "/memory.high"}, "/memory.current", "\ninactive_file "};
+
+std::vector<std::string_view> Split(std::string_view text, char separator) {
+  std::vector<std::string_view> parts;
+  for (std::size_t end = 0; end != std::string_view::npos; text.remove_prefix(std::min(end + 1, text.size()))) {
+    end = text.find(separator);
+    parts.push_back(text.substr(0, end));
+  }
+  return parts;
+}
+
+bool Holds(std::string_view list, std::string_view word) { return std::ranges::count(Split(list, ','), word) != 0; }
+
+// The number that a text begins with; nothing for one that stands for no limit.
+std::optional<std::uint64_t> Number(std::string_view text) {
+  std::uint64_t number = 0;
+  if (std::from_chars(text.data(), text.data() + text.size(), number).ec != std::errc()) return std::nullopt;
+  // The first version tells the largest number of pages for want of a word.
+  constexpr std::uint64_t none = std::uint64_t{1} << 60;
+  return number < none ? std::optional(number) : std::nullopt;
+}
+
+// The path of the process's group among the groups of a version, such as "/user.slice".
+std::optional<std::string> GroupPath(const std::string& groups, const Version& version) {
+  for (const auto line : Split(groups, '\n')) {
+    const auto first = line.find(':');
+    const auto second = first == std::string_view::npos ? first : line.find(':', first + 1);
+    if (second == std::string_view::npos) continue;
+    if (Holds(line.substr(first + 1, second - first - 1), version.controllers))
+      return std::string(line.substr(second + 1));
+  }
+  return std::nullopt;
+}
+
+struct Mount {
+  std::string root;  // the group that the folder shows
+  std::string folder;
+};
+
+std::optional<Mount> FindMount(const std::string& mounts, const Version& version) {
+  for (const auto line : Split(mounts, '\n')) {
+    const auto bar = line.find(" - ");
+    if (bar == std::string_view::npos) continue;
+    const auto before = Split(line.substr(0, bar), ' ');
+    const auto behind = Split(line.substr(bar + 3), ' ');
+    if (before.size() < 5 || behind.size() < 3 || behind[0] != version.fileSystem) continue;
+    if (version.controllers.empty() || Holds(behind[2], version.controllers))
+      return Mount{std::string(before[3]), std::string(before[4])};
+  }
+  return std::nullopt;
+}
+
+// What the group keeps of files is given up for a claim, as far as nobody has used it of late.
+std::uint64_t Cache(const std::string& folder, const Version& version) {
+  const auto text = '\n' + ReadWhole(folder + "/memory.stat");
+  const auto at = text.find(version.cache);
+  return at == std::string::npos ? 0 : Number(std::string_view(text).substr(at + version.cache.size())).value_or(0);
+}
+
+std::optional<GroupMemory> ReadGroup(const std::string& folder, const Version& version) {
+  std::optional<std::uint64_t> limit;
+  for (const auto* name : version.limits)
+    if (const auto told = Number(ReadWhole(folder + name))) limit = std::min(*told, limit.value_or(*told));
+  const auto used = limit ? Number(ReadWhole(folder + version.used)) : std::nullopt;
+  if (!used) return std::nullopt;
+  const auto held = *used - std::min(*used, Cache(folder, version));
+  return GroupMemory{*limit, *limit - std::min(*limit, held)};
+}
+
+std::optional<GroupMemory> Least(std::optional<GroupMemory> one, std::optional<GroupMemory> other) {
+  if (!one || !other) return one ? one : other;
+  return one->left < other->left ? one : other;
+}
+
+std::optional<GroupMemory> ReadVersion(const std::string& groups, const std::string& mounts, const Version& version) {
+  auto path = GroupPath(groups, version);
+  const auto mount = path ? FindMount(mounts, version) : std::nullopt;
+  if (!mount) return std::nullopt;
+  // In a container the folder shows that container's group, under the name that it has outside.
+  if (mount->root != "/") path = path->starts_with(mount->root) ? path->substr(mount->root.size()) : "";
+  std::optional<GroupMemory> least;
+  for (;; path->resize(path->rfind('/'))) {
+    least = Least(least, ReadGroup(mount->folder + *path, version));
+    if (path->empty() || path->front() != '/') return least;
+  }
+}
+
+}  // namespace
+
+std::optional<GroupMemory> ReadGroupMemory(const std::string& groups, const std::string& mounts) {
+  const auto groupsText = ReadWhole(groups);
+  const auto mountsText = ReadWhole(mounts);
+  return Least(ReadVersion(groupsText, mountsText, First), ReadVersion(groupsText, mountsText, Second));
+}
+
+}  // namespace onlinux

@@ -1,0 +1,85 @@
+#include "platform/linux/processes/OwnClass.h"
+
+#include <fcntl.h>
+#include <sched.h>
+#include <sys/auxv.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <charconv>
+
+#include "platform/kernel32.h"
+#include "platform/linux/ground/Descriptor.h"
+#include "platform/linux/ground/ReadWhole.h"
+#include "platform/linux/processes/NiceGroup.h"
+#include "platform/linux/processes/PriorityClass.h"
+
+namespace onlinux {
+namespace {
+
+int ReadSetting(const std::string& name) {
+  const auto text = ReadWhole("/proc/sys/kernel/" + name);
+  int value = -1;
+  std::from_chars(text.data(), text.data() + text.size(), value);
+  return value;
+}
+
+// A program that never pauses has its core for itself under Real Time, but for the share that the kernel keeps.
+bool RealTimeLeavesRoom() {
+  const int most = ReadSetting("sched_rt_runtime_us");
+  return most >= 0 && most < ReadSetting("sched_rt_period_us") && ::sysconf(_SC_NPROCESSORS_ONLN) > 1;
+}
+
+bool HasTerminal() { return static_cast<bool>(Descriptor(::open("/dev/tty", O_RDWR | O_CLOEXEC | O_NOCTTY))); }
+
+std::string NameOf(std::uint32_t priorityClass) {
+  switch (priorityClass) {
+    case platform::REALTIME_PRIORITY_CLASS:
+      return "Real Time";
+    case platform::HIGH_PRIORITY_CLASS:
+      return "High";
+    case platform::IDLE_PRIORITY_CLASS:
+      return "Idle";
+    default:
+      return "Normal";
+  }
+}
+
+}  // namespace
+
+Taken TakeClass(std::uint32_t priorityClass) {
+  Taken taken{.asked = priorityClass};
+  const bool realTime = priorityClass == platform::REALTIME_PRIORITY_CLASS;
+  taken.isSpared = realTime && !RealTimeLeavesRoom();
+  const auto take = [&](std::uint32_t wanted) {
+    const bool granted = SetThreadClass(0, wanted);
+    if (granted) taken.got = wanted;
+    return granted;
+  };
+  if (priorityClass != 0 && (taken.isSpared || !take(priorityClass)) && realTime) take(platform::HIGH_PRIORITY_CLASS);
+  taken.now = ClassOfBasePriority(BasePriority(::sched_getscheduler(0), ::getpriority(PRIO_PROCESS, 0)));
+  return taken;
+}
+
+bool TakeGroup(std::uint32_t priorityClass, const std::string& scope) {
+  const auto nice = NiceOfClass(priorityClass);
+  if (!nice) return true;
+  const auto group = GroupOf(static_cast<std::uint32_t>(::getpid()));
+  if (group.isControlGroup)
+    return !scope.empty() && group.name.ends_with('/' + scope) && SetGroupNice(OpenGroup(group), *nice);
+  if (::getsid(0) != ::getpid() && (HasTerminal() || ::setsid() < 0)) return false;
+  // The files of a program that has a right which its user lacks are no longer the user's.
+  if (::getauxval(AT_SECURE) != 0) ::prctl(PR_SET_DUMPABLE, 1);
+  SetGroupNice(OpenGroup(group), *nice);
+  return true;
+}
+
+std::string Shortfall(const Taken& taken, const std::string& program) {
+  if (taken.got == taken.asked) return {};
+  const std::string why = taken.isSpared ? LeavesNoRoom : "is refused to this user";
+  const auto what = taken.got == 0 ? " keeps the priority that it is started with" : " gets " + NameOf(taken.got);
+  return NameOf(taken.asked) + ' ' + why + ": " + program + what;
+}
+
+}  // namespace onlinux

@@ -1,0 +1,126 @@
+#include "platform/linux/processes/ProcFolder.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <memory>
+
+#include "platform/linux/ground/Descriptor.h"
+
+namespace onlinux {
+namespace {
+
+struct CloseFolder {
+  void operator()(DIR* folder) const { ::closedir(folder); }
+};
+using Folder = std::unique_ptr<DIR, CloseFolder>;
+
+template <class Number>
+bool ReadNumber(std::string_view text, Number& number) {
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  return error == std::errc() && end == text.data() + text.size();
+}
+
+// The library's search for one of several characters calls a function for each one that it passes.
+bool IsBlank(char c) { return c == ' ' || c == '\n'; }
+
+template <class Visit>
+void ForEachNumber(DIR* folder, Visit visit) {
+  while (const auto* entry = ::readdir(folder)) {
+    std::uint32_t number = 0;
+    if (ReadNumber(std::string_view(entry->d_name), number)) visit(number, *entry);
+  }
+}
+
+}  // namespace
+
+std::string ReadSmall(int folder, const std::string& path, std::size_t room) {
+  const Descriptor file(::openat(folder, path.c_str(), O_RDONLY | O_CLOEXEC));
+  if (!file) return {};
+  std::string text(room, '\0');
+  const auto got = ::read(file.get(), text.data(), room);
+  text.resize(got > 0 ? static_cast<std::size_t>(got) : 0);
+  return text;
+}
+
+std::optional<ProcessStatus> ParseStatus(std::string_view line) {
+  const auto open = line.find('(');
+  const auto close = line.rfind(')');
+  if (open == std::string_view::npos || close == std::string_view::npos || close < open) return std::nullopt;
+  constexpr std::size_t count = 41;
+  std::array<std::string_view, count + 1> fields;  // by the numbers of the manual, which begin at 1
+  std::size_t filled = 2;
+  for (auto at = line.begin() + static_cast<std::ptrdiff_t>(close) + 1; filled < count;) {
+    const auto start = std::find_if_not(at, line.end(), IsBlank);
+    if (start == line.end()) return std::nullopt;
+    at = std::find_if(start, line.end(), IsBlank);
+    fields[++filled] = {start, at};
+  }
+  ProcessStatus status;
+  status.state = fields[3].front();
+  status.hasTerminal = fields[7] != "0";
+  status.shortName = line.substr(open + 1, close - open - 1);
+  const bool whole = ReadNumber(fields[4], status.parent) && ReadNumber(fields[9], status.flags) &&
+                     ReadNumber(fields[19], status.nice) && ReadNumber(fields[20], status.threads) &&
+                     ReadNumber(fields[22], status.startTime) && ReadNumber(fields[41], status.policy);
+  return whole ? std::optional(std::move(status)) : std::nullopt;
+}
+
+std::optional<ProcessStatus> ReadStatus(std::uint32_t processId) {
+  return ParseStatus(ReadSmall(AT_FDCWD, "/proc/" + std::to_string(processId) + "/stat", 1024));
+}
+
+bool ForEachPlace(const std::function<void(const ProcessPlace&)>& visit) {
+  const Folder proc(::opendir("/proc"));
+  if (!proc) return false;
+  std::vector<ProcessPlace> places;
+  ForEachNumber(proc.get(), [&](std::uint32_t id, const dirent& entry) {
+    places.push_back({::dirfd(proc.get()), id, entry.d_name, entry.d_ino});
+  });
+  for (const auto& place : places) visit(place);
+  return true;
+}
+
+std::optional<ProcessRecord> ReadProcess(const ProcessPlace& place) {
+  auto status = ParseStatus(ReadSmall(place.folder, place.path + "/stat", 1024));
+  if (!status || status->Ended()) return std::nullopt;
+  ProcessRecord process{.id = place.id, .status = std::move(*status), .names = {}};
+  if (!process.status.IsKernelThread()) process.names = ReadNames(place.folder, place.path, process.status.shortName);
+  return process;
+}
+
+std::optional<std::vector<ProcessRecord>> ReadProcesses() {
+  std::vector<ProcessRecord> processes;
+  const bool read = ForEachPlace([&](const ProcessPlace& place) {
+    auto process = ReadProcess(place);
+    if (process && !process->status.IsKernelThread()) processes.push_back(std::move(*process));
+  });
+  return read ? std::optional(std::move(processes)) : std::nullopt;
+}
+
+Parents::Parents(const std::vector<ProcessRecord>& processes) {
+  for (const auto& process : processes) parents_[process.id] = process.status.parent;
+}
+
+// Numbers change hands while they are read, so the way up could run in a circle.
+bool Parents::Descends(std::uint32_t from, std::uint32_t to) const {
+  for (std::size_t steps = parents_.size(); from != to && steps > 0; --steps) {
+    const auto at = parents_.find(from);
+    if (at == parents_.end()) return false;
+    from = at->second;
+  }
+  return from == to;
+}
+
+std::vector<std::uint32_t> ReadThreads(std::uint32_t processId) {
+  const Folder tasks(::opendir(("/proc/" + std::to_string(processId) + "/task").c_str()));
+  std::vector<std::uint32_t> threads;
+  if (tasks) ForEachNumber(tasks.get(), [&](std::uint32_t id, const dirent&) { threads.push_back(id); });
+  return threads;
+}
+
+}  // namespace onlinux

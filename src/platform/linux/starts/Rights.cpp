@@ -1,0 +1,111 @@
+#include "platform/rights.h"
+
+#include <grp.h>
+#include <pwd.h>
+#include <unistd.h>
+
+#include <charconv>
+#include <chrono>
+#include <optional>
+#include <string>
+
+#include "platform/kernel32.h"
+#include "platform/linux/desktop/RunToEnd.h"
+#include "platform/linux/ground/Places.h"
+#include "platform/linux/ground/ReadWhole.h"
+#include "platform/linux/processes/EndProcess.h"
+#include "platform/linux/processes/Handles.h"
+#include "platform/linux/processes/PriorityClass.h"
+#include "platform/linux/starts/Start.h"
+
+namespace platform {
+namespace {
+
+// The group whose members may raise classes, by the limits that come with the program.
+constexpr const char* Group = "velmaro";
+// What the policy calls that which an administrator's password is asked for.
+constexpr const char* Action = "example.velmaro.set-class";
+
+// The desktop's own program that asks for a password; empty where there is none in the folders of PATH.
+std::string Asker() {
+  const auto path = onlinux::FindFile("pkexec");
+  return path.starts_with('/') ? path : std::string();
+}
+
+// What is run with the right: a program that sets one class and does nothing else. Only an installation has it, since
+// the policy names its whole path.
+std::string Helper() {
+  const auto prefix = onlinux::InstalledPrefix();
+  return prefix.empty() ? prefix : prefix + "/libexec/velmaro/velmaro-set-class";
+}
+
+// The user whom a process belongs to; nobody's number, which is all ones, when it is gone.
+uid_t OwnerOf(std::uint32_t processId) {
+  const auto status = onlinux::ReadWhole("/proc/" + std::to_string(processId) + "/status");
+  constexpr std::string_view line = "\nUid:\t";
+  uid_t owner = ~uid_t{0};
+  if (const auto at = status.find(line); at != std::string::npos)
+    std::from_chars(status.data() + at + line.size(), status.data() + status.size(), owner);
+  return owner;
+}
+
+// The status of an opened process; nothing where it has ended, even if its number is another's by now.
+std::optional<onlinux::ProcessStatus> StatusOf(Handle handle) {
+  const auto* process = onlinux::FindAs<onlinux::OpenedProcess>(handle);
+  auto status = process ? onlinux::ReadStatus(process->id) : std::nullopt;
+  if (!status) return std::nullopt;
+  return onlinux::HasEnded(process->descriptor, 0) ? std::nullopt : status;
+}
+
+std::string NameOf(uid_t user) {
+  const auto* entry = ::getpwuid(user);
+  return entry ? entry->pw_name : std::to_string(user);
+}
+
+bool IsMember(const std::string& user) {
+  const auto* group = ::getgrnam(Group);
+  for (auto member = group ? group->gr_mem : nullptr; member && *member; ++member)
+    if (user == *member) return true;
+  return false;
+}
+
+}  // namespace
+
+bool ClassIsReadBack() { return true; }
+
+std::uint32_t GetPriorityClass(Handle handle) {
+  const auto status = StatusOf(handle);
+  if (!status) return 0;
+  return onlinux::ClassOfBasePriority(onlinux::BasePriority(status->policy, status->nice));
+}
+
+std::string WhatWouldHelp(Handle handle) {
+  const auto* process = onlinux::FindAs<onlinux::OpenedProcess>(handle);
+  const auto owner = process ? OwnerOf(process->id) : ::geteuid();
+  if (owner != ::geteuid()) return "it belongs to " + NameOf(owner) + ", so only an administrator may change it";
+  const auto user = NameOf(owner);
+  const std::string group = Group;
+  if (IsMember(user)) return "log in again, and your membership of the group " + group + " counts";
+  return "members of the group " + group + " may do so (sudo groupadd -f " + group + " && sudo usermod -aG " + group +
+         ' ' + user + ", then log in again)";
+}
+
+bool CanAskForRight() { return ::access(Helper().c_str(), X_OK) == 0 && !Asker().empty(); }
+
+bool RightIsGiven() {
+  const auto checker = onlinux::FindFile("pkcheck");
+  if (!checker.starts_with('/')) return false;
+  constexpr std::chrono::seconds limit{1};
+  return onlinux::RunSilently({checker, "--action-id", Action, "--process", std::to_string(::getpid())}, limit) == 0;
+}
+
+bool SetPriorityClassAsking(Handle handle, std::uint32_t priorityClass) {
+  const auto status = StatusOf(handle);
+  if (!status) return false;
+  const auto process = onlinux::FindAs<onlinux::OpenedProcess>(handle)->id;
+  // Without an agent of the desktop's nobody is asked: a prompt in some terminal would look like a window that hangs.
+  return onlinux::RunToEnd({Asker(), "--disable-internal-agent", Helper(), std::to_string(process),
+                            std::to_string(status->startTime), std::to_string(priorityClass)}) == 0;
+}
+
+}  // namespace platform

@@ -1,0 +1,123 @@
+#include <unistd.h>
+
+#include <cerrno>
+#include <chrono>
+#include <cstdlib>
+#include <cstring>
+#include <vector>
+
+#include "platform/kernel32.h"
+#include "platform/linux/desktop/WindowCalls.h"
+#include "platform/linux/ground/Say.h"
+#include "platform/linux/processes/Descent.h"
+#include "platform/linux/processes/EndProcess.h"
+#include "platform/linux/processes/OwnClass.h"
+#include "platform/linux/processes/PriorityClass.h"
+#include "platform/linux/starts/Aside.h"
+#include "platform/linux/starts/SharedGroup.h"
+#include "platform/linux/starts/Start.h"
+#include "platform/rights.h"
+#include "platform/start.h"
+#include "platform/user32.h"
+
+namespace platform {
+namespace {
+
+using onlinux::Command;
+
+std::vector<std::string> WordsOf(const std::string& command) {
+  if (command.find('\0') == std::string::npos) return onlinux::SplitCommand(command);
+  std::vector<std::string> words;
+  for (std::size_t at = 0; at < command.size(); at = command.find('\0', at) + 1)
+    words.emplace_back(command.c_str() + at);
+  return words;
+}
+
+int ExitCodeOf(int error) { return error == ENOENT ? onlinux::NotThere : onlinux::CanNotBeRun; }
+
+Started Failed(const std::string& program, int error) {
+  onlinux::Say(program + ": " + std::strerror(error));
+  return {.program = program, .exitCode = ExitCodeOf(error)};
+}
+
+std::string HomeFolder() {
+  const char* home = std::getenv("HOME");
+  return home && *home == '/' ? home : "/";
+}
+
+void HideByTitle(const std::string& title) {
+  constexpr std::uint32_t delay = 750;
+  Sleep(delay);
+  if (const auto window = FindWindowA(title)) ShowWindow(window, SW_HIDE);
+}
+
+void ShowFirst(const onlinux::Descent& descent, int showCommand) {
+  constexpr std::chrono::seconds limit{10};
+  if (const auto* calls = onlinux::TheWindowCalls())
+    calls->ShowFirstWindow(descent, static_cast<onlinux::ShowState>(showCommand), limit);
+}
+
+// What is done to the windows of a program that starts: each task by a process of its own, none where there is none.
+class WindowTasks {
+ public:
+  explicit WindowTasks(const Start& start) : start_(start) {
+    if (start.showCommand != SW_SHOWNORMAL) mark_.emplace();
+  }
+  void Begin(pid_t process) const {
+    if (start_.titleToHide) onlinux::DoAside(-1, [&] { HideByTitle(*start_.titleToHide); });
+    if (!mark_) return;
+    const onlinux::Descent descent{static_cast<std::uint32_t>(process), mark_->Line()};
+    onlinux::DoAside(-1, [&] { ShowFirst(descent, start_.showCommand); });
+  }
+
+ private:
+  const Start& start_;
+  std::optional<onlinux::Mark> mark_;  // stands in the environment while the program starts
+};
+
+// Lends the group that this program shares with others its class for as long as it runs.
+void LendGroup(std::uint32_t priorityClass) {
+  const auto nice = onlinux::NiceOfClass(priorityClass);
+  if (!nice) return;
+  const auto process = ::getpid();
+  const auto self = onlinux::HoldProcess(process);
+  onlinux::DoAside(self.get(), [&] { onlinux::LendGroup(process, self, *nice); });
+}
+
+std::string WhyLess(const onlinux::Taken& taken) {
+  if (taken.got == taken.asked) return {};
+  return taken.isSpared ? std::string("it ") + onlinux::LeavesNoRoom : WhatWouldHelp(0);
+}
+
+Started TakePlace(const Start& start, Command command) {
+  const auto taken = onlinux::TakeClass(start.priorityClass);
+  if (const auto line = onlinux::Shortfall(taken, command.path); !line.empty()) onlinux::Say(line);
+  if (!onlinux::TakeGroup(taken.got)) LendGroup(taken.got);
+  const WindowTasks tasks(start);
+  tasks.Begin(::getpid());
+  return Failed(command.path, onlinux::Become(command));
+}
+
+Started StartBeside(const Start& start, Command command) {
+  const auto folder = start.atHome ? HomeFolder() : std::string();
+  command.path = onlinux::Absolute(command.path);
+  if (start.atHome) command.words.front() = command.path;
+  const WindowTasks tasks(start);
+  const auto apart = onlinux::StartApart(command, folder, start.priorityClass);
+  if (apart.error != 0) return Failed(command.path, apart.error);
+  if (const auto line = onlinux::Shortfall(apart.taken, command.path); !line.empty()) onlinux::Say(line);
+  tasks.Begin(apart.id);
+  return {.program = command.path, .priorityClass = apart.taken.now, .shortfall = WhyLess(apart.taken)};
+}
+
+}  // namespace
+
+std::optional<Started> StartAtClass(const Start& start) {
+  const auto words = WordsOf(start.command);
+  int error = 0;
+  const auto command = onlinux::Resolve(words, error);
+  if (!command) return Failed(words.empty() ? std::string() : words.front(), error);
+  return start.takesPlace ? TakePlace(start, *command) : StartBeside(start, *command);
+}
+
+}  // namespace platform

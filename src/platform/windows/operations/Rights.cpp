@@ -1,0 +1,20 @@
+#include "platform/rights.h"
+
+#include "platform/windows/ground/System.h"
+
+namespace platform {
+
+// The list tells the class that a process really has; its reports tell what was asked for.
+bool ClassIsReadBack() { return false; }
+
+std::uint32_t GetPriorityClass(Handle process) { return ::GetPriorityClass(ToNative<HANDLE>(process)); }
+
+std::string WhatWouldHelp(Handle) { return "it needs an administrator"; }
+
+bool CanAskForRight() { return false; }
+
+bool RightIsGiven() { return false; }
+
+bool SetPriorityClassAsking(Handle, std::uint32_t) { return false; }
+
+}  // namespace platform
