@@ -8,6 +8,7 @@
 #include "Children.h"
 #include "platform/identity.h"
 #include "platform/linux/desktop/RunToEnd.h"
+#include "platform/linux/ground/Words.h"
 #include "platform/linux/processes/PriorityClass.h"
 #include "platform/linux/processes/ProcFolder.h"
 #include "platform/linux/processes/Script.h"

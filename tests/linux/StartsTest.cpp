@@ -6,6 +6,7 @@
 #include <set>
 
 #include "Children.h"
+#include "platform/linux/ground/Words.h"
 #include "platform/linux/processes/PriorityClass.h"
 #include "platform/linux/starts/Start.h"
 #include "platform/start.h"

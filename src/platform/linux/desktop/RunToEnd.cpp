@@ -10,8 +10,8 @@
 
 #include "platform/linux/desktop/Toolkit.h"
 #include "platform/linux/ground/Environment.h"
+#include "platform/linux/ground/Words.h"
 #include "platform/linux/processes/EndProcess.h"
-#include "platform/linux/starts/Start.h"
 
 namespace onlinux {
 namespace {

@@ -43,16 +43,6 @@ Descriptor Open(const std::string& path, platform::FileAccess access) {
   return file;
 }
 
-// Reads or writes again where a signal came between.
-template <class Call>
-ssize_t Uninterrupted(Call call) {
-  ssize_t done = 0;
-  do {
-    done = call();
-  } while (done < 0 && errno == EINTR);
-  return done;
-}
-
 // The file that a path ends at, links followed, so that a link to a file stays a link when the file is replaced.
 std::string Target(const std::string& path) {
   struct FreeText {
@@ -79,18 +69,6 @@ bool Take(const std::string& path, const struct stat& facts) {
 }
 
 }  // namespace
-
-std::string ReadWhole(const std::string& path) {
-  const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
-  std::string text;
-  char chunk[16384];
-  for (ssize_t got = 0; file;) {
-    got = Uninterrupted([&] { return ::read(file.get(), chunk, sizeof chunk); });
-    if (got <= 0) break;
-    text.append(chunk, static_cast<std::size_t>(got));
-  }
-  return text;
-}
 
 }  // namespace onlinux
 

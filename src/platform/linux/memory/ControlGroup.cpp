@@ -4,8 +4,8 @@
 #include <array>
 #include <charconv>
 #include <string_view>
-#include <vector>
 
+#include "platform/linux/ground/GroupPlace.h"
 #include "platform/linux/ground/ReadWhole.h"
 
 namespace onlinux {
@@ -13,31 +13,18 @@ namespace {
 
 // The files in which a version of the groups tells its figures. All of its limits hold at once.
 struct Version {
-  std::string_view fileSystem;
-  std::string_view controllers;
+  GroupVersion version;
   std::array<const char*, 2> limits;
   const char* used;
   std::string_view cache;
 };
 
-constexpr Version First{"cgroup",
-                        "memory",
+constexpr Version First{{"cgroup", "memory"},
                         {"/memory.limit_in_bytes", "/memory.memsw.limit_in_bytes"},
                         "/memory.usage_in_bytes",
                         "\ntotal_inactive_file "};
 // Beyond the high mark a group is not ended, but slowed down until it stands still.
-constexpr Version Second{"cgroup2", "", {"/memory.max", "/memory.high"}, "/memory.current", "\ninactive_file "};
-
-std::vector<std::string_view> Split(std::string_view text, char separator) {
-  std::vector<std::string_view> parts;
-  for (std::size_t end = 0; end != std::string_view::npos; text.remove_prefix(std::min(end + 1, text.size()))) {
-    end = text.find(separator);
-    parts.push_back(text.substr(0, end));
-  }
-  return parts;
-}
-
-bool Holds(std::string_view list, std::string_view word) { return std::ranges::count(Split(list, ','), word) != 0; }
+constexpr Version Second{SecondVersion, {"/memory.max", "/memory.high"}, "/memory.current", "\ninactive_file "};
 
 // The number that a text begins with; nothing for one that stands for no limit.
 std::optional<std::uint64_t> Number(std::string_view text) {
@@ -46,36 +33,6 @@ std::optional<std::uint64_t> Number(std::string_view text) {
   // The first version tells the largest number of pages for want of a word.
   constexpr std::uint64_t none = std::uint64_t{1} << 60;
   return number < none ? std::optional(number) : std::nullopt;
-}
-
-// The path of the process's group among the groups of a version, such as "/user.slice".
-std::optional<std::string> GroupPath(const std::string& groups, const Version& version) {
-  for (const auto line : Split(groups, '\n')) {
-    const auto first = line.find(':');
-    const auto second = first == std::string_view::npos ? first : line.find(':', first + 1);
-    if (second == std::string_view::npos) continue;
-    if (Holds(line.substr(first + 1, second - first - 1), version.controllers))
-      return std::string(line.substr(second + 1));
-  }
-  return std::nullopt;
-}
-
-struct Mount {
-  std::string root;  // the group that the folder shows
-  std::string folder;
-};
-
-std::optional<Mount> FindMount(const std::string& mounts, const Version& version) {
-  for (const auto line : Split(mounts, '\n')) {
-    const auto bar = line.find(" - ");
-    if (bar == std::string_view::npos) continue;
-    const auto before = Split(line.substr(0, bar), ' ');
-    const auto behind = Split(line.substr(bar + 3), ' ');
-    if (before.size() < 5 || behind.size() < 3 || behind[0] != version.fileSystem) continue;
-    if (version.controllers.empty() || Holds(behind[2], version.controllers))
-      return Mount{std::string(before[3]), std::string(before[4])};
-  }
-  return std::nullopt;
 }
 
 // What the group keeps of files is given up for a claim, as far as nobody has used it of late.
@@ -101,8 +58,8 @@ std::optional<GroupMemory> Least(std::optional<GroupMemory> one, std::optional<G
 }
 
 std::optional<GroupMemory> ReadVersion(const std::string& groups, const std::string& mounts, const Version& version) {
-  auto path = GroupPath(groups, version);
-  const auto mount = path ? FindMount(mounts, version) : std::nullopt;
+  auto path = GroupPath(groups, version.version);
+  const auto mount = path ? FindMount(mounts, version.version) : std::nullopt;
   if (!mount) return std::nullopt;
   // In a container the folder shows that container's group, under the name that it has outside.
   if (mount->root != "/") path = path->starts_with(mount->root) ? path->substr(mount->root.size()) : "";

@@ -6,7 +6,7 @@
 #include <cstdlib>
 
 #include "platform/linux/ground/ReadWhole.h"
-#include "platform/linux/processes/ProcFolder.h"
+#include "platform/linux/processes/ProcessStatus.h"
 
 namespace onlinux {
 namespace {

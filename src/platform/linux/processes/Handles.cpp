@@ -1,7 +1,5 @@
 #include "platform/linux/processes/Handles.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <map>
 #include <utility>
@@ -21,8 +19,6 @@ Table& TheTable() {
 }
 
 }  // namespace
-
-void CloseDescriptor(int descriptor) { ::close(descriptor); }
 
 platform::Handle Keep(Object object) {
   auto& table = TheTable();

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "platform/kernel32.h"
+#include "platform/linux/ground/GroupPlace.h"
 #include "platform/linux/ground/ReadWhole.h"
 #include "platform/linux/processes/ProcFolder.h"
 
@@ -23,10 +24,8 @@ std::string FileOf(std::uint32_t processId, const char* name) {
 }  // namespace
 
 std::string ProcessorGroup(const std::string& groups, const std::string& folder) {
-  const auto at = ('\n' + groups).find("\n0::/");
-  if (at == std::string::npos) return {};
-  const auto begin = at + 3;
-  auto path = groups.substr(begin, groups.find('\n', begin) - begin);
+  auto path = GroupPath(groups, SecondVersion).value_or("");
+  if (!path.starts_with('/')) return {};
   if (path == "/") path.clear();
   // The group of all groups has no such file, but a container's own view of them begins at one that has.
   for (;; path.resize(path.rfind('/'))) {

@@ -14,6 +14,7 @@
 #include "platform/linux/ground/ReadWhole.h"
 #include "platform/linux/processes/NiceGroup.h"
 #include "platform/linux/processes/PriorityClass.h"
+#include "platform/linux/processes/SetClass.h"
 
 namespace onlinux {
 namespace {

@@ -11,7 +11,7 @@
 
 #include "platform/linux/ground/Descriptor.h"
 #include "platform/linux/ground/ReadWhole.h"
-#include "platform/linux/processes/ProcFolder.h"
+#include "platform/linux/processes/ProcessStatus.h"
 #include "platform/linux/processes/Script.h"
 
 namespace onlinux {

@@ -9,6 +9,7 @@
 #include "platform/linux/processes/NiceGroup.h"
 #include "platform/linux/processes/PriorityClass.h"
 #include "platform/linux/processes/ProcFolder.h"
+#include "platform/linux/processes/SetClass.h"
 #include "platform/machine.h"
 
 namespace platform {

@@ -10,7 +10,7 @@
 #include <cstdlib>
 
 #include "platform/kernel32.h"
-#include "platform/linux/processes/PriorityClass.h"
+#include "platform/linux/processes/SetClass.h"
 
 namespace onlinux {
 namespace {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/kernel32.h"
+#include "platform/linux/ground/Words.h"
 #include "platform/linux/starts/Start.h"
 #include "platform/machine.h"
 #include "platform/shell32.h"

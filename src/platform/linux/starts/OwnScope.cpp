@@ -7,7 +7,8 @@
 #include "platform/kernel32.h"
 #include "platform/linux/desktop/RunToEnd.h"
 #include "platform/linux/ground/ReadWhole.h"
-#include "platform/linux/starts/Start.h"
+#include "platform/linux/ground/Words.h"
+#include "platform/linux/starts/Command.h"
 
 namespace onlinux {
 namespace {

@@ -16,7 +16,7 @@
 #include "platform/linux/processes/EndProcess.h"
 #include "platform/linux/processes/Handles.h"
 #include "platform/linux/processes/PriorityClass.h"
-#include "platform/linux/starts/Start.h"
+#include "platform/linux/starts/Command.h"
 
 namespace platform {
 namespace {

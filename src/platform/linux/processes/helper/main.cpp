@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "platform/kernel32.h"
-#include "platform/linux/processes/ProcFolder.h"
+#include "platform/linux/processes/ProcessStatus.h"
 
 namespace {
 
