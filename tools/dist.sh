@@ -16,7 +16,7 @@ tools/deb.sh build/linux "$dist"
 
 mkdir "$stage/zip"
 cp build/windows/velmaro.exe "$stage/zip"
-python3 tools/player_text.py README.md >"$stage/README.txt"
+python3 tools/player_text.py README.md docs/command-line.md docs/lists.md docs/memory.md >"$stage/README.txt"
 # Velmaro ends a line at a carriage return, as the system's own editors write it.
 for text in "$stage/README.txt" packaging/samples/killlist.txt packaging/samples/nokilllist.txt; do
   sed 's/$/\r/' "$text" >"$stage/zip/${text##*/}"

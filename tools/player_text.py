@@ -1,11 +1,12 @@
 #!/usr/bin/env python3
-"""Prints what a player on Windows needs of the README, as plain text: player_text.py README"""
+"""Prints what a player on Windows needs of the documents, as plain text: player_text.py README [DOCUMENT...]"""
 import pathlib
 import re
 import sys
 import textwrap
 
-LEFT_OUT = ('Build it and run it', 'On Linux', 'For developers')
+LEFT_OUT = ('In two minutes on Linux', 'Where more stands', 'For developers', 'On Linux')
+UNDERLINES = '=-~'
 WIDTH = 78
 
 
@@ -14,6 +15,10 @@ def sections(text):
     parts = re.split(r'(?m)^## (.+)\n', text)
     yield '', parts[0]
     yield from zip(parts[1::2], parts[2::2])
+
+
+def heading(title, level):
+    return f'{title}\n{UNDERLINES[level] * len(title)}'
 
 
 def plain(line):
@@ -32,7 +37,7 @@ def table(rows):
                             break_long_words=False)
 
 
-def blocks(body):
+def blocks(body, level):
     for block in re.split(r'\n{2,}', body.strip('\n')):
         lines = block.split('\n')
         if any('![' in line for line in lines):
@@ -41,24 +46,29 @@ def blocks(body):
             yield '\n'.join(table(lines))
         elif lines[0].startswith('    '):
             yield block
-        elif lines[0].startswith('- '):
-            for item in re.split(r'(?m)^- ', block)[1:]:
-                yield textwrap.fill(plain(' '.join(item.split())), WIDTH, initial_indent='- ', subsequent_indent='  ')
+        elif re.match(r'- |\d+\. ', lines[0]):
+            for mark, item in re.findall(r'(?ms)^(- |\d+\. )(.*?)(?=^(?:- |\d+\. )|\Z)', block):
+                yield textwrap.fill(plain(' '.join(item.split())), WIDTH, initial_indent=mark,
+                                    subsequent_indent=' ' * len(mark))
         else:
-            title = lines[0].startswith('#')
             text = plain(' '.join(block.lstrip('# ').split()))
-            yield text + '\n' + '=' * len(text) if title else textwrap.fill(text, WIDTH)
+            yield heading(text, level) if lines[0].startswith('#') else textwrap.fill(text, WIDTH)
 
 
 def main():
-    text = pathlib.Path(sys.argv[1]).read_text(encoding='utf-8')
     parts = []
-    for title, body in sections(text):
-        if title in LEFT_OUT:
-            continue
-        if title:
-            parts.append(f'{title}\n{"-" * len(title)}')
-        parts += blocks(body)
+    left_out = set()
+    for at, path in enumerate(sys.argv[1:]):
+        level = min(at, 1)  # all documents behind the first are sections of it
+        for title, body in sections(pathlib.Path(path).read_text(encoding='utf-8')):
+            if title in LEFT_OUT:
+                left_out.add(title)
+                continue
+            if title:
+                parts.append(heading(title, level + 1))
+            parts += blocks(body, level)
+    if missing := set(LEFT_OUT) - left_out:
+        sys.exit(f'No section is called: {", ".join(sorted(missing))}')
     print('\n\n'.join(parts))
 
 

@@ -32,8 +32,8 @@ case $check in
     sed -nE 's/^\.It (Cm|Fl) (-?)/\2/; s/^-/--/; T; p' $page | switches manual
     same "$work/help" "$work/manual"
     # A system that has no shell of its own is asked in a box.
-    { grep -E '^\| `/' README.md; echo '--help --version'; } | cut -d '|' -f 1,2 | switches readme
-    same "$work/help" "$work/readme"
+    { grep -E '^\| `/' docs/command-line.md; echo '--help --version'; } | cut -d '|' -f 1,2 | switches table
+    same "$work/help" "$work/table"
     [ "$(wc -l <"$work/help")" -gt 10 ]
     ;;
   version)
