@@ -319,5 +319,35 @@ TEST_F(LinuxProcesses, NoNameThatAProcessGivesItselfSlipsTheNoKillList) {
   }
 }
 
+TEST_F(LinuxProcesses, AProtectedScriptRunsOnHoweverItsInterpreterWasTold) {
+  NoKillListPath = folder / "spared";
+  for (const auto* name : {"bin", "sub"}) fs::create_directory(folder / name);
+  WriteBytes(folder / "app.sh", "kill -STOP $$\n");
+  WriteBytes(folder / "sub/app.sh", "cd /; kill -STOP $$\n");
+  WriteBytes(folder / "app.pl", "kill STOP, $$;\n");
+  WriteBytes(folder / "app.py", "import os; os.kill(os.getpid(), 19)\n");
+  const std::string behindMuch = "-c 'kill -STOP $$' " + std::string(9000, 'x') + " zz-last";
+  for (const auto& [interpreter, words, spared] :
+       std::vector<std::array<std::string, 3>>{{"bash", "--rcfile x app.sh", "app.sh"},
+                                               {"bash", "+o posix app.sh", folder / "app.sh"},
+                                               {"bash", "sub/app.sh", folder / "sub/app.sh"},
+                                               {"bash", "-c 'kill -STOP $$' --of=app.sh", "app.sh"},
+                                               {"bash", "-c 'kill -STOP $$' 'X:\\app.sh'", "app.sh"},
+                                               {"bash", behindMuch, "zz-last"},
+                                               {"perl", "-i.bake app.pl", "app.pl"},
+                                               {"python3", "--check-hash-based-pycs default app.py", "app.p?"}}) {
+    const auto program = folder / ("bin/" + interpreter);
+    if (!fs::exists(program)) fs::copy_file("/usr/bin/" + interpreter, program);
+    const Child child({"/bin/sh", "-c", "cd '" + folder.Path() + "'; exec " + program + ' ' + words});
+    const auto id = static_cast<std::uint32_t>(child.Id());
+    ASSERT_TRUE(Eventually([&] { return onlinux::ReadStatus(id).value().state == 'T' && Finds(program); })) << words;
+    for (const bool isSpared : {true, false}) {
+      WriteBytes(NoKillListPath, isSpared ? spared : "pp.sh\npp.pl\npp.py\nlast\nsub");
+      WalkProcesses(program, 4, true, nullptr);
+      EXPECT_EQ(child.Runs(), isSpared) << words;
+    }
+  }
+}
+
 }  // namespace
 }  // namespace velmaro

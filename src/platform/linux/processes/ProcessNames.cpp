@@ -23,12 +23,16 @@ std::string ReadLink(int folder, const std::string& path) {
   return {target, length > 0 ? static_cast<std::size_t>(length) : 0};
 }
 
+// The texts of a file in which each has a NUL behind it.
+std::vector<std::string> SplitAtNuls(const std::string& bytes) {
+  std::vector<std::string> texts;
+  for (std::size_t at = 0; at < bytes.size(); at += texts.back().size() + 1)
+    texts.push_back(bytes.substr(at, bytes.find('\0', at) - at));
+  return texts;
+}
+
 std::vector<std::string> ReadWords(int folder, const std::string& id) {
-  const auto line = ReadSmall(folder, id + "/cmdline", PATH_MAX);
-  std::vector<std::string> words;
-  for (std::size_t at = 0; at < line.size(); at += words.back().size() + 1)
-    words.push_back(line.substr(at, line.find('\0', at) - at));
-  return words;
+  return SplitAtNuls(ReadSmall(folder, id + "/cmdline", PATH_MAX));
 }
 
 // A program for Windows runs inside a loader, whose path would say nothing of it.
@@ -79,6 +83,23 @@ std::string StartedAs(const std::string& process) {
   return {};
 }
 
+// The folder that a process was told it begins in; empty where it was told none.
+std::string FolderAtStart(const std::string& process) {
+  constexpr std::string_view variable = "PWD=";
+  for (const auto& line : SplitAtNuls(ReadWhole(process + "/environ")))
+    if (line.starts_with(variable)) return line.substr(variable.size());
+  return {};
+}
+
+// Adds all that a word of a command line may name. Which of them are scripts, interpreters alone know, each in its way.
+void AddNames(std::vector<std::string>& names, const std::string& word, const std::vector<std::string>& folders) {
+  if (word.find('\\') != std::string::npos) names.push_back(BaseName(word));
+  if (const auto equals = word.find('='); equals != std::string::npos) names.push_back(word.substr(equals + 1));
+  if (!word.starts_with('/') && !word.starts_with('-'))
+    for (const auto& folder : folders) names.push_back((std::filesystem::path(folder) / word).lexically_normal());
+  names.push_back(word);
+}
+
 }  // namespace
 
 std::string ReadProgram(int folder, const std::string& id) { return ReadLink(folder, id + "/exe"); }
@@ -98,11 +119,12 @@ std::vector<std::string> ReadAllNames(std::uint32_t processId) {
   const auto process = "/proc/" + std::to_string(processId);
   const auto status = ReadStatus(processId);
   if (!status) return {};
-  const auto words = ReadWords(AT_FDCWD, process);
+  const auto words = SplitAtNuls(ReadWhole(process + "/cmdline"));
   const auto [program, script] = ReadNames(AT_FDCWD, process, status->shortName);
   std::vector<std::string> names = {program, script, WithoutRemark(ReadProgram(AT_FDCWD, process)),
                                     PlainName(status->shortName, words), StartedAs(process)};
-  if (!words.empty()) names.push_back(words.front());
+  const std::vector folders = {ReadLink(AT_FDCWD, process + "/cwd"), FolderAtStart(process)};
+  for (const auto& word : words) AddNames(names, word, folders);
   std::erase(names, "");
   return names;
 }

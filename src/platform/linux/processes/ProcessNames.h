@@ -22,7 +22,8 @@ struct ProcessNames {
 std::string ReadProgram(int folder, const std::string& id);
 // The names of a process, told by the open process folder, its place in that and the short name that the kernel keeps.
 ProcessNames ReadNames(int folder, const std::string& id, const std::string& shortName);
-// Every name that a process goes by, whether the system gave it or the process itself.
+// Every name that a process may go by, whether the system gave it or the process itself, and every word of its command
+// line: no list of interpreters and of their options could tell in full which of those is what it runs.
 std::vector<std::string> ReadAllNames(std::uint32_t processId);
 
 }  // namespace onlinux
