@@ -29,6 +29,11 @@ void ForEachNumber(DIR* folder, Visit visit) {
   }
 }
 
+// Any process can give itself that name, but not this program.
+bool IsAside(const ProcessPlace& place, const ProcessStatus& status) {
+  return status.shortName == AsideName && ReadProgram(place.folder, place.path) == ReadProgram(place.folder, "self");
+}
+
 }  // namespace
 
 bool ForEachPlace(const std::function<void(const ProcessPlace&)>& visit) {
@@ -44,7 +49,7 @@ bool ForEachPlace(const std::function<void(const ProcessPlace&)>& visit) {
 
 std::optional<ProcessRecord> ReadProcess(const ProcessPlace& place) {
   auto status = ParseStatus(ReadSmall(place.folder, place.path + "/stat", 1024));
-  if (!status || status->Ended()) return std::nullopt;
+  if (!status || status->Ended() || IsAside(place, *status)) return std::nullopt;
   ProcessRecord process{.id = place.id, .status = std::move(*status), .names = {}};
   if (!process.status.IsKernelThread()) process.names = ReadNames(place.folder, place.path, process.status.shortName);
   return process;

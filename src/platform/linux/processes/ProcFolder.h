@@ -18,6 +18,10 @@ struct ProcessRecord {
   ProcessNames names;
 };
 
+// The short name of the processes of this program that do something aside, such as to give a group's nice value back.
+// They are in no list, so that nothing of the program's own ends them.
+inline constexpr const char* AsideName = "velmaro-aside";
+
 // Where a process has its own folder in the process folder.
 struct ProcessPlace {
   int folder = -1;               // the process folder, open
@@ -29,7 +33,7 @@ struct ProcessPlace {
 // Visits all processes in the order of their numbers, also those that have ended and the kernel's own threads. False
 // when they can't be had.
 bool ForEachPlace(const std::function<void(const ProcessPlace&)>& visit);
-// Reads what is known of a process; nothing when it is gone or has ended. One of the kernel's own threads has no names.
+// Reads what is known of a process; nothing when it is gone or has ended, and for one of this program's aside. One of the kernel's own threads has no names.
 std::optional<ProcessRecord> ReadProcess(const ProcessPlace& place);
 // All running processes in the order of their numbers, without the kernel's own threads. Nothing when they can't be
 // had; a process that goes away meanwhile is left out.

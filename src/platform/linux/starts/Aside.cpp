@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <linux/close_range.h>
+#include <sys/prctl.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -10,6 +11,7 @@
 #include <cstdlib>
 
 #include "platform/kernel32.h"
+#include "platform/linux/processes/ProcFolder.h"
 #include "platform/linux/processes/SetClass.h"
 
 namespace onlinux {
@@ -21,6 +23,7 @@ void CloseFrom(int first, int last) {
 
 [[noreturn]] void Work(int kept, const std::function<void()>& work) {
   ::setsid();
+  ::prctl(PR_SET_NAME, AsideName);
   if (::chdir("/") != 0) ::_exit(1);
   // Whoever reads what the program writes must not wait for this process too.
   const int nothing = ::open("/dev/null", O_RDWR);
