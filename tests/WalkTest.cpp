@@ -106,6 +106,10 @@ TEST_F(Walk, WhereTheClassIsReadBackTheReportTellsTheTruth) {
   EXPECT_EQ(told(0), "has been set to NORMAL.");
   desktop.realTimeAllowed = false;
   EXPECT_EQ(told(2), "stays at HIGH, which it has chosen for itself.");
+  desktop.whyNoRealTime = "nobody gets it";
+  desktop.canAskForRight = true;
+  EXPECT_EQ(told(2), "was refused REAL TIME and stays at HIGH: nobody gets it.") << "and no password would help";
+  desktop.canAskForRight = false;
   process.stubborn = true;
   EXPECT_EQ(told(3), refused + "ask the owner.");
   desktop.startsAtClass = {.program = "game", .priorityClass = platform::HIGH_PRIORITY_CLASS, .shortfall = "no right"};
@@ -129,7 +133,7 @@ TEST_F(Walk, WhereTheClassIsReadBackTheReportTellsTheTruth) {
   EXPECT_EQ(told(0), "has ended before it could be set to NORMAL.");
   process.alive = process.denied = true;
   EXPECT_EQ(told(1), "has ended before it could be set to HIGH.");
-  EXPECT_EQ(desktop.boxes.size(), 14U);
+  EXPECT_EQ(desktop.boxes.size(), 15U);
   EXPECT_EQ(ClassSentence("a", 128, {.made = true, .now = 32768}, ""),
             "a process stays at ABOVE NORMAL, which it has chosen for itself.");
   EXPECT_EQ(ClassSentence("a", 64, {.made = false, .now = 16384}, "b"),

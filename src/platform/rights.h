@@ -15,6 +15,9 @@ inline constexpr std::uint32_t ABOVE_NORMAL_PRIORITY_CLASS = 32768;
 bool ClassIsReadBack();
 // The priority class that an opened process has now; 0 when it is gone.
 std::uint32_t GetPriorityClass(Handle process);
+// Why no program is given a class here, whatever rights a user has, as the end of a sentence without its full stop;
+// empty where it is. It gets the next lower one then.
+std::string WhySpared(std::uint32_t priorityClass);
 // What would let this user change the class of an opened process, as the end of a sentence without its full stop.
 std::string WhatWouldHelp(Handle process);
 // True where the user can be asked for the right to a change that was refused.

@@ -44,8 +44,10 @@ void ChangeClass(platform::Handle process, const std::string& name, std::uint32_
   ClassOutcome outcome{.made = platform::SetPriorityClass(process, priorityClass), .now = priorityClass};
   if (quiet) return;
   const auto sentence = [&](const std::string& help) { return ClassSentence(name, priorityClass, outcome, help); };
+  const auto spared = platform::WhySpared(priorityClass);
+  if (!spared.empty()) outcome.made = false;
   if (platform::ClassIsReadBack()) outcome.now = platform::GetPriorityClass(process);
-  if (IsRefused(priorityClass, outcome) && platform::CanAskForRight()) {
+  if (IsRefused(priorityClass, outcome) && spared.empty() && platform::CanAskForRight()) {
     constexpr auto asks = platform::MB_YESNO | platform::MB_ICONQUESTION;
     const auto question = sentence("do you want to enter an administrator's password for it?");
     if (!platform::RightIsGiven() && MsgBox(question, asks) != platform::IDYES) return;
@@ -53,7 +55,8 @@ void ChangeClass(platform::Handle process, const std::string& name, std::uint32_
     outcome.now = platform::GetPriorityClass(process);
   }
   const bool refused = IsRefused(priorityClass, outcome);
-  MsgBox(sentence(refused ? platform::WhatWouldHelp(process) + '.' : ""), platform::MB_ICONINFORMATION);
+  const auto help = spared.empty() && refused ? platform::WhatWouldHelp(process) : spared;
+  MsgBox(sentence(help + '.'), platform::MB_ICONINFORMATION);
 }
 
 }  // namespace velmaro

@@ -9,6 +9,7 @@
 #include "platform/linux/ground/Words.h"
 #include "platform/linux/processes/PriorityClass.h"
 #include "platform/linux/starts/Start.h"
+#include "platform/rights.h"
 #include "platform/start.h"
 #include "platform/user32.h"
 
@@ -131,6 +132,9 @@ TEST_F(LinuxStarts, AQuietStartKeepsItsTerminalAndLendsItTheShareOfItsClass) {
   const std::multiset<std::string> all = {
       MayRaise() ? "0" : "19", "/dev/null", "/dev/null", "/dev/null", "anon_inode:[pidfd]", ProcOf(shell, "autogroup")};
   EXPECT_TRUE(!hasGroups || (held == all && fs::read_symlink(ProcOf(lender, "cwd")) == "/"));
+  WriteBytes(folder / "all.txt", "velmaro\nvelmaro-aside\nvelmaro");
+  RunProgram({"/q", "/k", folder / "all.txt", "/bin/true"});
+  EXPECT_EQ(Running(VELMARO_PROGRAM), lender) << "nothing in the lists ends what gives the share back";
   EXPECT_EQ(::write(terminal, "\x03", 1), 1);
   EXPECT_TRUE(Eventually([&] { return Running(after) != 0; })) << "the terminal's keys reach the program";
   EXPECT_TRUE(!hasGroups || Eventually([&] { return group(5); }));
@@ -219,6 +223,13 @@ TEST_F(LinuxStarts, WhatIsRefusedIsToldAndTheProgramStartsAllTheSame) {
     start("/normal", keepNothing, 13,
           "velmaro: Real Time would leave nothing of a core to other programs: " + program + " gets High\n");
   }
+  Alone([&] {
+    ASSERT_TRUE(keepNothing());
+    const platform::OwnedHandle own(platform::OpenProcess(0, false, static_cast<std::uint32_t>(::getpid())));
+    EXPECT_TRUE(platform::SetPriorityClass(own.get(), platform::REALTIME_PRIORITY_CLASS));
+    EXPECT_EQ(platform::GetPriorityClass(own.get()), platform::HIGH_PRIORITY_CLASS) << "nor from the window";
+    EXPECT_TRUE(platform::WhySpared(platform::REALTIME_PRIORITY_CLASS).starts_with("it would leave nothing of "));
+  });
   launch(platform::REALTIME_PRIORITY_CLASS, keepNothing, platform::HIGH_PRIORITY_CLASS, "it would leave nothing of ");
 }
 

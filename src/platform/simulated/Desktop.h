@@ -54,6 +54,7 @@ class Desktop {
   std::deque<Process> processes;
   bool snapshotFails = false;
   bool realTimeAllowed = true;  // without it, Real Time silently becomes High
+  std::string whyNoRealTime;    // told to whoever asks for it
   bool classIsReadBack = false;
   bool canAskForRight = false;
   bool rightGiven = false;   // what the user who is asked for it has

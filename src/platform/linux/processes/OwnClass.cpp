@@ -7,30 +7,14 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
-#include <charconv>
-
 #include "platform/kernel32.h"
 #include "platform/linux/ground/Descriptor.h"
-#include "platform/linux/ground/ReadWhole.h"
 #include "platform/linux/processes/NiceGroup.h"
 #include "platform/linux/processes/PriorityClass.h"
 #include "platform/linux/processes/SetClass.h"
 
 namespace onlinux {
 namespace {
-
-int ReadSetting(const std::string& name) {
-  const auto text = ReadWhole("/proc/sys/kernel/" + name);
-  int value = -1;
-  std::from_chars(text.data(), text.data() + text.size(), value);
-  return value;
-}
-
-// A program that never pauses has its core for itself under Real Time, but for the share that the kernel keeps.
-bool RealTimeLeavesRoom() {
-  const int most = ReadSetting("sched_rt_runtime_us");
-  return most >= 0 && most < ReadSetting("sched_rt_period_us") && ::sysconf(_SC_NPROCESSORS_ONLN) > 1;
-}
 
 bool HasTerminal() { return static_cast<bool>(Descriptor(::open("/dev/tty", O_RDWR | O_CLOEXEC | O_NOCTTY))); }
 
@@ -51,14 +35,15 @@ std::string NameOf(std::uint32_t priorityClass) {
 
 Taken TakeClass(std::uint32_t priorityClass) {
   Taken taken{.asked = priorityClass};
-  const bool realTime = priorityClass == platform::REALTIME_PRIORITY_CLASS;
-  taken.isSpared = realTime && !RealTimeLeavesRoom();
+  const auto safe = SafeClass(priorityClass);
+  taken.isSpared = safe != priorityClass;
   const auto take = [&](std::uint32_t wanted) {
     const bool granted = SetThreadClass(0, wanted);
     if (granted) taken.got = wanted;
     return granted;
   };
-  if (priorityClass != 0 && (taken.isSpared || !take(priorityClass)) && realTime) take(platform::HIGH_PRIORITY_CLASS);
+  if (priorityClass != 0 && !take(safe) && safe == platform::REALTIME_PRIORITY_CLASS)
+    take(platform::HIGH_PRIORITY_CLASS);
   taken.now = ClassOfBasePriority(BasePriority(::sched_getscheduler(0), ::getpriority(PRIO_PROCESS, 0)));
   return taken;
 }

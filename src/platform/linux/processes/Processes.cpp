@@ -87,7 +87,7 @@ bool SetPriorityClass(Handle handle, std::uint32_t priorityClass) {
   if (!onlinux::SetProcessClass(process->id, priorityClass, [&] { return onlinux::HasEnded(process->descriptor, 0); }))
     return false;
   // A group that can't be had leaves the threads their class, as any other program would give it to them.
-  if (const auto nice = onlinux::NiceOfClass(priorityClass))
+  if (const auto nice = onlinux::NiceOfClass(onlinux::SafeClass(priorityClass)))
     if (const auto group = onlinux::GroupOfItsOwn(process->id))
       onlinux::SetGroupNice(onlinux::OpenGroup(*group), *nice);
   return true;

@@ -7,10 +7,14 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <charconv>
+#include <optional>
 #include <set>
+#include <string>
 #include <vector>
 
 #include "platform/kernel32.h"
+#include "platform/linux/ground/ReadWhole.h"
 #include "platform/linux/processes/PriorityClass.h"
 #include "platform/linux/processes/ProcFolder.h"
 #include "platform/rights.h"
@@ -41,7 +45,21 @@ struct Changed {
   Scheduling before;
 };
 
+int ReadSetting(const std::string& name) {
+  const auto text = ReadWhole("/proc/sys/kernel/" + name);
+  int value = -1;
+  std::from_chars(text.data(), text.data() + text.size(), value);
+  return value;
+}
+
+// A program that never pauses has its core for itself under Real Time, but for the share that the kernel keeps.
+bool RealTimeLeavesRoom() {
+  const int most = ReadSetting("sched_rt_runtime_us");
+  return most >= 0 && most < ReadSetting("sched_rt_period_us") && ::sysconf(_SC_NPROCESSORS_ONLN) > 1;
+}
+
 std::optional<Attributes> AttributesOf(std::uint32_t priorityClass) {
+  priorityClass = SafeClass(priorityClass);
   if (priorityClass == platform::REALTIME_PRIORITY_CLASS) return Attributes{.policy = SCHED_RR, .priority = 1};
   const auto nice = NiceOfClass(priorityClass);
   return nice ? std::optional(Attributes{.nice = *nice}) : std::nullopt;
@@ -84,6 +102,11 @@ bool NeedsRight(const Scheduling& before, const Attributes& wanted) {
 }
 
 }  // namespace
+
+std::uint32_t SafeClass(std::uint32_t priorityClass) {
+  const bool isSafe = priorityClass != platform::REALTIME_PRIORITY_CLASS || RealTimeLeavesRoom();
+  return isSafe ? priorityClass : platform::HIGH_PRIORITY_CLASS;
+}
 
 bool SetThreadClass(std::uint32_t threadId, std::uint32_t priorityClass) {
   const auto wanted = AttributesOf(priorityClass);

@@ -15,7 +15,9 @@
 #include "platform/linux/ground/ReadWhole.h"
 #include "platform/linux/processes/EndProcess.h"
 #include "platform/linux/processes/Handles.h"
+#include "platform/linux/processes/OwnClass.h"
 #include "platform/linux/processes/PriorityClass.h"
+#include "platform/linux/processes/SetClass.h"
 #include "platform/linux/starts/Command.h"
 
 namespace platform {
@@ -77,6 +79,11 @@ std::uint32_t GetPriorityClass(Handle handle) {
   const auto status = StatusOf(handle);
   if (!status) return 0;
   return onlinux::ClassOfBasePriority(onlinux::BasePriority(status->policy, status->nice));
+}
+
+std::string WhySpared(std::uint32_t priorityClass) {
+  return onlinux::SafeClass(priorityClass) == priorityClass ? std::string()
+                                                            : std::string("it ") + onlinux::LeavesNoRoom;
 }
 
 std::string WhatWouldHelp(Handle handle) {

@@ -86,7 +86,8 @@ void LendGroup(std::uint32_t priorityClass) {
 
 std::string WhyLess(const onlinux::Taken& taken) {
   if (taken.got == taken.asked) return {};
-  return taken.isSpared ? std::string("it ") + onlinux::LeavesNoRoom : WhatWouldHelp(0);
+  const auto spared = WhySpared(taken.asked);
+  return spared.empty() ? WhatWouldHelp(0) : spared;
 }
 
 Started TakePlace(const Start& start, Command command) {

@@ -24,6 +24,10 @@ std::uint32_t GetPriorityClass(Handle handle) {
   }
 }
 
+std::string WhySpared(std::uint32_t priorityClass) {
+  return priorityClass == REALTIME_PRIORITY_CLASS ? TheDesktop().whyNoRealTime : std::string();
+}
+
 std::string WhatWouldHelp(Handle) { return "ask the owner"; }
 
 bool CanAskForRight() { return TheDesktop().canAskForRight; }

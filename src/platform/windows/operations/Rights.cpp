@@ -9,6 +9,8 @@ bool ClassIsReadBack() { return false; }
 
 std::uint32_t GetPriorityClass(Handle process) { return ::GetPriorityClass(ToNative<HANDLE>(process)); }
 
+std::string WhySpared(std::uint32_t) { return {}; }
+
 std::string WhatWouldHelp(Handle) { return "it needs an administrator"; }
 
 bool CanAskForRight() { return false; }
