@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -24,6 +25,9 @@ struct Started {
   std::string shortfall = {};       // why it is not the one that was asked for, and what would help
 };
 
+// Does what comes before a start. Where the platform may end a program that claims memory, a process of its own does
+// it: the worst then costs this work, and never the start.
+void DoBeforeStart(const std::function<void()>& work);
 // Starts a program with its priority class, so that nobody has to find its process by a name afterwards. Nothing where
 // a start takes no class with it on this platform: nothing is started then. A start that takes this program's place
 // comes back only where it failed. The error output tells a failure and a class that was refused.

@@ -1,5 +1,6 @@
 #include "mainform/formVelmaro.h"
 #include "platform/machine.h"
+#include "platform/start.h"
 #include "process/KillLists.h"
 #include "runtime/Application.h"
 #include "runtime/Boxes.h"
@@ -26,7 +27,9 @@ void formVelmaro::Form_Load() {
   HideWindowAfterRun = options.hideWindow;
   HideWindowTitle = options.hideTitle;
   if (options.killRun) mnuFileKillProcesses_Click();
-  if (options.freeMemory) FreeMemoryUnattended();
+  const bool starts = !options.target.empty();
+  if (options.freeMemory && starts) platform::DoBeforeStart([this] { FreeMemoryUnattended(); });
+  if (options.freeMemory && !starts) FreeMemoryUnattended();
   if (options.high) mnuOptions_Click(1);
   if (options.idle) mnuOptions_Click(3);
   if (options.target.empty()) {

@@ -1,5 +1,6 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/mman.h>
 
 #include "Children.h"
 #include "platform/linux/memory/ControlGroup.h"
@@ -23,9 +24,12 @@ class Groups : public TestFolder {
   std::pair<int, int> Read(const std::string& groups, const std::string& mounts) const {
     Write("groups", groups);
     Write("mounts", mounts);
-    const auto found = onlinux::ReadGroupMemory(*this / "groups", *this / "mounts");
+    const auto found = Found();
     if (!found) return {-1, -1};
     return {static_cast<int>(found->left / Megabyte), static_cast<int>(found->limit / Megabyte)};
+  }
+  std::optional<onlinux::GroupMemory> Found() const {
+    return onlinux::ReadGroupMemory(*this / "groups", *this / "mounts");
   }
   std::string Mount(const std::string& root, const std::string& folder, const std::string& kind) const {
     return "30 23 0:26 " + root + ' ' + (*this / folder) + " rw,nosuid shared:9 - " + kind + '\n';
@@ -42,9 +46,11 @@ TEST(LinuxControlGroups, TheLeastLimitOfEitherVersionCounts) {
   EXPECT_EQ(groups.Read("0::/user/app\n", second), Figures(-1, -1));
   groups.Write("two/user/memory.max", Bytes(900));
   groups.Write("two/user/memory.high", Bytes(800));
+  groups.Write("two/user/memory.events", "low 1\nhigh 2\nmax 4\noom 8\noom_kill 16\n");
   groups.Write("two/user/memory.current", Bytes(700));
   groups.Write("two/user/memory.stat", "anon 1\ninactive_file " + Bytes(300) + "active_file 9\n");
   EXPECT_EQ(groups.Read("0::/user/app\n", second), Figures(400, 800)) << "a group above has the limit";
+  EXPECT_EQ(groups.Found()->strained, 14U);
   groups.Write("two/user/app/memory.max", Bytes(400));
   EXPECT_EQ(groups.Read("1:name=x:/user\n0::/user/app\n", second), Figures(0, 400)) << "more is used than it allows";
   const auto first = groups.Mount("/", "cpu", "cgroup cgroup rw,cpuset") +
@@ -53,9 +59,11 @@ TEST(LinuxControlGroups, TheLeastLimitOfEitherVersionCounts) {
   groups.Write("one/inner/memory.memsw.limit_in_bytes", Bytes(550));
   groups.Write("one/inner/memory.usage_in_bytes", Bytes(200));
   groups.Write("one/inner/memory.stat", "inactive_file 7\ntotal_inactive_file " + Bytes(50));
+  groups.Write("one/inner/memory.failcnt", "7\n");
   groups.Write("one/memory.limit_in_bytes", "9223372036854771712\n");
   EXPECT_EQ(groups.Read("5:cpuset:/x\n4:cpu,memory:/outside/inner\n0::/\n", first), Figures(400, 550))
       << "in a container";
+  EXPECT_EQ(groups.Found()->strained, 7U);
   EXPECT_EQ(groups.Read("nonsense\n::\n4:memory\n", first + " - \nx - y\n"), Figures(-1, -1));
 }
 
@@ -89,13 +97,36 @@ std::string NewLimitedGroup(int megabytes) {
   return {};
 }
 
-TEST(LinuxControlGroups, AMemoryRunUnderALimitEndsWellAndStartsItsTarget) {
+TEST(LinuxControlGroups, WhateverBecomesOfAMemoryRunItsTargetStarts) {
   const auto group = NewLimitedGroup(300);
   if (group.empty()) GTEST_SKIP() << "this user may not make a control group with a limit";
   const TestFolder folder;
   const auto enter = [&] { return (std::ofstream(group + "/cgroup.procs") << ::getpid() << std::flush).good(); };
-  EXPECT_EQ(Ended(Start({VELMARO_PROGRAM, "/q", "/m", "/usr/bin/touch", folder / "started"}, {}, enter)), 0);
-  EXPECT_TRUE(Eventually([&] { return fs::exists(folder / "started"); }));
+  const auto run = [&] {
+    return Start({VELMARO_PROGRAM, "/q", "/m", "/usr/bin/touch", folder / "started"}, {}, enter);
+  };
+  const auto expectStarted = [&](pid_t id, const std::string& when) {
+    EXPECT_EQ(Ended(id), 0) << when;
+    EXPECT_TRUE(fs::remove(folder / "started")) << when;
+  };
+  expectStarted(run(), "alone");
+  const auto ended = run();
+  const auto children = "/proc/" + std::to_string(ended) + "/task/" + std::to_string(ended) + "/children";
+  bool wasEnded = false;
+  while (!wasEnded && !fs::exists(folder / "started"))
+    if (const auto child = ReadBytes(children); !child.empty()) wasEnded = onlinux::EndProcess(std::stoi(child));
+  EXPECT_TRUE(wasEnded) << "the run has a process of its own";
+  expectStarted(ended, "the run was ended");
+  Child sibling(Fork());
+  if (sibling.Id() == 0) {
+    constexpr std::size_t step = 4 * Megabyte;
+    for (int i = 0; enter() && i < 70; ++i, ::usleep(4000))
+      std::memset(::mmap(nullptr, step, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0), 1, step);
+    for (;;) ::pause();
+  }
+  expectStarted(run(), "another program claims what is left meanwhile");
+  EXPECT_TRUE(sibling.Runs());
+  sibling.End();
   EXPECT_TRUE(Eventually([&] { return ::rmdir(group.c_str()) == 0; }));
 }
 

@@ -16,15 +16,18 @@ struct Version {
   GroupVersion version;
   std::array<const char*, 2> limits;
   const char* used;
+  const char* events;
   std::string_view cache;
 };
 
 constexpr Version First{{"cgroup", "memory"},
                         {"/memory.limit_in_bytes", "/memory.memsw.limit_in_bytes"},
                         "/memory.usage_in_bytes",
+                        "/memory.failcnt",
                         "\ntotal_inactive_file "};
 // Beyond the high mark a group is not ended, but slowed down until it stands still.
-constexpr Version Second{SecondVersion, {"/memory.max", "/memory.high"}, "/memory.current", "\ninactive_file "};
+constexpr Version Second{
+    SecondVersion, {"/memory.max", "/memory.high"}, "/memory.current", "/memory.events", "\ninactive_file "};
 
 // The number that a text begins with; nothing for one that stands for no limit.
 std::optional<std::uint64_t> Number(std::string_view text) {
@@ -42,6 +45,17 @@ std::uint64_t Cache(const std::string& folder, const Version& version) {
   return at == std::string::npos ? 0 : Number(std::string_view(text).substr(at + version.cache.size())).value_or(0);
 }
 
+// How often a group has come to one of its limits. The first version keeps one number, the second a line for each kind.
+std::uint64_t Strained(const std::string& folder, const Version& version) {
+  const auto text = ReadWhole(folder + version.events);
+  if (const auto number = Number(text)) return *number;
+  std::uint64_t times = 0;
+  for (const std::string_view kind : {"\nhigh ", "\nmax ", "\noom "})
+    if (const auto at = ('\n' + text).find(kind); at != std::string::npos)
+      times += Number(std::string_view(text).substr(at + kind.size() - 1)).value_or(0);
+  return times;
+}
+
 std::optional<GroupMemory> ReadGroup(const std::string& folder, const Version& version) {
   std::optional<std::uint64_t> limit;
   for (const auto* name : version.limits)
@@ -49,12 +63,14 @@ std::optional<GroupMemory> ReadGroup(const std::string& folder, const Version& v
   const auto used = limit ? Number(ReadWhole(folder + version.used)) : std::nullopt;
   if (!used) return std::nullopt;
   const auto held = *used - std::min(*used, Cache(folder, version));
-  return GroupMemory{*limit, *limit - std::min(*limit, held)};
+  return GroupMemory{*limit, *limit - std::min(*limit, held), Strained(folder, version)};
 }
 
 std::optional<GroupMemory> Least(std::optional<GroupMemory> one, std::optional<GroupMemory> other) {
   if (!one || !other) return one ? one : other;
-  return one->left < other->left ? one : other;
+  auto least = one->left < other->left ? one : other;
+  least->strained = one->strained + other->strained;
+  return least;
 }
 
 std::optional<GroupMemory> ReadVersion(const std::string& groups, const std::string& mounts, const Version& version) {

@@ -10,6 +10,7 @@ namespace onlinux {
 struct GroupMemory {
   std::uint64_t limit = 0;
   std::uint64_t left = 0;
+  std::uint64_t strained = 0;  // how often it has come to its limit so far, by what it and the groups in it claimed
 };
 
 // The memory of the control group of this process, or of the group above it that leaves least; of either version.

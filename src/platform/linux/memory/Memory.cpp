@@ -30,6 +30,17 @@ bool LeavesTooLittle(std::uint64_t total, std::uint64_t left, std::size_t bytes)
   return left < bytes + std::max(least, total / 64);
 }
 
+// The blocks that are claimed, and how strained the control group was before the first of them.
+struct Run {
+  std::size_t blocks = 0;
+  std::uint64_t strained = 0;
+};
+
+Run& TheRun() {
+  static Run run;
+  return run;
+}
+
 // Near the end of its memory, or of that of a control group, the system ends whole programs instead of refusing a
 // claim, so some of it is left alone.
 bool WouldStarveOthers(std::size_t bytes) {
@@ -37,7 +48,11 @@ bool WouldStarveOthers(std::size_t bytes) {
   GlobalMemoryStatus(status);
   if (status.dwTotalPhys != 0 && LeavesTooLittle(status.dwTotalPhys, status.dwAvailPhys, bytes)) return true;
   const auto group = onlinux::ReadGroupMemory();
-  return group && LeavesTooLittle(group->limit, group->left, bytes);
+  if (!group) return false;
+  auto& run = TheRun();
+  if (run.blocks == 0) run.strained = group->strained;
+  // What others in the group claim meanwhile may take what is left before this would be seen in its figures.
+  return group->strained > run.strained || LeavesTooLittle(group->limit, group->left, bytes);
 }
 
 }  // namespace
@@ -55,11 +70,14 @@ void* VirtualAlloc(std::size_t bytes) {
   if (block == MAP_FAILED) return nullptr;
   // A claim is filled at once: with large pages that takes one fault where small ones take hundreds.
   ::madvise(block, bytes, MADV_HUGEPAGE);
+  ++TheRun().blocks;
   return block;
 }
 
 void VirtualFree(void* block, std::size_t bytes) {
-  if (block) ::munmap(block, bytes);
+  if (!block) return;
+  ::munmap(block, bytes);
+  --TheRun().blocks;
 }
 
 }  // namespace platform

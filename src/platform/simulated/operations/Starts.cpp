@@ -51,6 +51,8 @@ bool Shell(const std::string& commandLine, int windowStyle) {
   return Note({.call = "Shell", .file = commandLine, .show = windowStyle}) > 31;
 }
 
+void DoBeforeStart(const std::function<void()>& work) { work(); }
+
 std::optional<Started> StartAtClass(const Start&) { return TheDesktop().startsAtClass; }
 
 bool AppActivate(const std::string& title) {

@@ -52,6 +52,8 @@ int ShellExecuteA(WindowHandle owner, const std::string& verb, const std::string
   return static_cast<int>(reinterpret_cast<std::intptr_t>(result));
 }
 
+void DoBeforeStart(const std::function<void()>& work) { work(); }
+
 std::optional<Started> StartAtClass(const Start&) { return std::nullopt; }
 
 std::string Dir(const std::string& pattern) {
