@@ -1,0 +1,68 @@
+#include <QApplication>
+
+#include "Desktop.h"
+
+namespace velmaro {
+
+TEST_F(LinuxDesktop, AClassIsChangedFromTheMenuAndTheListShowsIt) {
+  if (::getpriority(PRIO_PROCESS, 0) >= 15) GTEST_SKIP() << "whatever this user starts here is idle already";
+  const auto program = folder.Sleeper("zzdesktop");
+  const Child child(program);
+  Click(*main, "Refresh");
+  ASSERT_GE(RowOf(program), 0);
+  Press(List(), Qt::Key_End);
+  EXPECT_EQ(List().currentIndex().row(), List().model()->rowCount() - 1);
+  EXPECT_EQ(Row(RowOf(program)) == "[Normal]", child.Nice() == 0);
+  Pick(RowOf(program));
+  Press(List(), Qt::Key_Space, Qt::ControlModifier);
+  EXPECT_TRUE(List().selectionModel()->isSelected(List().currentIndex())) << "a picked row stays in sight";
+  Answer("set to IDLE", "OK");
+  Choose("Idle");
+  EXPECT_EQ(child.Nice(), 19);
+  EXPECT_EQ(Row(RowOf(program)), "[Idle]");
+  Press(*main, Qt::Key_E, Qt::AltModifier);  // a menu has the same letter
+  EXPECT_EQ(RowOf(program), -1);
+  Click(*main, "Idle");
+  EXPECT_GE(RowOf(program), 0);
+}
+
+TEST_F(LinuxDesktop, ARefusedClassIsSetWithARightThatWasGiven) {
+  if (!std::getenv("VELMARO_POLKIT")) GTEST_SKIP() << "polkit.sh runs this as a user who has the right by a rule";
+  const auto program = folder.Sleeper("zzdesktop");
+  const Child child(program);
+  Click(*main, "Refresh");
+  Pick(RowOf(program));
+  Answer("set to HIGH", "OK");
+  Choose("High");
+  EXPECT_EQ(child.Nice(), -10);
+  EXPECT_EQ(Row(RowOf(program)), "[HIGH]");
+}
+
+TEST_F(LinuxDesktop, AProcessIsEndedOnlyWhenTheUserSaysYes) {
+  const auto program = folder.Sleeper("zzdesktop");
+  const Child older(program);
+  const Child child(program);
+  const auto end = [&] {
+    Press(*main, Qt::Key_F5);
+    Pick(RowOf(program));
+    Press(*main, Qt::Key_Delete);
+  };
+  Then([&](QWidget& box) {
+    EXPECT_EQ(box.parentWidget(), main);
+    Press(box, Qt::Key_Return);
+  });
+  end();
+  EXPECT_TRUE(child.Runs());
+  WriteBytes(spareList, "zzDESKTOP\r\n");
+  end();
+  EXPECT_TRUE(child.Runs()) << "a spared process is not even asked about";
+  fs::remove(spareList);
+  Answer("zzdesktop'?", "Yes", "No* Yes", QMessageBox::Question);
+  end();
+  EXPECT_TRUE(older.Runs() && !child.Runs()) << "the row that was picked, not the first of that name";
+  Answer("zzdesktop'?", "Yes", "No* Yes", QMessageBox::Question);
+  end();
+  EXPECT_EQ(RowOf(program), -1);
+}
+
+}  // namespace velmaro

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QListView>
+#include <QMessageBox>
+#include <QPointer>
+#include <QTest>
+#include <QTimer>
+#include <deque>
+#include <functional>
+#include <string>
+
+#include "../Children.h"
+#include "mainform/formVelmaro.h"
+#include "platform/machine.h"
+#include "runtime/Application.h"
+
+namespace velmaro {
+
+using Action = std::function<void(QWidget& window)>;
+
+constexpr int dotsPerInch = 120;
+
+void Press(QWidget& window, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+QWidget& ClientOf(const Form& form);
+QWidget& WidgetOf(const Control& of);
+
+template <class Widget = QAbstractButton>
+Widget& Find(QWidget& window, const QString& caption) {
+  for (auto* widget : window.findChildren<Widget*>())
+    if (widget->text().remove('&') == caption && widget->isVisible()) return *widget;
+  throw std::runtime_error("there is no " + caption.toStdString());
+}
+
+template <class Widget = QAbstractButton>
+void Click(QWidget& window, const QString& caption) {
+  QTest::mouseClick(&Find<Widget>(window, caption), Qt::LeftButton);
+}
+
+// The real program on a screen that nobody sees. What the user does in a box or dialog is queued beforehand.
+class LinuxDesktop : public testing::Test {
+ protected:
+  LinuxDesktop();
+  ~LinuxDesktop() override;
+  void Then(Action action) { actions.push_back(std::move(action)); }
+  // Answers the next box, which must hold a text, and have an icon and buttons with a mark at the default one.
+  void Answer(const QString& text, const QString& answer, const QString& buttons = "OK*",
+              QMessageBox::Icon icon = QMessageBox::Information);
+  void Choose(const QString& caption);
+  // The entry that bears the check mark in the next popup, which is closed again.
+  void LookAtPopup(const std::string& marked);
+  // The last row of a program, -1 for none, as the list shows it.
+  int RowOf(const std::string& program);
+  std::string Row(int row) { return List().model()->index(row, 0).data().toString().section('\t', 0, 0).toStdString(); }
+  QPoint PlaceOf(int row);
+  void Pick(int row) { QTest::mouseClick(List().viewport(), Qt::LeftButton, {}, PlaceOf(row)); }
+  QListView& List() { return *main->findChild<QListView*>(); }
+
+  TestFolder folder;
+  Application app;
+  QWidget* main = nullptr;
+  QTimer user;
+  std::deque<Action> actions;
+  const std::string killList = platform::AppFolder() + "/killlist.txt";
+  const std::string spareList = platform::AppFolder() + "/nokilllist.txt";
+};
+
+}  // namespace velmaro

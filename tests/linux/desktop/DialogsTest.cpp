@@ -1,0 +1,63 @@
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+
+#include "Shown.h"
+#include "memory/formFreeMem.h"
+#include "runtime/Boxes.h"
+
+namespace velmaro {
+
+TEST_F(LinuxDesktop, ModalWindowsComeAndGoAndTheCloseBoxEndsTheProgram) {
+  Answer("<b>\nb", "OK", "OK*", QMessageBox::Warning);
+  EXPECT_EQ(MsgBox("<b>\r\nb", platform::MB_ICONWARNING), platform::IDOK);
+  Then([&](QWidget& about) {
+    Press(*main, Qt::Key_F1);  // a window that stands under a modal one hears nothing
+    Choose("Exit");
+    main->close();
+    Press(about, Qt::Key_Escape);
+  });
+  main->move(-main->rect().center());
+  Click<QLabel>(*main, "The Velmaro team");
+  EXPECT_TRUE(app.Default<formVelmaro>().Loaded());
+  Then([](QWidget& find) {
+    EXPECT_EQ(find.pos(), QPoint()) << "all of it is on the screen";
+    QTest::keyClicks(find.focusWidget(), "no such row");
+    Press(find, Qt::Key_Return);
+  });
+  Answer("was not found", "OK");
+  Press(*main, Qt::Key_F, Qt::ControlModifier);
+  Then([](QWidget& find) {
+    EXPECT_EQ(find.findChild<QLineEdit*>()->selectedText(), "no such row");
+    ExpectShown(*App().Forms().back());
+    Press(find, Qt::Key_Escape);
+  });
+  Press(*main, Qt::Key_F, Qt::ControlModifier);
+  Click(*main, "Free Mem");
+  EXPECT_EQ(app.Forms().size(), 2U);
+  std::string places;
+  for (auto& slider = app.Default<formFreeMem>().HScroll1;
+       const auto key : {Qt::Key_Home, Qt::Key_PageDown, Qt::Key_Right, Qt::Key_Down, Qt::Key_PageUp, Qt::Key_Left}) {
+    Press(WidgetOf(slider), key);
+    places += std::to_string(slider.Value()) + ' ';
+  }
+  EXPECT_EQ(places, "0 10 11 12 2 1 ");
+  auto& meter = app.Default<formFreeMem>();
+  for (const auto* panel : {&meter.Picture1, &meter.Picture2}) {
+    meter.lblStatus.SetCaption("before");
+    QTest::mouseClick(&WidgetOf(*panel), Qt::LeftButton, {}, {3, 1});
+    EXPECT_NE(meter.lblStatus.Caption(), "before") << "a click on the bar refreshes it";
+  }
+  bool passed = false;
+  QTimer::singleShot(200, [&] { passed = true; });
+  int events = 0;
+  for (; !passed; ++events) ProcessNextEvent();
+  EXPECT_LT(events, 100) << "the program sleeps until something happens";
+  QTimer::singleShot(0, [&] {
+    for (auto* window : QApplication::topLevelWidgets()) window->close();
+  });
+  app.Run();
+  EXPECT_TRUE(app.Forms().empty());
+}
+
+}  // namespace velmaro

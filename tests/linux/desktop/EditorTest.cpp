@@ -1,0 +1,70 @@
+#include <QPlainTextEdit>
+
+#include "Shown.h"
+
+namespace velmaro {
+
+TEST_F(LinuxDesktop, TheEditorKeepsEveryByteThatTheUserDoesNotTouch) {
+  using namespace std::string_literals;
+  for (const std::string end : {"\r\n", "\n"}) {
+    const auto bytes = "one" + end + "two\r\nthree\rnb\xc2\xa0sp \xff\xfe 日本 😀\0 two\n\r\n"s;
+    WriteBytes(killList, bytes);
+    Then([](QWidget& editor) {
+      auto* page = editor.findChild<QPlainTextEdit*>();
+      page->moveCursor(QTextCursor::Down);
+      Press(editor, Qt::Key_F, Qt::ControlModifier);
+      EXPECT_TRUE(page->textCursor().selectedText() == "two" && page->textCursor().blockNumber() == 3);
+      EXPECT_EQ(page->lineWrapMode(), QPlainTextEdit::NoWrap);
+      QTest::keyClick(page, Qt::Key_End, Qt::ControlModifier);
+      QTest::keyClicks(page, "x");
+      page->moveCursor(QTextCursor::Start);
+      QTest::keyClick(page, Qt::Key_End);
+      QTest::keyClick(page, Qt::Key_Return);
+      page->insertPlainText("é");
+      Click(editor, "OK");
+    });
+    Then([](QWidget& find) {
+      QTest::keyClicks(find.focusWidget(), "two");
+      Press(find, Qt::Key_Return);
+    });
+    Choose("Edit Kill List Here...");
+    EXPECT_EQ(ReadBytes(killList), "one" + end + "é" + bytes.substr(3) + "x");
+  }
+  const auto before = ReadBytes(killList);
+  Then([](QWidget& editor) {
+    QTest::keyClicks(editor.findChild<QPlainTextEdit*>(), "y");
+    Press(editor, Qt::Key_Escape);
+  });
+  Answer("save the changes", "Cancel", "Cancel No Yes*", QMessageBox::Question);
+  Then([](QWidget& editor) {
+    for (const bool isAbove : {false, true}) {
+      editor.move(isAbove ? 600 : 100, isAbove ? 790 - editor.height() : 0);
+      ExpectBalloon(Find(editor, "?"), isAbove, "title Settings;icon;Enter a list of executable files that you want");
+    }
+    ExpectShown(*App().Forms().back());
+    editor.close();
+  });
+  Answer("save the changes", "No", "Cancel No Yes*", QMessageBox::Question);
+  Choose("Edit Kill List Here...");
+  EXPECT_EQ(ReadBytes(killList), before);
+}
+
+TEST_F(LinuxDesktop, AListIsOpenedByTheDesktopWhereThatHasAProgramForIt) {
+  const std::string path = std::getenv("PATH");
+  WriteBytes(killList, "zzone\n");
+  WriteProgram(folder / "xdg-open", "#!/bin/sh\necho \"$1\" >'" + (folder / "opened") + "'\n");
+  WriteProgram(folder / "xdg-mime", "#!/bin/sh\n");
+  ::setenv("PATH", (folder.Path() + ':' + path).c_str(), 1);
+  Then([](QWidget& editor) {
+    EXPECT_EQ(editor.findChild<QPlainTextEdit*>()->toPlainText(), "zzone\n");
+    Press(editor, Qt::Key_Escape);
+  });
+  Choose("Edit Kill List...");
+  EXPECT_FALSE(fs::exists(folder / "opened"));
+  WriteBytes(folder / "xdg-mime", "#!/bin/sh\n[ \"$*\" = 'query default text/plain' ] && echo editor.desktop\n");
+  Choose("Edit Kill List...");
+  EXPECT_TRUE(QTest::qWaitFor([&] { return ReadBytes(folder / "opened") == killList + '\n'; }));
+  ::setenv("PATH", path.c_str(), 1);
+}
+
+}  // namespace velmaro

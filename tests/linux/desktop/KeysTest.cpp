@@ -1,0 +1,88 @@
+#include <QApplication>
+#include <QMenu>
+#include <sstream>
+
+#include "Desktop.h"
+
+namespace velmaro {
+
+TEST_F(LinuxDesktop, AButtonIsPressedWhereTheMouseWentDownAndUp) {
+  if (::getpriority(PRIO_PROCESS, 0) >= 15) GTEST_SKIP() << "whatever this user starts here is idle already";
+  const auto program = folder.Sleeper("zzdesktop");
+  const Child child(program);
+  auto& button = Find(*main, "Velmaro!");
+  Choose("Idle");
+  Pick(RowOf(program));
+  QTest::mousePress(&button, Qt::LeftButton);
+  QTest::mouseRelease(&button, Qt::LeftButton, {}, QPoint(-9, -9));
+  QTest::mouseRelease(&button, Qt::LeftButton);
+  LookAtPopup("Idle");
+  QTest::mouseClick(&button, Qt::RightButton);
+  EXPECT_EQ(child.Nice(), ::getpriority(PRIO_PROCESS, 0));
+  Answer("set to IDLE", "OK");
+  QTest::mouseClick(&button, Qt::LeftButton);
+  EXPECT_EQ(child.Nice(), 19);
+  for (const auto key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
+    const Child another(program);
+    Click(*main, "Refresh");
+    Pick(RowOf(program));
+    Answer("set to IDLE", "OK");
+    Press(key == Qt::Key_Space ? static_cast<QWidget&>(button) : List(), key);
+    EXPECT_EQ(another.Nice(), 19) << "the button hears keys too";
+  }
+  QTest::keyPress(main->focusWidget(), Qt::Key_F5);
+  const Child late(folder.Sleeper("zzlate"));
+  QKeyEvent held(QEvent::KeyRelease, Qt::Key_F5, {}, {}, true);
+  QApplication::sendEvent(main->focusWidget(), &held);
+  EXPECT_EQ(RowOf(folder / "zzlate"), -1) << "a key that is held down does not come up";
+  QTest::keyRelease(main->focusWidget(), Qt::Key_F5);
+  EXPECT_GE(RowOf(folder / "zzlate"), 0) << "the list is read anew when the key comes up";
+  Pick(RowOf(folder / "zzlate"));
+  LookAtPopup("Normal");
+  QTest::mouseClick(List().viewport(), Qt::RightButton, {}, PlaceOf(RowOf(program)));
+  EXPECT_EQ(List().currentIndex().row(), RowOf(folder / "zzlate")) << "the other buttons pick no row";
+  Then([&](QWidget& popup) {
+    EXPECT_TRUE(QRect(List().mapToGlobal(QPoint()), List().size()).contains(popup.pos()));
+    EXPECT_LT(std::abs(popup.y() - 10 - List().viewport()->mapToGlobal(PlaceOf(RowOf(folder / "zzlate"))).y()), 10);
+    popup.close();
+  });
+  List().scrollToTop();
+  Press(List(), Qt::Key_F10, Qt::ShiftModifier);
+  if (::geteuid() != 0) GTEST_SKIP() << "only an administrator may give a program Real Time";
+  Answer("set to REAL TIME", "OK");
+  QTest::mouseDClick(List().viewport(), Qt::LeftButton, {}, PlaceOf(RowOf(program)));
+  EXPECT_EQ(Row(RowOf(program)), "[REAL]");
+}
+
+TEST_F(LinuxDesktop, EachKeyAndEachButtonOfTheMouseIsToldAsWhatItIs) {
+  auto& form = app.Default<formVelmaro>();
+  std::ostringstream told;
+  form.KeyDown = [&](int key, int shift) { told << key << '+' << shift << ' '; };
+  form.KeyUp = [&](int key, int shift) { told << key << '-' << shift << ' '; };
+  form.lblCredits.MouseUp = [&](auto... figures) { ((told << figures << ','), ...), told << ' '; };
+  for (auto* control : form.Controls()) control->Click = [&, control] { told << control->Caption() << ' '; };
+  form.btnRefresh.SetVisible(false);
+  const auto press = [&](QKeyCombination keys) {
+    Press(*main, keys.key(), keys.keyboardModifiers());
+    return std::exchange(told, std::ostringstream()).str();
+  };
+  EXPECT_EQ(press(Qt::Key_Enter) + press(Qt::Key_Semicolon), "13+0 Velmaro! 13-0 ");
+  EXPECT_EQ(press(Qt::SHIFT | Qt::Key_Return), "16+1 13+1 13-1 16-0 ");
+  EXPECT_EQ(press(Qt::CTRL | Qt::Key_Return), "17+2 13+2 13-2 17-0 ");
+  EXPECT_EQ(press(Qt::ALT | Qt::Key_R) + press(Qt::ALT | Qt::Key_L), "18+4 82+4 82-4 18-0 18+4 76+4 &Launch... ");
+  EXPECT_EQ(press(Qt::Key_Return) + press(Qt::Key_Space), "13+0 &Launch... 13-0 32+0 32-0 &Launch... ");
+  Then([&](QWidget& popup) {
+    EXPECT_EQ(popup.pos(), ClientOf(form).mapToGlobal(QPoint(50, 25)));
+    EXPECT_EQ(static_cast<QMenu&>(popup).defaultAction(), popup.actions().back());
+    EXPECT_EQ(press(Qt::Key_F2), "") << "the popup has the keyboard";
+    popup.close();
+  });
+  form.PopupMenu(form.mnuOptionsMain, Bounds{600, 300}, &form.mnuOptions[4]);
+  auto& label = WidgetOf(form.lblCredits);
+  QTest::mouseClick(&label, Qt::LeftButton, Qt::ShiftModifier, {10, 5});
+  QTest::mouseClick(&label, Qt::RightButton, Qt::ControlModifier, {20, 5});
+  QTest::mouseClick(&label, Qt::MiddleButton, Qt::AltModifier, {10, 8});
+  EXPECT_EQ(told.str(), form.lblCredits.Caption() + " 1,1,120,60, 2,2,240,60, 4,4,120,96, ");
+}
+
+}  // namespace velmaro

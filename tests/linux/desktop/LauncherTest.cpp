@@ -1,0 +1,58 @@
+#include <QComboBox>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QRadioButton>
+#include <QWindow>
+
+#include "Desktop.h"
+#include "process/StartCommand.h"
+
+namespace velmaro {
+
+TEST_F(LinuxDesktop, TheLauncherStartsWhatIsTypedAtItsPriority) {
+  const auto program = folder.Sleeper("zz launched");
+  ::setenv("HOME", folder.Path().c_str(), 1);
+  main->move(0, 0);
+  Then([&](QWidget& launcher) {
+    EXPECT_LT((launcher.geometry().center() - main->geometry().center()).manhattanLength(), 20);
+    QTest::keyClicks(launcher.focusWidget(), QString::fromStdString('"' + program + "\" 300"));
+    Click<QRadioButton>(launcher, "Idle");
+    Press(launcher, Qt::Key_Return);
+  });
+  Press(*main, Qt::Key_R, Qt::ControlModifier);
+  main->move(QPoint(790, 790) - main->rect().center());
+  Then([&](QWidget& launcher) {
+    EXPECT_EQ(QRect(launcher.pos(), launcher.size()).bottomRight(), QPoint(799, 799)) << "all of it is on the screen";
+    EXPECT_TRUE(launcher.isModal() && launcher.windowHandle()->transientParent() == main->windowHandle());
+    auto* box = launcher.findChild<QComboBox*>();
+    EXPECT_TRUE(Find<QRadioButton>(launcher, "Idle").isChecked());
+    QTest::keyClicks(launcher.focusWidget(), "\"");  // what is there is marked, and nothing is put behind what is typed
+    EXPECT_EQ(box->currentText(), "\"");
+    QTest::keyClick(box, Qt::Key_Down);
+    EXPECT_EQ(box->currentText().toStdString(), '"' + program + "\" 300");
+    Click(launcher, "Browse...");
+    EXPECT_EQ(box->currentText().toStdString(), program);
+    Press(launcher, Qt::Key_Escape);
+  });
+  Then([&](QWidget& dialog) {
+    EXPECT_EQ(static_cast<QFileDialog&>(dialog).nameFilters(), QStringList({"Applications (*)", "All files (*)"}));
+    EXPECT_EQ(dialog.windowTitle() + dialog.parentWidget()->windowTitle(), "BrowseVelmaro Launcher");
+    dialog.findChild<QLineEdit*>()->setText(QString::fromStdString(program));
+    Press(dialog, Qt::Key_Return);
+  });
+  Press(*main, Qt::Key_R, Qt::ControlModifier);
+  Click(*main, "Refresh");
+  ASSERT_GE(RowOf(program), 0);
+  EXPECT_EQ(Row(RowOf(program)), "[Idle]");
+  EXPECT_EQ(fs::read_symlink("/proc/" + std::to_string(Running(program)) + "/cwd"), folder.Path());
+  EXPECT_EQ(::getsid(Running(program)), Running(program)) << "it outlives the terminal";
+  Pick(RowOf(program));
+  Answer("terminate", "Yes", "No* Yes", QMessageBox::Question);
+  Press(*main, Qt::Key_Delete);
+  Answer("launched process has been set to IDLE.", "OK");
+  StartAtMode({.command = '"' + program + "\" 300"}, 3, false);
+  EXPECT_TRUE(EndRunning(program));
+  EXPECT_NE(ReadBytes(folder / "velmaro/settings.conf").find("LastRun=\"" + program + "\" 300\n"), std::string::npos);
+}
+
+}  // namespace velmaro

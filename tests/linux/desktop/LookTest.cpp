@@ -1,0 +1,64 @@
+#include <QApplication>
+#include <QWindow>
+
+#include "Shown.h"
+#include "memory/formFreeMem.h"
+#include "platform/linux/qt/ControlPeer.h"
+
+namespace velmaro {
+
+TEST_F(LinuxDesktop, MenusAndSizesFollowWhatTheProgramDoes) {
+  auto& form = app.Default<formVelmaro>();
+  Choose("High");
+  Click(*main, "Hidden");
+  EXPECT_TRUE(form.mnuOptions[1].Checked() && form.mnuWOptionsMain.Visible() && form.Option1[6].Value());
+  List().setFocus();
+  Press(*main, Qt::Key_Tab);
+  EXPECT_EQ(main->focusWidget(), &Find(*main, "Velmaro!"));
+  Press(*main, Qt::Key_F10);
+  ASSERT_TRUE(QApplication::activePopupWidget());
+  QApplication::activePopupWidget()->close();
+  main->resize(700, 650);
+  ExpectShown(form);
+  main->resize(100, 100);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return main->size() == main->minimumSize(); }));
+  EXPECT_TRUE(main->minimumWidth() >= 425 && main->minimumHeight() >= 172);
+  main->showMinimized();
+  EXPECT_EQ(form.WindowState(), WindowState::Minimized);
+  for (const bool on : {false, true}) {
+    auto& peer = static_cast<onlinux::FormWindow&>(*form.Peer());
+    peer.ShowOrHide(on), peer.KeepAbove(on);
+    EXPECT_TRUE(main->isVisible() == on && main->windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint) == on);
+  }
+}
+
+TEST_F(LinuxDesktop, EveryCaptionCanBeReadInALightAndInADarkThemeAndWithLargeFonts) {
+  const auto before = QApplication::font();
+  for (const auto& window : {QColor(239, 239, 239), QColor(49, 54, 59), QColor(Qt::black)}) {
+    QPalette theme(window);
+    theme.setColor(QPalette::HighlightedText, QColor(0, 0, 60));
+    QApplication::setPalette(theme);
+    auto font = QApplication::font();
+    font.setPointSizeF(font.pointSizeF() * 2);
+    QApplication::setFont(font);
+    auto& another = app.New<formVelmaro>();
+    another.Show();
+    ExpectShown(another);
+    UnloadForm(another);
+    const auto look = [](QWidget& box) {
+      ExpectShown(*App().Forms().back());
+      Press(box, Qt::Key_Escape);
+    };
+    Then(look);
+    Press(*main, Qt::Key_F1);
+    Then(look);
+    Press(*main, Qt::Key_R, Qt::ControlModifier);
+    Click(*main, "Free Mem");
+    ExpectShown(app.Default<formFreeMem>());
+    UnloadForm(app.Default<formFreeMem>());
+  }
+  QApplication::setPalette({});
+  QApplication::setFont(before);
+}
+
+}  // namespace velmaro
