@@ -27,13 +27,13 @@ const Node everything{"org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/roo
 constexpr uint checked = 4, focusable = 11, showing = 25;
 
 // A bus of the test's own, and the real program on a screen that nobody sees, as a screen reader knows it.
-class Access : public testing::Test {
+class Access : public InFolder {
  protected:
   void SetUp() override {
-    if (!TheDisplay().Runs()) GTEST_SKIP() << "there is no Xvfb";
+    if (!UseDisplay()) GTEST_SKIP() << "there is no Xvfb";
     for (const auto* file : {"/usr/bin/dbus-daemon", "/usr/share/dbus-1/services/org.a11y.Bus.service"})
       if (!fs::exists(file)) GTEST_SKIP() << "there is no " << file;
-    for (const auto* variable : {"XDG_RUNTIME_DIR", "XDG_CONFIG_HOME"}) ::setenv(variable, folder.Path().c_str(), 1);
+    ::setenv("XDG_RUNTIME_DIR", folder.Path().c_str(), 1);
     const auto address = "unix:path=" + (folder / "bus");
     ::setenv("DBUS_SESSION_BUS_ADDRESS", address.c_str(), 1);
     bus.emplace(std::vector<std::string>{"/usr/bin/dbus-daemon", "--session", "--nofork", "--address=" + address});
@@ -103,7 +103,6 @@ class Access : public testing::Test {
     EXPECT_TRUE(Eventually([&] { return Find(window).service.isEmpty(); })) << window.toStdString();
   }
 
-  TestFolder folder;
   std::optional<Child> bus;
   std::optional<Child> program;
   QDBusConnection line{""};

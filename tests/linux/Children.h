@@ -32,30 +32,62 @@ namespace velmaro {
 
 namespace fs = std::filesystem;
 
+// Waits until something holds, for as long as a busy machine may need.
+template <class Test>
+bool Eventually(Test test) {
+  for (int i = 0; i < 500; ++i) {
+    if (test()) return true;
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  }
+  return false;
+}
+
 // A folder of its own for a test, with whatever stands in it.
 class TestFolder {
  public:
-  TestFolder() {
-    auto pattern = (fs::temp_directory_path() / "velmaro-XXXXXX").string();
-    path_ = ::mkdtemp(pattern.data());
+  TestFolder() : path_(fs::temp_directory_path() / "velmaro-XXXXXX") {
+    if (!::mkdtemp(path_.data())) throw std::system_error(errno, std::generic_category(), path_ + " can't be made");
   }
   TestFolder(const TestFolder&) = delete;
   TestFolder& operator=(const TestFolder&) = delete;
-  ~TestFolder() { fs::remove_all(path_); }
+  ~TestFolder() {
+    // What has just been ended may still write into it.
+    Eventually([&, error = std::error_code()]() mutable { return fs::remove_all(path_, error) != 0 && !error; });
+  }
   std::string operator/(const std::string& name) const { return path_ + '/' + name; }
   const std::string& Path() const { return path_; }
-  // A program that sleeps, under a name of the test's own.
-  std::string Sleeper(const std::string& name) const {
+  // A program under a name of the test's own: others run the same one.
+  std::string Copy(const std::string& program, const std::string& name) const {
     fs::create_directories(fs::path(*this / name).parent_path());
-    fs::copy_file("/bin/sleep", *this / name);
+    fs::copy_file(program, *this / name);
     return *this / name;
   }
+  std::string Sleeper(const std::string& name) const { return Copy("/bin/sleep", name); }
 
  private:
   std::string path_;
 };
 
+// A test that works in a folder of its own, as do the programs that it starts. What it leads them to is put back.
 struct InFolder : testing::Test {
+  InFolder() {
+    fs::current_path(folder.Path());
+    for (const auto* place : {"HOME", "TMPDIR", "XDG_CACHE_HOME", "XDG_CONFIG_HOME"})
+      ::setenv(place, folder.Path().c_str(), 1);
+  }
+  ~InFolder() override {
+    std::error_code error;
+    fs::current_path(before, error);
+    ::clearenv();
+    for (const auto& v : variables) ::setenv(v.substr(0, v.find('=')).c_str(), v.substr(v.find('=') + 1).c_str(), 1);
+  }
+  static std::vector<std::string> Environment() {
+    std::vector<std::string> all;
+    for (char** at = environ; *at; ++at) all.emplace_back(*at);
+    return all;
+  }
+  const fs::path before = fs::current_path();
+  const std::vector<std::string> variables = Environment();
   const TestFolder folder;
 };
 
@@ -104,16 +136,6 @@ inline bool PutOver(const std::string& file, const std::string& other) {
   return ::mount(file.c_str(), other.c_str(), "", MS_BIND, "") == 0;
 }
 
-// Waits until something holds, for as long as a busy machine may need.
-template <class Test>
-bool Eventually(Test test) {
-  for (int i = 0; i < 500; ++i) {
-    if (test()) return true;
-    std::this_thread::sleep_for(std::chrono::milliseconds(10));
-  }
-  return false;
-}
-
 using Variables = std::vector<std::pair<std::string, std::string>>;
 
 // Starts a program with no other display than the variables lead to.
@@ -157,7 +179,7 @@ class Child {
  public:
   explicit Child(pid_t id) : id_(id), held_(onlinux::HoldProcess(id)) {}
   explicit Child(const std::vector<std::string>& words) : Child(Fork()) {
-    if (id_ == 0) Execute(words);
+    if (id_ == 0) ::prctl(PR_SET_PDEATHSIG, SIGKILL), Execute(words);
   }
   explicit Child(const std::string& program) : Child(std::vector{program, std::string("300")}) {
     Eventually(
@@ -182,37 +204,6 @@ class Child {
   onlinux::Descriptor held_;
 };
 
-inline void OntoFirstCore() {
-  cpu_set_t first;
-  CPU_ZERO(&first);
-  CPU_SET(0, &first);
-  ::sched_setaffinity(0, sizeof first, &first);
-}
-
-// A process in a session of its own that does nothing but take time of one core.
-template <class Prepare>
-pid_t Spin(Prepare prepare) {
-  const auto child = Fork();
-  if (child == 0) {
-    ::setsid();
-    OntoFirstCore();
-    prepare();
-    for (volatile int i = 0;;) i = i + 1;
-  }
-  Eventually([&] { return ::getsid(child) == child; });
-  return child;
-}
-
-// What one process gets of a core, by what another gets meanwhile.
-inline double TimeBy(pid_t one, pid_t other) {
-  const auto seconds = [](pid_t id) {
-    return std::stod(ReadBytes("/proc/" + std::to_string(id) + "/schedstat")) / 1e9;
-  };
-  const auto before = std::pair(seconds(one), seconds(other));
-  Eventually([&] { return seconds(one) + seconds(other) > before.first + before.second + 1; });
-  return (seconds(one) - before.first) / (seconds(other) - before.second);
-}
-
 // The number of the process that runs a program, 0 for none.
 inline pid_t Running(const std::string& program) {
   for (const auto& entry : fs::directory_iterator("/proc")) {
@@ -230,22 +221,26 @@ inline bool MayRaise() {
   return InChild([] { return ::setpriority(PRIO_PROCESS, 0, -10); }) == 0;
 }
 
-// An X server of the test's own, whose display is then the one in the environment.
+// An X server of the tests' own.
 class VirtualDisplay {
  public:
   VirtualDisplay() {
     std::array<int, 2> ends{};
     if (::pipe(ends.data()) != 0) return;
     server_.emplace(Start({"/usr/bin/Xvfb", "-displayfd", std::to_string(ends[1]), "-nolisten", "tcp", "-noreset"}, {},
-                          [] { return ::prctl(PR_SET_PDEATHSIG, SIGKILL) == 0; }));
+                          [] { return ::prctl(PR_SET_PDEATHSIG, SIGTERM) == 0; }));
     ::close(ends[1]);
     for (char c = 0; ::read(ends[0], &c, 1) == 1 && c != '\n';) number_ += c;
     ::close(ends[0]);
-    if (Runs()) ::setenv("DISPLAY", (':' + number_).c_str(), 1);
   }
   VirtualDisplay(const VirtualDisplay&) = delete;
   VirtualDisplay& operator=(const VirtualDisplay&) = delete;
-  bool Runs() const { return !number_.empty(); }
+  ~VirtualDisplay() {
+    // It takes its socket along when it is asked to go.
+    if (server_ && onlinux::EndProcess(server_->Id(), SIGTERM)) Eventually([&] { return !server_->Runs(); });
+  }
+  // Has its display be the one in the environment. False where there is none.
+  bool Use() const { return !number_.empty() && ::setenv("DISPLAY", (':' + number_).c_str(), 1) == 0; }
 
  private:
   std::optional<Child> server_;
@@ -253,9 +248,14 @@ class VirtualDisplay {
 };
 
 // The one of this process: what it asks of the X server goes over one line for good.
-inline const VirtualDisplay& TheDisplay() {
+inline bool UseDisplay() {
   static const VirtualDisplay display;
-  return display;
+  return display.Use();
+}
+
+inline platform::OwnedHandle Open(pid_t id) {
+  return platform::OwnedHandle(
+      platform::OpenProcess(platform::PROCESS_ALL_ACCESS, false, static_cast<std::uint32_t>(id)));
 }
 
 // What a snapshot, a fresh one, says of a process; nothing where it does not list it.

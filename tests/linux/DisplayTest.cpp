@@ -46,7 +46,8 @@ TEST_F(LinuxDisplays, WhereNoWindowCanBeShownTheProgramSaysSoAndEnds) {
     EXPECT_NE(ReadBytes(errors).find("no window can be shown"), std::string::npos) << ReadBytes(errors);
   }
   std::array<std::uint32_t, 3> asked{};
-  EXPECT_EQ(::recv(::accept(named.get(), nullptr, nullptr), asked.data(), sizeof asked, 0), 12)
+  const onlinux::Descriptor line(::accept(named.get(), nullptr, nullptr));
+  EXPECT_EQ(::recv(line.get(), asked.data(), sizeof asked, 0), 12)
       << "a name stands for a socket in the folder of the session";
   EXPECT_EQ(asked, (std::array<std::uint32_t, 3>{1, 12U << 16, 2})) << "Wayland's request for a word";
   EXPECT_EQ(Ended(Start({VELMARO_PROGRAM, "/?"})), 1);
@@ -58,11 +59,10 @@ TEST_F(LinuxDisplays, WhereNoWindowCanBeShownTheProgramSaysSoAndEnds) {
 }
 
 TEST_F(LinuxDisplays, AnInstalledProgramIsWholeAndTakesItsToolkitFromNowhereElse) {
-  const Variables offscreen = {{"QT_QPA_PLATFORM", "offscreen"}, {"XDG_CONFIG_HOME", folder.Path()}};
+  const Variables offscreen = {{"QT_QPA_PLATFORM", "offscreen"}};
   const std::string install = "cmake --install '" VELMARO_BUILD "' --prefix '";
   ASSERT_EQ(std::system((install + (folder / "usr") + "' >/dev/null").c_str()), 0);
-  fs::create_directories(folder / "any/bin");
-  fs::copy_file(VELMARO_PROGRAM, folder / "any/bin/velmaro");
+  folder.Copy(VELMARO_PROGRAM, "any/bin/velmaro");
   fs::copy(folder / "usr/lib", folder / "any/lib", fs::copy_options::recursive);
   EXPECT_EQ(Ended(Start({folder / "any/bin/velmaro"}, offscreen)), 1) << "anyone may have put it into ../lib";
   for (const auto* file : {"velmaro-toolkit.so", "velmaro-x11.so"})
@@ -96,8 +96,8 @@ TEST_F(LinuxDisplays, AnInstalledProgramIsWholeAndTakesItsToolkitFromNowhereElse
 class LinuxProgram : public InFolder {
  protected:
   void SetUp() override {
-    if (!TheDisplay().Runs()) GTEST_SKIP() << "there is no Xvfb";
-    variables = {{"DISPLAY", std::getenv("DISPLAY")}, {"XDG_CONFIG_HOME", folder.Path()}};
+    if (!UseDisplay()) GTEST_SKIP() << "there is no Xvfb";
+    variables = {{"DISPLAY", std::getenv("DISPLAY")}, {"XDG_RUNTIME_DIR", folder.Path()}};
   }
   static bool Shows() { return platform::FindWindowA("Zeld's Velmaro Process") != 0; }
   // Makes the program one that lends its user a right: that to raise classes.
@@ -125,29 +125,28 @@ TEST_F(LinuxProgram, EndsWhenItsLastWindowIsDestroyed) {
 TEST_F(LinuxProgram, ARightOfItsOwnReachesNeitherForeignCodeNorStartedPrograms) {
   const auto program = WithARight();
   if (program.empty()) GTEST_SKIP() << "this user may not give a file a capability";
-  fs::permissions(folder.Path(), fs::perms::all);
+  ASSERT_EQ(::chown(folder.Path().c_str(), 65534, 65533), 0);
   fs::create_directory(folder / "foreign");
   fs::copy(VELMARO_QT_PLUGINS "/platforms", folder / "foreign/platforms");
   for (const auto* name : {"QT_PLUGIN_PATH", "QT_QPA_PLATFORM_PLUGIN_PATH"})
     variables.emplace_back(name, folder / (name[3] == 'P' ? "foreign" : "foreign/platforms"));
-  pid_t child = 0;
-  const auto loaded = [&] { return ReadBytes("/proc/" + std::to_string(child) + "/maps"); };
+  std::optional<Child> child;
+  const auto loaded = [&] { return ReadBytes("/proc/" + std::to_string(child->Id()) + "/maps"); };
   const auto shows = [&] { return loaded().find("libqxcb.so") != std::string::npos; };
   // On a busy machine a display can look like one that hangs.
-  for (int tries = 0; tries < 3 && !shows(); ++tries) {
-    child = Start({program}, variables, BecomeNobody);
+  for (int tries = 0; tries < 3 && !(child && shows()); ++tries) {
+    child.emplace(Start({program}, variables, BecomeNobody));
     Eventually(shows);
   }
   EXPECT_TRUE(shows());
   EXPECT_EQ(loaded().find(folder / "foreign"), std::string::npos);
-  onlinux::EndProcess(child);
-  ::waitpid(child, nullptr, 0);
+  child.reset();
   const auto line = "env >" + (folder / "told") + "; grep Cap /proc/$$/status >>" + (folder / "told");
-  Start({program, "/q", "/m", "/h", "/bin/sh", "-c", line}, variables, [] {
+  child.emplace(Start({program, "/q", "/m", "/h", "/bin/sh", "-c", line}, variables, [] {
     // What a memory run may claim is over soon.
     const rlimit most{400U << 20, 400U << 20};
     return ::setrlimit(RLIMIT_DATA, &most) == 0 && BecomeNobody();
-  });
+  }));
   const auto told = [&] { return ReadBytes(folder / "told"); };
   const auto ran = [&] { return told().find("CapAmb:\t0000000000000000\n") != std::string::npos; };
   EXPECT_TRUE(Eventually(ran) || Eventually(ran) || Eventually(ran)) << told();

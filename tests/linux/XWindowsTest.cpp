@@ -18,14 +18,11 @@ using namespace platform;
 using onlinux::XServer;
 
 // A server of the test's own, for the windows of a program of its own.
-class LinuxWindows : public testing::Test {
+class LinuxWindows : public InFolder {
  protected:
-  static void SetUpTestSuite() {
-    if (TheDisplay().Runs()) x = std::make_unique<XServer>();
-  }
-  static void TearDownTestSuite() { x.reset(); }
   void SetUp() override {
-    if (!x) GTEST_SKIP() << "there is no Xvfb";
+    if (!UseDisplay()) GTEST_SKIP() << "there is no Xvfb";
+    x.emplace();
   }
 
   xcb_window_t NewWindow(const std::string& title, const std::string& kind = "UTF8_STRING", bool shown = true) {
@@ -115,7 +112,7 @@ class LinuxWindows : public testing::Test {
   }
 
   std::vector<xcb_window_t> windows;
-  static inline std::unique_ptr<XServer> x;
+  static inline std::optional<XServer> x;
 };
 
 TEST_F(LinuxWindows, AllTitlesAreListedFromFrontToBack) {

@@ -15,7 +15,6 @@ QWidget& ClientOf(const Form& form) { return static_cast<onlinux::FormWindow*>(f
 QWidget& WidgetOf(const Control& of) { return static_cast<onlinux::ControlPeer*>(of.Peer())->Widget(); }
 
 LinuxDesktop::LinuxDesktop() {
-  ::setenv("XDG_CONFIG_HOME", folder.Path().c_str(), 1);
   app.Default<formVelmaro>().Show();
   main = ClientOf(app.Default<formVelmaro>()).window();
   EXPECT_TRUE(QTest::qWaitForWindowActive(main));

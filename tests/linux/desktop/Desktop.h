@@ -40,7 +40,7 @@ void Click(QWidget& window, const QString& caption) {
 }
 
 // The real program on a screen that nobody sees. What the user does in a box or dialog is queued beforehand.
-class LinuxDesktop : public testing::Test {
+class LinuxDesktop : public InFolder {
  protected:
   LinuxDesktop();
   ~LinuxDesktop() override;
@@ -58,7 +58,6 @@ class LinuxDesktop : public testing::Test {
   void Pick(int row) { QTest::mouseClick(List().viewport(), Qt::LeftButton, {}, PlaceOf(row)); }
   QListView& List() { return *main->findChild<QListView*>(); }
 
-  TestFolder folder;
   Application app;
   QWidget* main = nullptr;
   QTimer user;

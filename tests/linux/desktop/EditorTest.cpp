@@ -50,11 +50,10 @@ TEST_F(LinuxDesktop, TheEditorKeepsEveryByteThatTheUserDoesNotTouch) {
 }
 
 TEST_F(LinuxDesktop, AListIsOpenedByTheDesktopWhereThatHasAProgramForIt) {
-  const std::string path = std::getenv("PATH");
   WriteBytes(killList, "zzone\n");
   WriteProgram(folder / "xdg-open", "#!/bin/sh\necho \"$1\" >'" + (folder / "opened") + "'\n");
   WriteProgram(folder / "xdg-mime", "#!/bin/sh\n");
-  ::setenv("PATH", (folder.Path() + ':' + path).c_str(), 1);
+  ::setenv("PATH", (folder.Path() + ':' + std::getenv("PATH")).c_str(), 1);
   Then([](QWidget& editor) {
     EXPECT_EQ(editor.findChild<QPlainTextEdit*>()->toPlainText(), "zzone\n");
     Press(editor, Qt::Key_Escape);
@@ -64,7 +63,6 @@ TEST_F(LinuxDesktop, AListIsOpenedByTheDesktopWhereThatHasAProgramForIt) {
   WriteBytes(folder / "xdg-mime", "#!/bin/sh\n[ \"$*\" = 'query default text/plain' ] && echo editor.desktop\n");
   Choose("Edit Kill List...");
   EXPECT_TRUE(QTest::qWaitFor([&] { return ReadBytes(folder / "opened") == killList + '\n'; }));
-  ::setenv("PATH", path.c_str(), 1);
 }
 
 }  // namespace velmaro

@@ -11,7 +11,6 @@ namespace velmaro {
 
 TEST_F(LinuxDesktop, TheLauncherStartsWhatIsTypedAtItsPriority) {
   const auto program = folder.Sleeper("zz launched");
-  ::setenv("HOME", folder.Path().c_str(), 1);
   main->move(0, 0);
   Then([&](QWidget& launcher) {
     EXPECT_LT((launcher.geometry().center() - main->geometry().center()).manhattanLength(), 20);
