@@ -213,8 +213,11 @@ inline pid_t Running(const std::string& program) {
   return 0;
 }
 
-// Ends the process that runs a program. False where none does.
-inline bool EndRunning(const std::string& program) { return onlinux::EndProcess(Running(program)); }
+// Ends what runs a program, and waits for its end: one that is idle takes its time. False where nothing does.
+inline bool EndRunning(const std::string& program) {
+  bool ended = false;
+  return Eventually([&] { return ended |= onlinux::EndProcess(Running(program)), Running(program) == 0; }) && ended;
+}
 
 // True where this user may raise a priority.
 inline bool MayRaise() {

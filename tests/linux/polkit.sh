@@ -62,7 +62,6 @@ ask $target "$start" 256
 # The same from the window: refused, set without a question, and read back.
 cp "$build/velmaro_linux_desktop" "$folder/usr/bin/"
 python3 "$source/packaging/linux/record_prefix.py" "$folder/usr/bin/velmaro_linux_desktop" "$folder/usr"
-# It takes words of its command line for a program to start, so it is told by the environment which test is meant.
-"${user[@]}" VELMARO_POLKIT=1 GTEST_FILTER='*ARefusedClassIsSetWithARightThatWasGiven' \
-  "$folder/usr/bin/velmaro_linux_desktop" || fail 'the window'
+"${user[@]}" VELMARO_POLKIT=1 "$folder/usr/bin/velmaro_linux_desktop" \
+  --gtest_filter='*ARefusedClassIsSetWithARightThatWasGiven' || fail 'the window'
 echo 'polkit gives the right, for this and nothing else'

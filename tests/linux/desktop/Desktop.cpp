@@ -14,6 +14,21 @@ void Press(QWidget& window, Qt::Key key, Qt::KeyboardModifiers modifiers) {
 QWidget& ClientOf(const Form& form) { return static_cast<onlinux::FormWindow*>(form.Peer())->Client(); }
 QWidget& WidgetOf(const Control& of) { return static_cast<onlinux::ControlPeer*>(of.Peer())->Widget(); }
 
+namespace {
+
+[[noreturn]] void Surprise(QWidget& window) {
+  throw std::runtime_error("nobody awaits this: " +
+                           (window.windowTitle() + ' ' + window.property("text").toString()).toStdString());
+}
+
+// Takes away what would keep a test that has failed from its end.
+void Dismiss(QWidget* window) {
+  if (auto* dialog = qobject_cast<QDialog*>(window)) return dialog->reject();
+  if (window) window->close();
+}
+
+}  // namespace
+
 LinuxDesktop::LinuxDesktop() {
   app.Default<formVelmaro>().Show();
   main = ClientOf(app.Default<formVelmaro>()).window();
@@ -21,10 +36,19 @@ LinuxDesktop::LinuxDesktop() {
   QObject::connect(&user, &QTimer::timeout, &user, [this] {
     auto* window = QApplication::activePopupWidget();
     if (!window) window = QApplication::activeModalWidget();
-    if (!window || actions.empty() || !window->isVisible()) return;
+    if (!window || window == asked || !window->isVisible()) return;
+    const auto action = actions.empty() ? Action(Surprise) : actions.front();
+    if (!actions.empty()) actions.pop_front();
     // A timer does not tick while it is answered, and an action may bring the next box.
-    QTimer::singleShot(0, window, [action = std::exchange(actions.front(), {}), window] { action(*window); });
-    actions.pop_front();
+    QTimer::singleShot(0, window, [=, this, before = std::exchange(asked, window), it = QPointer(window)] {
+      try {
+        action(*it);
+      } catch (const std::exception& error) {
+        ADD_FAILURE() << error.what();
+        Dismiss(it);
+      }
+      asked = before;
+    });
   });
   user.start(20);
 }
@@ -36,7 +60,7 @@ LinuxDesktop::~LinuxDesktop() {
 
 void LinuxDesktop::Answer(const QString& text, const QString& answer, const QString& buttons, QMessageBox::Icon icon) {
   Then([=](QWidget& window) {
-    const auto& box = static_cast<QMessageBox&>(window);
+    const auto& box = dynamic_cast<QMessageBox&>(window);
     EXPECT_TRUE(box.text().contains(text) && box.textFormat() == Qt::PlainText) << box.text().toStdString();
     QStringList names;
     for (auto* button : box.buttons())

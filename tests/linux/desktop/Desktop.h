@@ -62,6 +62,7 @@ class LinuxDesktop : public InFolder {
   QWidget* main = nullptr;
   QTimer user;
   std::deque<Action> actions;
+  QPointer<QWidget> asked;  // what is being answered
   const std::string killList = platform::AppFolder() + "/killlist.txt";
   const std::string spareList = platform::AppFolder() + "/nokilllist.txt";
 };

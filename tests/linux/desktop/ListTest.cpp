@@ -28,7 +28,7 @@ TEST_F(LinuxDesktop, ARefreshInTheBackgroundKeepsTheRowAndThePlaceOfTheList) {
   other.show();
   other.activateWindow();
   ASSERT_TRUE(QTest::qWaitForWindowActive(&other));
-  EXPECT_TRUE(QTest::qWaitFor([&] { return RowOf(picked) < row; }, 20000)) << "every 4 seconds";
+  EXPECT_TRUE(QTest::qWaitFor([&] { return RowOf(picked) < row; }, 12000)) << "every 4 seconds";
   EXPECT_EQ(List().currentIndex().row(), RowOf(picked));
   EXPECT_TRUE(List().selectionModel()->isSelected(List().currentIndex()));
   EXPECT_EQ(bar.value(), RowOf(folder / "zz5"));
