@@ -1,13 +1,9 @@
-#include <gtest/gtest.h>
-
 #include <QCoreApplication>
 #include <QtDBus>
-#include <functional>
 
 #include "Children.h"
 #include "platform/kernel32.h"
 
-namespace velmaro {
 namespace {
 
 // Something that can be told of, by its place on the bus of the assistive technologies.
@@ -34,6 +30,7 @@ class Access : public InFolder {
     for (const auto* file : {"/usr/bin/dbus-daemon", "/usr/share/dbus-1/services/org.a11y.Bus.service"})
       if (!fs::exists(file)) GTEST_SKIP() << "there is no " << file;
     ::setenv("XDG_RUNTIME_DIR", folder.Path().c_str(), 1);
+    for (const auto* ofOneBefore : {"session", "access"}) QDBusConnection::disconnectFromBus(ofOneBefore);
     const auto address = "unix:path=" + (folder / "bus");
     ::setenv("DBUS_SESSION_BUS_ADDRESS", address.c_str(), 1);
     bus.emplace(std::vector<std::string>{"/usr/bin/dbus-daemon", "--session", "--nofork", "--address=" + address});
@@ -163,7 +160,6 @@ TEST_F(Access, EveryWindowIsToldAndAPressActsAsTheMouseDoes) {
 }
 
 }  // namespace
-}  // namespace velmaro
 
 int main(int count, char** arguments) {
   const QCoreApplication application(count, arguments);

@@ -45,7 +45,9 @@ bool Eventually(Test test) {
 // A folder of its own for a test, with whatever stands in it.
 class TestFolder {
  public:
-  TestFolder() : path_(fs::temp_directory_path() / "velmaro-XXXXXX") {
+  TestFolder() {
+    static const auto base = fs::temp_directory_path();  // a test leads it to its own
+    path_ = base / "velmaro-XXXXXX";
     if (!::mkdtemp(path_.data())) throw std::system_error(errno, std::generic_category(), path_ + " can't be made");
   }
   TestFolder(const TestFolder&) = delete;
@@ -68,26 +70,13 @@ class TestFolder {
   std::string path_;
 };
 
-// A test that works in a folder of its own, as do the programs that it starts. What it leads them to is put back.
+// A test that works in a folder of its own, as do the programs that it starts.
 struct InFolder : testing::Test {
   InFolder() {
     fs::current_path(folder.Path());
     for (const auto* place : {"HOME", "TMPDIR", "XDG_CACHE_HOME", "XDG_CONFIG_HOME"})
       ::setenv(place, folder.Path().c_str(), 1);
   }
-  ~InFolder() override {
-    std::error_code error;
-    fs::current_path(before, error);
-    ::clearenv();
-    for (const auto& v : variables) ::setenv(v.substr(0, v.find('=')).c_str(), v.substr(v.find('=') + 1).c_str(), 1);
-  }
-  static std::vector<std::string> Environment() {
-    std::vector<std::string> all;
-    for (char** at = environ; *at; ++at) all.emplace_back(*at);
-    return all;
-  }
-  const fs::path before = fs::current_path();
-  const std::vector<std::string> variables = Environment();
   const TestFolder folder;
 };
 
@@ -188,9 +177,9 @@ class Child {
   Child(const Child&) = delete;
   Child& operator=(const Child&) = delete;
   ~Child() { End(); }
-  void End() {
+  void End(int signal = SIGKILL) {
     const auto id = std::exchange(id_, 0);
-    if (onlinux::EndProcess(id, held_)) ::waitpid(id, nullptr, 0);
+    if (onlinux::EndProcess(id, held_, signal)) ::waitpid(id, nullptr, 0);
   }
   pid_t Id() const { return id_; }
   bool Runs() const {
@@ -239,8 +228,7 @@ class VirtualDisplay {
   VirtualDisplay(const VirtualDisplay&) = delete;
   VirtualDisplay& operator=(const VirtualDisplay&) = delete;
   ~VirtualDisplay() {
-    // It takes its socket along when it is asked to go.
-    if (server_ && onlinux::EndProcess(server_->Id(), SIGTERM)) Eventually([&] { return !server_->Runs(); });
+    if (server_) server_->End(SIGTERM);  // so it takes its socket along
   }
   // Has its display be the one in the environment. False where there is none.
   bool Use() const { return !number_.empty() && ::setenv("DISPLAY", (':' + number_).c_str(), 1) == 0; }
@@ -273,3 +261,6 @@ inline std::optional<platform::PROCESSENTRY32> Listed(
 }
 
 }  // namespace velmaro
+
+// Tests speak of the program.
+using namespace velmaro;

@@ -1,12 +1,9 @@
-#include <fcntl.h>
-#include <gtest/gtest.h>
 #include <sys/mman.h>
 
 #include "Children.h"
 #include "platform/linux/memory/ControlGroup.h"
 #include "platform/linux/processes/NiceGroup.h"
 
-namespace velmaro {
 namespace {
 
 constexpr int Megabyte = 1 << 20;
@@ -131,4 +128,3 @@ TEST(LinuxControlGroups, WhateverBecomesOfAMemoryRunItsTargetStarts) {
 }
 
 }  // namespace
-}  // namespace velmaro

@@ -1,5 +1,3 @@
-#include <fcntl.h>
-#include <gtest/gtest.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <sys/xattr.h>
@@ -9,7 +7,6 @@
 #include "platform/linux/x11/XServer.h"
 #include "platform/user32.h"
 
-namespace velmaro {
 namespace {
 
 using LinuxDisplays = InFolder;
@@ -156,4 +153,3 @@ TEST_F(LinuxProgram, ARightOfItsOwnReachesNeitherForeignCodeNorStartedPrograms) 
 }
 
 }  // namespace
-}  // namespace velmaro

@@ -1,10 +1,8 @@
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include "Children.h"
 #include "desktop/modFiles.h"
 
-namespace velmaro {
 namespace {
 
 class LinuxFiles : public InFolder {
@@ -80,4 +78,3 @@ TEST_F(LinuxFiles, AnotherOwnersListInAStickyFolderIsWrittenOver) {
 }
 
 }  // namespace
-}  // namespace velmaro

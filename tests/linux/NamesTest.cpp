@@ -9,7 +9,6 @@
 #include "process/KnownEmulators.h"
 #include "process/WalkProcesses.h"
 
-namespace velmaro {
 namespace {
 
 using LinuxNames = InFolder;
@@ -166,4 +165,3 @@ TEST_F(LinuxNames, AProtectedScriptRunsOnHoweverItsInterpreterWasTold) {
 }
 
 }  // namespace
-}  // namespace velmaro

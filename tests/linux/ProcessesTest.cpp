@@ -1,4 +1,3 @@
-#include <gtest/gtest.h>
 #include <linux/sched.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
@@ -11,7 +10,6 @@
 #include "platform/linux/processes/PriorityClass.h"
 #include "platform/rights.h"
 
-namespace velmaro {
 namespace {
 
 using LinuxProcesses = InFolder;
@@ -172,4 +170,3 @@ TEST_F(LinuxProcesses, ANumberThatWentToAnotherProcessIsNotTouched) {
 }
 
 }  // namespace
-}  // namespace velmaro

@@ -1,4 +1,3 @@
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <sys/sysinfo.h>
 
@@ -6,7 +5,6 @@
 #include "platform/kernel32.h"
 #include "platform/machine.h"
 
-namespace velmaro {
 namespace {
 
 std::string Read(const std::string& key) { return platform::ReadSetting("Velmaro", "Settings", key).value_or("none"); }
@@ -99,4 +97,3 @@ TEST(LinuxMachine, OnlyWholeCharactersCountAsSuch) {
 }
 
 }  // namespace
-}  // namespace velmaro

@@ -1,6 +1,5 @@
 #include "Children.h"
 
-namespace velmaro {
 namespace {
 
 // What they measure, other tests at the same time would disturb.
@@ -90,4 +89,3 @@ TEST_F(LinuxShares, AClassCountsAgainstProgramsOfOtherSessionsToo) {
 }
 
 }  // namespace
-}  // namespace velmaro

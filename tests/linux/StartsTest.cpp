@@ -1,5 +1,3 @@
-#include <fcntl.h>
-#include <gtest/gtest.h>
 #include <pty.h>
 #include <sys/ioctl.h>
 
@@ -13,7 +11,6 @@
 #include "platform/start.h"
 #include "platform/user32.h"
 
-namespace velmaro {
 namespace {
 
 using LinuxStarts = InFolder;
@@ -266,4 +263,3 @@ TEST_F(LinuxStarts, ACommandIsSplitAsAShellWould) {
 }
 
 }  // namespace
-}  // namespace velmaro

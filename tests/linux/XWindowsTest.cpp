@@ -1,7 +1,4 @@
-#include <gtest/gtest.h>
-
 #include <algorithm>
-#include <array>
 #include <memory>
 
 #include "Children.h"
@@ -11,7 +8,6 @@
 #include "platform/machine.h"
 #include "platform/user32.h"
 
-namespace velmaro {
 namespace {
 
 using namespace platform;
@@ -223,4 +219,3 @@ TEST_F(LinuxWindows, TheFirstWindowOfAStartGetsItsStateWhateverStandsBetween) {
 }
 
 }  // namespace
-}  // namespace velmaro

@@ -1,8 +1,4 @@
-#include <QApplication>
-
 #include "Desktop.h"
-
-namespace velmaro {
 
 TEST_F(LinuxDesktop, AClassIsChangedFromTheMenuAndTheListShowsIt) {
   if (::getpriority(PRIO_PROCESS, 0) >= 15) GTEST_SKIP() << "whatever this user starts here is idle already";
@@ -64,5 +60,3 @@ TEST_F(LinuxDesktop, AProcessIsEndedOnlyWhenTheUserSaysYes) {
   end();
   EXPECT_EQ(RowOf(program), -1);
 }
-
-}  // namespace velmaro

@@ -1,9 +1,6 @@
 #include "Desktop.h"
 
-#include <QApplication>
-#include <QMenu>
-
-#include "platform/linux/qt/ControlPeer.h"
+#include <QSettings>
 
 namespace velmaro {
 
@@ -14,22 +11,9 @@ void Press(QWidget& window, Qt::Key key, Qt::KeyboardModifiers modifiers) {
 QWidget& ClientOf(const Form& form) { return static_cast<onlinux::FormWindow*>(form.Peer())->Client(); }
 QWidget& WidgetOf(const Control& of) { return static_cast<onlinux::ControlPeer*>(of.Peer())->Widget(); }
 
-namespace {
-
-[[noreturn]] void Surprise(QWidget& window) {
-  throw std::runtime_error("nobody awaits this: " +
-                           (window.windowTitle() + ' ' + window.property("text").toString()).toStdString());
-}
-
-// Takes away what would keep a test that has failed from its end.
-void Dismiss(QWidget* window) {
-  if (auto* dialog = qobject_cast<QDialog*>(window)) return dialog->reject();
-  if (window) window->close();
-}
-
-}  // namespace
-
 LinuxDesktop::LinuxDesktop() {
+  // The toolkit goes by the environment for the first of them alone.
+  QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QString::fromStdString(folder.Path()));
   app.Default<formVelmaro>().Show();
   main = ClientOf(app.Default<formVelmaro>()).window();
   EXPECT_TRUE(QTest::qWaitForWindowActive(main));
@@ -37,15 +21,18 @@ LinuxDesktop::LinuxDesktop() {
     auto* window = QApplication::activePopupWidget();
     if (!window) window = QApplication::activeModalWidget();
     if (!window || window == asked || !window->isVisible()) return;
-    const auto action = actions.empty() ? Action(Surprise) : actions.front();
+    const auto action = actions.empty() ? Action() : actions.front();
     if (!actions.empty()) actions.pop_front();
     // A timer does not tick while it is answered, and an action may bring the next box.
     QTimer::singleShot(0, window, [=, this, before = std::exchange(asked, window), it = QPointer(window)] {
       try {
+        const auto text = it->windowTitle() + ' ' + it->property("text").toString();
+        if (!action) throw std::runtime_error("nobody awaits this: " + text.toStdString());
         action(*it);
       } catch (const std::exception& error) {
         ADD_FAILURE() << error.what();
-        Dismiss(it);
+        // It would keep the test from its end.
+        if (it && !QMetaObject::invokeMethod(it, "reject")) it->close();
       }
       asked = before;
     });

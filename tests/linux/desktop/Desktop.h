@@ -3,17 +3,24 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QApplication>
+#include <QLineEdit>
 #include <QListView>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPointer>
+#include <QScrollBar>
 #include <QTest>
 #include <QTimer>
+#include <QWindow>
 #include <deque>
 #include <functional>
 #include <string>
 
 #include "../Children.h"
 #include "mainform/formVelmaro.h"
+#include "memory/formFreeMem.h"
+#include "platform/linux/qt/ControlPeer.h"
 #include "platform/machine.h"
 #include "runtime/Application.h"
 
@@ -38,6 +45,12 @@ template <class Widget = QAbstractButton>
 void Click(QWidget& window, const QString& caption) {
   QTest::mouseClick(&Find<Widget>(window, caption), Qt::LeftButton);
 }
+
+// Looks at all that a form shows, as it is, with its controls hidden and disabled, and as it was before.
+void ExpectShown(const Form& form);
+
+// Rests the pointer on a control, whose balloon must then stand under it, or above it.
+void ExpectBalloon(QWidget& control, bool isAbove, const QString& meant);
 
 // The real program on a screen that nobody sees. What the user does in a box or dialog is queued beforehand.
 class LinuxDesktop : public InFolder {

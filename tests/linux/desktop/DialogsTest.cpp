@@ -1,12 +1,7 @@
-#include <QApplication>
 #include <QLabel>
-#include <QLineEdit>
 
-#include "Shown.h"
-#include "memory/formFreeMem.h"
+#include "Desktop.h"
 #include "runtime/Boxes.h"
-
-namespace velmaro {
 
 TEST_F(LinuxDesktop, ModalWindowsComeAndGoAndTheCloseBoxEndsTheProgram) {
   Answer("<b>\nb", "OK", "OK*", QMessageBox::Warning);
@@ -59,5 +54,3 @@ TEST_F(LinuxDesktop, ModalWindowsComeAndGoAndTheCloseBoxEndsTheProgram) {
   app.Run();
   EXPECT_TRUE(app.Forms().empty());
 }
-
-}  // namespace velmaro

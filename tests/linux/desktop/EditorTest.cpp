@@ -1,8 +1,6 @@
 #include <QPlainTextEdit>
 
-#include "Shown.h"
-
-namespace velmaro {
+#include "Desktop.h"
 
 TEST_F(LinuxDesktop, TheEditorKeepsEveryByteThatTheUserDoesNotTouch) {
   using namespace std::string_literals;
@@ -64,5 +62,3 @@ TEST_F(LinuxDesktop, AListIsOpenedByTheDesktopWhereThatHasAProgramForIt) {
   Choose("Edit Kill List...");
   EXPECT_TRUE(QTest::qWaitFor([&] { return ReadBytes(folder / "opened") == killList + '\n'; }));
 }
-
-}  // namespace velmaro

@@ -1,10 +1,6 @@
-#include <QApplication>
-#include <QMenu>
 #include <sstream>
 
 #include "Desktop.h"
-
-namespace velmaro {
 
 TEST_F(LinuxDesktop, AButtonIsPressedWhereTheMouseWentDownAndUp) {
   if (::getpriority(PRIO_PROCESS, 0) >= 15) GTEST_SKIP() << "whatever this user starts here is idle already";
@@ -84,5 +80,3 @@ TEST_F(LinuxDesktop, EachKeyAndEachButtonOfTheMouseIsToldAsWhatItIs) {
   QTest::mouseClick(&label, Qt::MiddleButton, Qt::AltModifier, {10, 8});
   EXPECT_EQ(told.str(), form.lblCredits.Caption() + " 1,1,120,60, 2,2,240,60, 4,4,120,96, ");
 }
-
-}  // namespace velmaro

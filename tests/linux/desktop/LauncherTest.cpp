@@ -1,13 +1,9 @@
 #include <QComboBox>
 #include <QFileDialog>
-#include <QLineEdit>
 #include <QRadioButton>
-#include <QWindow>
 
 #include "Desktop.h"
 #include "process/StartCommand.h"
-
-namespace velmaro {
 
 TEST_F(LinuxDesktop, TheLauncherStartsWhatIsTypedAtItsPriority) {
   const auto program = folder.Sleeper("zz launched");
@@ -53,5 +49,3 @@ TEST_F(LinuxDesktop, TheLauncherStartsWhatIsTypedAtItsPriority) {
   EXPECT_TRUE(EndRunning(program));
   EXPECT_NE(ReadBytes(folder / "velmaro/settings.conf").find("LastRun=\"" + program + "\" 300\n"), std::string::npos);
 }
-
-}  // namespace velmaro

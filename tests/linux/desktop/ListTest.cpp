@@ -1,9 +1,6 @@
-#include <QScrollBar>
 #include <algorithm>
 
 #include "Desktop.h"
-
-namespace velmaro {
 
 // Counts how often a widget is painted.
 struct Paints : QObject {
@@ -74,5 +71,3 @@ TEST_F(LinuxDesktop, RowsArePaintedInColumnsAndTheSelectedOneInItsColours) {
   form.List1.SetListIndex(90);
   EXPECT_TRUE(List().viewport()->rect().contains(List().visualRect(List().currentIndex()))) << "it is brought in sight";
 }
-
-}  // namespace velmaro

@@ -1,11 +1,4 @@
-#include <QApplication>
-#include <QWindow>
-
-#include "Shown.h"
-#include "memory/formFreeMem.h"
-#include "platform/linux/qt/ControlPeer.h"
-
-namespace velmaro {
+#include "Desktop.h"
 
 TEST_F(LinuxDesktop, MenusAndSizesFollowWhatTheProgramDoes) {
   auto& form = app.Default<formVelmaro>();
@@ -60,5 +53,3 @@ TEST_F(LinuxDesktop, EveryCaptionCanBeReadInALightAndInADarkThemeAndWithLargeFon
   QApplication::setPalette({});
   QApplication::setFont(before);
 }
-
-}  // namespace velmaro

@@ -1,9 +1,4 @@
-#include <QScrollBar>
-
 #include "Desktop.h"
-#include "memory/formFreeMem.h"
-
-namespace velmaro {
 
 // A figure of this process, such as "VmRSS:", in kB.
 int OwnMemory(const std::string& name) {
@@ -22,5 +17,3 @@ TEST_F(LinuxDesktop, AMemoryRunHoldsItsTargetAndGivesAllOfItBack) {
   EXPECT_LE(OwnMemory("VmRSS:"), before + 4096);
   EXPECT_TRUE(meter.windowTitle().endsWith("KB Free Memory"));
 }
-
-}  // namespace velmaro

@@ -1,16 +1,12 @@
-#include "Shown.h"
-
-#include <QApplication>
 #include <QHelpEvent>
 #include <QLabel>
-#include <QMenu>
 #include <QMenuBar>
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <map>
 
-#include "memory/formFreeMem.h"
+#include "Desktop.h"
 
 namespace velmaro {
 namespace {

@@ -31,15 +31,15 @@ int main(int count, char** arguments) {
     std::transform(word.begin(), word.begin() + static_cast<std::ptrdiff_t>(end), word.begin(), ::toupper);
     ::setenv(word.substr(2, end - 2).c_str(), end < word.size() ? &word[end + 1] : "1", 1);
   }
-  if (!words.empty() && !testing::GTEST_FLAG(list_tests)) velmaro::Execute({"/proc/self/exe"});
+  if (!words.empty() && !testing::GTEST_FLAG(list_tests)) Execute({"/proc/self/exe"});
   try {
-    const velmaro::TestFolder needed;
+    const TestFolder needed;
   } catch (const std::exception& error) {
     std::cerr << "velmaro_linux_desktop has no folder to write to (see TMPDIR): " << error.what() << '\n';
     return 2;
   }
   ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
-  ::setenv("QT_FONT_DPI", std::to_string(velmaro::dotsPerInch).c_str(), 1);
+  ::setenv("QT_FONT_DPI", std::to_string(dotsPerInch).c_str(), 1);
   ::setenv("QT_ENABLE_HIGHDPI_SCALING", "0", 1);
   ::setpriority(PRIO_PROCESS, 0, 0);
   testing::UnitTest::GetInstance()->listeners().Append(std::make_unique<Watch>().release());
