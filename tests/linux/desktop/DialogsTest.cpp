@@ -3,7 +3,7 @@
 #include "Desktop.h"
 #include "runtime/Boxes.h"
 
-TEST_F(LinuxDesktop, ModalWindowsComeAndGoAndTheCloseBoxEndsTheProgram) {
+TEST_F(LinuxDesktop, AModalWindowHasTheKeyboardAloneAndTheLastOneToCloseEndsTheProgram) {
   Answer("<b>\nb", "OK", "OK*", QMessageBox::Warning);
   EXPECT_EQ(MsgBox("<b>\r\nb", platform::MB_ICONWARNING), platform::IDOK);
   Then([&](QWidget& about) {
@@ -30,19 +30,6 @@ TEST_F(LinuxDesktop, ModalWindowsComeAndGoAndTheCloseBoxEndsTheProgram) {
   Press(*main, Qt::Key_F, Qt::ControlModifier);
   Click(*main, "Free Mem");
   EXPECT_EQ(app.Forms().size(), 2U);
-  std::string places;
-  for (auto& slider = app.Default<formFreeMem>().HScroll1;
-       const auto key : {Qt::Key_Home, Qt::Key_PageDown, Qt::Key_Right, Qt::Key_Down, Qt::Key_PageUp, Qt::Key_Left}) {
-    Press(WidgetOf(slider), key);
-    places += std::to_string(slider.Value()) + ' ';
-  }
-  EXPECT_EQ(places, "0 10 11 12 2 1 ");
-  auto& meter = app.Default<formFreeMem>();
-  for (const auto* panel : {&meter.Picture1, &meter.Picture2}) {
-    meter.lblStatus.SetCaption("before");
-    QTest::mouseClick(&WidgetOf(*panel), Qt::LeftButton, {}, {3, 1});
-    EXPECT_NE(meter.lblStatus.Caption(), "before") << "a click on the bar refreshes it";
-  }
   bool passed = false;
   QTimer::singleShot(200, [&] { passed = true; });
   int events = 0;

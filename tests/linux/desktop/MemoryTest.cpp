@@ -17,3 +17,20 @@ TEST_F(LinuxDesktop, AMemoryRunHoldsItsTargetAndGivesAllOfItBack) {
   EXPECT_LE(OwnMemory("VmRSS:"), before + 4096);
   EXPECT_TRUE(meter.windowTitle().endsWith("KB Free Memory"));
 }
+
+TEST_F(LinuxDesktop, TheMemoryWindowsSliderHearsKeysAndItsBarsClicks) {
+  Click(*main, "Free Mem");
+  auto& meter = app.Default<formFreeMem>();
+  std::string places;
+  for (auto& slider = meter.HScroll1;
+       const auto key : {Qt::Key_Home, Qt::Key_PageDown, Qt::Key_Right, Qt::Key_Down, Qt::Key_PageUp, Qt::Key_Left}) {
+    Press(WidgetOf(slider), key);
+    places += std::to_string(slider.Value()) + ' ';
+  }
+  EXPECT_EQ(places, "0 10 11 12 2 1 ");
+  for (const auto* panel : {&meter.Picture1, &meter.Picture2}) {
+    meter.lblStatus.SetCaption("before");
+    QTest::mouseClick(&WidgetOf(*panel), Qt::LeftButton, {}, {3, 1});
+    EXPECT_NE(meter.lblStatus.Caption(), "before") << "a click on the bar refreshes it";
+  }
+}
