@@ -132,8 +132,8 @@ TEST_F(LinuxStarts, AQuietStartKeepsItsTerminalAndLendsItTheShareOfItsClass) {
       MayRaise() ? "0" : "19", "/dev/null", "/dev/null", "/dev/null", "anon_inode:[pidfd]", ProcOf(shell, "autogroup")};
   EXPECT_TRUE(!hasGroups || (held == all && fs::read_symlink(ProcOf(lender, "cwd")) == "/"));
   WriteBytes(folder / "all.txt", "velmaro\nvelmaro-aside\nvelmaro");
-  RunProgram({"/q", "/k", folder / "all.txt", "/bin/true"});
-  EXPECT_EQ(Running(VELMARO_PROGRAM), lender) << "nothing in the lists ends what gives the share back";
+  Ended(Start({velmaro, "/q", "/k", folder / "all.txt", "/bin/true"}));
+  EXPECT_EQ(Running(velmaro), lender) << "nothing in the lists ends what gives the share back";
   EXPECT_EQ(::write(terminal, "\x03", 1), 1);
   EXPECT_TRUE(Eventually([&] { return Running(after) != 0; })) << "the terminal's keys reach the program";
   EXPECT_TRUE(!hasGroups || Eventually([&] { return group(5); }));
