@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "platform/kernel32.h"
+#include "platform/linux/ground/StandardStreams.h"
 #include "platform/linux/processes/ProcessStatus.h"
 
 namespace {
@@ -33,6 +34,7 @@ int Fail(int code, const char* why) {
 }  // namespace
 
 int main(int count, char** words) {
+  onlinux::OpenStandardStreams();
   std::uint32_t process = 0;
   std::uint64_t start = 0;
   std::uint32_t priorityClass = 0;
