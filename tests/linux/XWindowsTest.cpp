@@ -146,6 +146,17 @@ TEST_F(LinuxWindows, AllTitlesAreListedFromFrontToBack) {
   }));
 }
 
+TEST_F(LinuxWindows, TitlesInOldTextAreReadAsFastAsOthers) {
+  const auto timed = [&](const std::string& title, const std::string& kind) {
+    for (int i = 0; i < 1000; ++i) NewWindow(title, kind);
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(std::ranges::count(Titles(), "ł"), 1000 * (kind == "UTF8_STRING" ? 1 : 2));
+    return std::chrono::steady_clock::now() - start;
+  };
+  const auto others = timed("ł", "UTF8_STRING");
+  EXPECT_LT(timed("\x1b-B\xb3", "COMPOUND_TEXT"), others * 4) << "of the windows there are twice as many then";
+}
+
 TEST_F(LinuxWindows, AWindowThatIsGoneBreaksNothing) {
   const auto window = NewWindow("gone");
   ::xcb_destroy_window(x->Line(), window);

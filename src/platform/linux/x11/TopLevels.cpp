@@ -71,7 +71,8 @@ class Standstill {
 
 // Asks no more than that: what reads a title may have a line of its own to the server, which stands still.
 bool HasTitle(XServer& server, xcb_window_t window) {
-  return !server.Read(window, "_NET_WM_NAME").bytes.empty() || !server.Read(window, "WM_NAME").bytes.empty();
+  const auto [title, old] = server.ReadTwo(window, "_NET_WM_NAME", "WM_NAME");
+  return !title.bytes.empty() || !old.bytes.empty();
 }
 
 // The window in a frame that its manager has not yet taken up, or not yet given back; else the window itself.
@@ -117,9 +118,8 @@ std::vector<xcb_window_t> TopLevels(XServer& server) {
 }
 
 std::string TitleOf(XServer& server, xcb_window_t window) {
-  auto title = server.Read(window, "_NET_WM_NAME");
-  if (!title.bytes.empty()) return title.bytes.substr(0, title.bytes.find('\0'));
-  title = server.Read(window, "WM_NAME");
+  const auto [modern, title] = server.ReadTwo(window, "_NET_WM_NAME", "WM_NAME");
+  if (!modern.bytes.empty()) return modern.bytes.substr(0, modern.bytes.find('\0'));
   auto text = title.type == server.Atom("COMPOUND_TEXT") ? FromCompoundText(title.bytes) : std::string();
   if (text.empty()) text = title.bytes.substr(0, title.bytes.find('\0'));
   return title.type == XCB_ATOM_STRING ? FromLatin1(text) : text;

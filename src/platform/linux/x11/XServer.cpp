@@ -5,7 +5,8 @@
 #include <chrono>
 #include <cstring>
 #include <future>
-#include <thread>
+
+#include "platform/linux/ground/Ahead.h"
 
 namespace onlinux {
 
@@ -31,13 +32,24 @@ xcb_atom_t XServer::Atom(const std::string& name) {
   return atoms_[name] = reply->atom;
 }
 
-Property XServer::Read(xcb_window_t window, const std::string& name) {
+xcb_get_property_cookie_t XServer::Ask(xcb_window_t window, const std::string& name) {
   constexpr std::uint32_t most = 65536;  // in units of four bytes
-  const auto request = ::xcb_get_property(line_, 0, window, Atom(name), XCB_GET_PROPERTY_TYPE_ANY, 0, most);
+  return ::xcb_get_property(line_, 0, window, Atom(name), XCB_GET_PROPERTY_TYPE_ANY, 0, most);
+}
+
+Property XServer::Answer(xcb_get_property_cookie_t request) {
   const Reply<xcb_get_property_reply_t> reply(::xcb_get_property_reply(line_, request, nullptr));
   if (!reply || reply->type == XCB_ATOM_NONE) return {};
   const auto* bytes = static_cast<const char*>(::xcb_get_property_value(reply.get()));
   return {reply->type, std::string(bytes, static_cast<std::size_t>(::xcb_get_property_value_length(reply.get())))};
+}
+
+Property XServer::Read(xcb_window_t window, const std::string& name) { return Answer(Ask(window, name)); }
+
+std::pair<Property, Property> XServer::ReadTwo(xcb_window_t window, const std::string& name, const std::string& other) {
+  const std::array requests = {Ask(window, name), Ask(window, other)};
+  auto first = Answer(requests[0]);
+  return {std::move(first), Answer(requests[1])};
 }
 
 std::vector<std::uint32_t> XServer::ReadNumbers(xcb_window_t window, const std::string& name) {
@@ -75,9 +87,10 @@ namespace {
 // then. A second and a half is more than a busy machine needs, and less than users wait for a window.
 std::unique_ptr<XServer> Connect() {
   constexpr std::chrono::milliseconds patience(1500);
-  std::promise<std::unique_ptr<XServer>> promise;
-  auto server = promise.get_future();
-  std::thread([promise = std::move(promise)]() mutable { promise.set_value(std::make_unique<XServer>()); }).detach();
+  const auto promise = std::make_shared<std::promise<std::unique_ptr<XServer>>>();
+  auto server = promise->get_future();
+  auto thread = Ahead([promise] { promise->set_value(std::make_unique<XServer>()); });
+  if (thread.joinable()) thread.detach();
   return server.wait_for(patience) == std::future_status::ready ? server.get() : nullptr;
 }
 

@@ -9,6 +9,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace onlinux {
@@ -45,6 +46,8 @@ class XServer {
   Property Read(xcb_window_t window, const std::string& name);
   // The same, of a property that is a list of numbers of 32 bits.
   std::vector<std::uint32_t> ReadNumbers(xcb_window_t window, const std::string& name);
+  // Two properties of a window, asked for at once.
+  std::pair<Property, Property> ReadTwo(xcb_window_t window, const std::string& name, const std::string& other);
   // True where the server did what it was asked.
   bool Did(xcb_void_cookie_t request);
   // Asks the window manager for something about a window.
@@ -53,6 +56,9 @@ class XServer {
   bool HasManager();
 
  private:
+  xcb_get_property_cookie_t Ask(xcb_window_t window, const std::string& name);
+  Property Answer(xcb_get_property_cookie_t request);
+
   xcb_connection_t* line_;
   xcb_window_t root_ = XCB_NONE;
   std::map<std::string, xcb_atom_t> atoms_;
