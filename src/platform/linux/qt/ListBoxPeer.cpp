@@ -96,7 +96,7 @@ ListWidget* NewList(const velmaro::ListBox& list) {
 
 QVariant RowSource::data(const QModelIndex& index, int role) const {
   const bool spoken = role == Qt::AccessibleTextRole;
-  if ((role != Qt::DisplayRole && !spoken) || index.row() >= rowCount({})) return {};
+  if ((role != Qt::DisplayRole && !spoken) || !hasIndex(index.row(), index.column())) return {};
   auto text = ToQtLine(rows_[static_cast<std::size_t>(index.row())]);
   return spoken ? text.replace('	', ' ') : text;
 }

@@ -1,3 +1,5 @@
+#include <QApplication>
+#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QTextDocument>
 
@@ -8,6 +10,25 @@ namespace {
 
 QPlainTextEdit& EditOf(const ControlPeer& peer) { return static_cast<QPlainTextEdit&>(peer.Widget()); }
 
+// What the user pastes or drops is text and nothing else. Qt's own way ends the program at a clipboard without any
+// format, as one is that nobody owns, and takes the marks out of one whose first format is Markdown.
+class PlainTextEdit : public Heard<QPlainTextEdit> {
+ public:
+  using Heard<QPlainTextEdit>::Heard;
+
+ protected:
+  bool canInsertFromMimeData(const QMimeData* source) const override { return source && source->hasText(); }
+  void insertFromMimeData(const QMimeData* source) override {
+    // No list is as long, and the toolkit would be busy with it for minutes.
+    constexpr qsizetype most = 8 << 20;
+    const auto text = source ? source->text() : QString();
+    if (text.size() > most) return QApplication::beep();
+    if (text.isEmpty()) return;
+    insertPlainText(text);
+    ensureCursorVisible();
+  }
+};
+
 // The text as the document holds it, character by character, with LF at the line ends.
 QString RawText(const QPlainTextEdit& edit) {
   auto text = edit.document()->toRawText();
@@ -16,7 +37,7 @@ QString RawText(const QPlainTextEdit& edit) {
 
 }  // namespace
 
-ManyLinesPeer::ManyLinesPeer(velmaro::TextBox& box) : FieldPeer(box, MakeWidget<Heard<QPlainTextEdit>>(box)) {
+ManyLinesPeer::ManyLinesPeer(velmaro::TextBox& box) : FieldPeer(box, MakeWidget<PlainTextEdit>(box)) {
   auto& edit = static_cast<Heard<QPlainTextEdit>&>(Widget());
   edit.listener = this;
   if (box.ScrollBars()) edit.setLineWrapMode(QPlainTextEdit::NoWrap);
