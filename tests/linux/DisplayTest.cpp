@@ -1,3 +1,4 @@
+#include <sys/inotify.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <sys/xattr.h>
@@ -69,11 +70,28 @@ TEST_F(LinuxDisplays, AnInstalledProgramIsWholeAndTakesItsToolkitFromNowhereElse
   EXPECT_EQ(Ended(Start({folder / "any/bin/velmaro"}, offscreen)), 1) << "anyone may have written to it";
   ::chmod(unsafe.c_str(), 0755);
   EXPECT_TRUE(::chown(unsafe.c_str(), 65534, 65534) != 0 || Ended(Start({folder / "any/bin/velmaro"}, offscreen)) == 1);
-  fs::copy_file(folder / "usr/bin/velmaro", folder / "moved");
-  const Child child(Start({folder / "moved"}, offscreen));
+  EXPECT_EQ(::chown(unsafe.c_str(), ::geteuid(), ::getegid()), 0);
+  const auto bin = folder / "any/bin";
+  for (const ::mode_t open : {0777, 01777, 0775}) {
+    if (open == 0775 && ::chown(bin.c_str(), ::geteuid(), 65533) != 0) continue;
+    ::chmod(bin.c_str(), open);
+    const auto run = [&] {
+      return Ended(Start({bin + "/velmaro"}, offscreen, [&] { return TellErrorsTo(bin + "/told"); }));
+    };
+    EXPECT_TRUE(run() == 1 && ReadBytes(bin + "/told").find("others may write it") != std::string::npos) << open;
+  }
+  fs::copy_file(folder / "usr/bin/velmaro", bin + "/moved");
+  WriteBytes(bin + "/qt.conf", "[Paths]\nPrefix=/no/such/folder\n");
+  fs::create_directory(bin + "/platforms");
+  const onlinux::Descriptor looks(::inotify_init1(IN_NONBLOCK));
+  ::inotify_add_watch(looks.get(), (bin + "/platforms").c_str(), IN_OPEN);
+  const Child child(Start({bin + "/moved"}, offscreen));
   const auto maps = "/proc/" + std::to_string(child.Id()) + "/maps";
   const auto toolkit = folder / "usr/lib/velmaro/velmaro-toolkit.so";
   EXPECT_TRUE(Eventually([&] { return ReadBytes(maps).find(toolkit) != std::string::npos; }));
+  EXPECT_TRUE(Eventually([&] { return ReadBytes(maps).find("libqoffscreen.so") != std::string::npos; }));
+  std::array<char, 512> look{};
+  EXPECT_EQ(::read(looks.get(), look.data(), look.size()), -1) << "plugins are no more looked for there";
   // The same without windows: its lists are its user's.
   const Child listed(folder.Sleeper("zzinstalled"));
   const auto run = [&] {
@@ -119,10 +137,28 @@ TEST_F(LinuxProgram, EndsWhenItsLastWindowIsDestroyed) {
   EXPECT_EQ(Ended(child), 0);
 }
 
+TEST_F(LinuxProgram, SaysSoWhereItGetsTooLittleForAWindowAndGoesOnWithoutAnErrorOutput) {
+  for (const auto& [what, most] : {std::pair(RLIMIT_NOFILE, rlim_t{6}), {RLIMIT_AS, 100 << 20}}) {
+    const auto limit = [&, all = rlimit{most, most}] {
+      return TellErrorsTo(folder / "told") && !::setrlimit(what, &all);
+    };
+    EXPECT_EQ(Ended(Start({VELMARO_PROGRAM}, variables, limit)), 1);
+    EXPECT_NE(ReadBytes(folder / "told").find("no window can be shown"), std::string::npos);
+  }
+  const auto silence = [] { return ::close(STDERR_FILENO) == 0; };
+  const Child child(Start({VELMARO_PROGRAM}, variables, silence));
+  ASSERT_TRUE(Eventually(Shows));
+  EXPECT_EQ(fs::read_symlink("/proc/" + std::to_string(child.Id()) + "/fd/2"), "/dev/null");
+  const std::string look = "test -e /proc/$$/fd/1 && ! test -e /proc/$$/fd/2";
+  EXPECT_EQ(Ended(Start({VELMARO_PROGRAM, "/q", "/h", "/bin/sh", "-c", look}, variables, silence)), 0);
+}
+
 TEST_F(LinuxProgram, ARightOfItsOwnReachesNeitherForeignCodeNorStartedPrograms) {
   const auto program = WithARight();
   if (program.empty()) GTEST_SKIP() << "this user may not give a file a capability";
-  ASSERT_EQ(::chown(folder.Path().c_str(), 65534, 65533), 0);
+  fs::permissions(folder.Path(), fs::perms::owner_all | fs::perms::others_exec | fs::perms::others_read);
+  WriteBytes(folder / "told", "");
+  fs::permissions(folder / "told", fs::perms::all);
   fs::create_directory(folder / "foreign");
   fs::copy(VELMARO_QT_PLUGINS "/platforms", folder / "foreign/platforms");
   for (const auto* name : {"QT_PLUGIN_PATH", "QT_QPA_PLATFORM_PLUGIN_PATH"})

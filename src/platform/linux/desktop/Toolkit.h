@@ -60,7 +60,8 @@ void ExpectToolkit();
 // The toolkit where it has been loaded, else null.
 Toolkit* LoadedToolkit();
 
-// The library, and the name under which it gives its toolkit away.
+// The library, and the name under which it gives its toolkit away, for the ways of showing windows that it may take.
+// The second word is a folder whose plugins it must not load, empty for none.
 inline constexpr const char* ToolkitName = "velmaro-toolkit.so";
 inline constexpr const char* ToolkitEntry = "VelmaroToolkit";
 

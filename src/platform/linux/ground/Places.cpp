@@ -1,11 +1,11 @@
 #include "platform/linux/ground/Places.h"
 
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <filesystem>
 #include <system_error>
 
+#include "platform/linux/ground/Trust.h"
 #include "platform/linux/ground/UserFolder.h"
 #include "platform/machine.h"
 
@@ -19,14 +19,6 @@ constexpr std::size_t WordsLength = 24;
 const volatile char Recorded[WordsLength + PrefixRoom] = "velmaro is installed in:";
 
 std::string IfThere(const std::string& path) { return ::access(path.c_str(), R_OK) == 0 ? path : std::string(); }
-
-// In a folder where anyone may put files, only those of the program's own owner are what they seem to be.
-bool BelongsToProgram(const std::string& path) {
-  struct stat file {};
-  struct stat program {};
-  if (::lstat(path.c_str(), &file) != 0 || ::stat("/proc/self/exe", &program) != 0) return false;
-  return S_ISREG(file.st_mode) && !(file.st_mode & S_IWOTH) && (file.st_uid == program.st_uid || file.st_uid == 0);
-}
 
 }  // namespace
 
@@ -43,7 +35,7 @@ std::string InstalledPrefix() {
 
 std::string LibraryPath(const std::string& name) {
   auto beside = ProgramFolder() + '/' + name;
-  if (BelongsToProgram(beside)) return beside;
+  if (IsOnlyOurs(ProgramFolder()) && IsOnlyOurs(beside)) return beside;
   const auto prefix = InstalledPrefix();
   return prefix.empty() ? prefix : IfThere(prefix + "/lib/velmaro/" + name);
 }

@@ -5,6 +5,7 @@
 #include <QAccessible>
 #include <QDir>
 #include <QEventLoop>
+#include <QFile>
 #include <QSessionManager>
 #include <QSocketNotifier>
 #include <algorithm>
@@ -49,6 +50,20 @@ std::string Installed(const char* ways) {
       installed << way;
   }
   return installed.join(';').toStdString();
+}
+
+// Keeps a folder out of those in which Qt looks for plugins. It puts the program's own among them when it starts, and
+// takes away again only what its user had named before. No other thread may read the environment meanwhile. False where
+// the folder can't be named.
+bool Shun(const QByteArray& folder) {
+  constexpr auto* name = "QT_PLUGIN_PATH";
+  const bool isSet = qEnvironmentVariableIsSet(name);
+  const auto before = qgetenv(name);
+  qputenv(name, folder + ':' + before);
+  const bool isNamed = QCoreApplication::libraryPaths().contains(QFile::decodeName(folder));
+  isSet ? qputenv(name, before) : qunsetenv(name);
+  QCoreApplication::removeLibraryPath(QFile::decodeName(folder));
+  return isNamed;
 }
 
 // What Qt has to say goes where the program's own complaints go, and what it takes for fatal is an end, no crash.
@@ -113,7 +128,8 @@ void QtToolkit::WaitFor(int descriptor) {
 
 }  // namespace onlinux
 
-extern "C" onlinux::Toolkit* VelmaroToolkit(const char* ways) {
+extern "C" onlinux::Toolkit* VelmaroToolkit(const char* ways, const char* shunned) {
+  if (*shunned && !onlinux::Shun(shunned)) return nullptr;
   auto plugins = onlinux::Installed(ways);
   if (plugins.empty()) return nullptr;
   qInstallMessageHandler(onlinux::Tell);
