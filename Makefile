@@ -1,7 +1,7 @@
 # The front door: make run | run-windows | test | install | uninstall | bench | deb | dist | pictures
 # One at a time: what each of them installs must not meet the other's, and a build uses all cores by itself.
 .NOTPARALLEL:
-.PHONY: run run-windows test install uninstall bench deb dist pictures linux windows native native-asan
+.PHONY: run run-windows test install uninstall bench deb dist pictures linux windows native native-asan linux-asan
 
 # The command line reaches the program through the environment alone, so that no quote or dollar sign in it is lost.
 export VELMARO_ARGS := $(value ARGS)
@@ -13,7 +13,7 @@ run: linux
 run-windows: windows
 	@tools/run-windows.sh
 
-test: native native-asan linux windows
+test: native native-asan linux linux-asan windows
 	@tools/test.sh
 
 install: linux
@@ -36,8 +36,8 @@ pictures: linux windows
 	@tools/setup.sh pictures
 	@tools/pictures.sh
 
-linux windows native native-asan:
-	@tools/setup.sh $@
+linux windows native native-asan linux-asan:
+	@tools/setup.sh $(@:-asan=)
 	@mkdir -p build
 	@cmake --preset $@ >build/$@.log || { cat build/$@.log; exit 1; }
 	@cmake --build --preset $@

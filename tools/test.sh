@@ -21,6 +21,7 @@ tools/setup.sh checks
 run native
 run native-asan
 run_apart linux
+run_apart linux-asan
 echo '== release'
 tools/reproduce.sh || failed+=(release)
 # Where no 32-bit program runs, velmaro.exe's own tests are reported as skipped, and a 64-bit build of the same sources

@@ -111,6 +111,13 @@ inline pid_t Fork() {
 // Takes all rights of an administrator away from a child process.
 inline bool BecomeNobody() { return ::geteuid() != 0 || (::setgid(65533) == 0 && ::setuid(65534) == 0); }
 
+// Limits a child process to so many bytes more than what this one has, of which a sanitizer may have terabytes.
+inline bool LimitRoom(__rlimit_resource_t resource, rlim_t more) {
+  const auto room = std::stoull(ReadBytes("/proc/self/statm")) * static_cast<rlim_t>(::sysconf(_SC_PAGESIZE)) + more;
+  const rlimit limit{room, room};
+  return ::setrlimit(resource, &limit) == 0;
+}
+
 inline bool TellErrorsTo(const std::string& file) { return ::dup2(::creat(file.c_str(), 0644), STDERR_FILENO) > 0; }
 
 // Shows this process and its children a file in the place of another. What holds the other must be mounted somewhere:

@@ -177,8 +177,7 @@ TEST_F(LinuxProgram, ARightOfItsOwnReachesNeitherForeignCodeNorStartedPrograms) 
   const auto line = "env >" + (folder / "told") + "; grep Cap /proc/$$/status >>" + (folder / "told");
   child.emplace(Start({program, "/q", "/m", "/h", "/bin/sh", "-c", line}, variables, [] {
     // What a memory run may claim is over soon.
-    const rlimit most{400U << 20, 400U << 20};
-    return ::setrlimit(RLIMIT_DATA, &most) == 0 && BecomeNobody();
+    return LimitRoom(RLIMIT_DATA, 400U << 20) && BecomeNobody();
   }));
   const auto told = [&] { return ReadBytes(folder / "told"); };
   const auto ran = [&] { return told().find("CapAmb:\t0000000000000000\n") != std::string::npos; };

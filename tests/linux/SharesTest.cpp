@@ -20,7 +20,7 @@ pid_t Spin(Prepare prepare) {
     ::setsid();
     OntoFirstCore();
     prepare();
-    for (volatile int i = 0;;) i = i + 1;
+    for (volatile unsigned i = 0;;) i = i + 1;
   }
   Eventually([&] { return ::getsid(child) == child; });
   return child;

@@ -24,8 +24,7 @@ pid_t StartProgram(std::vector<std::string> words, const std::function<bool()>& 
 // The same, to its end; gives its exit code.
 int RunProgram(const std::vector<std::string>& words) {
   // A memory run is to be over soon, however much memory this machine has in use.
-  const rlimit room{512U << 20, 512U << 20};
-  return Ended(StartProgram(words, [&] { return ::setrlimit(RLIMIT_AS, &room) == 0; }));
+  return Ended(StartProgram(words, [] { return LimitRoom(RLIMIT_AS, 512U << 20); }));
 }
 
 int OwnBase() { return onlinux::BasePriority(SCHED_OTHER, ::getpriority(PRIO_PROCESS, 0)); }
