@@ -1,7 +1,7 @@
-# The front door: make run | run-windows | test | install | uninstall | bench | deb | dist | pictures
+# The front door: make run | run-windows | test | install | uninstall | bench | fuzz | deb | dist | pictures
 # One at a time: what each of them installs must not meet the other's, and a build uses all cores by itself.
 .NOTPARALLEL:
-.PHONY: run run-windows test install uninstall bench deb dist pictures linux windows native native-asan linux-asan
+.PHONY: run run-windows test install uninstall bench fuzz deb dist pictures linux windows native native-asan linux-asan
 
 # The command line reaches the program through the environment alone, so that no quote or dollar sign in it is lost.
 export VELMARO_ARGS := $(value ARGS)
@@ -21,6 +21,10 @@ install: linux
 
 bench: native linux windows
 	@tools/bench.sh
+
+# Each target for as many seconds: make fuzz SECONDS=600
+fuzz:
+	@tools/fuzz.sh $(SECONDS)
 
 # Takes away what the last make install put there; with DESTDIR, below it.
 uninstall:

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs what a machine with Debian 12 or 13 lacks to build Velmaro for the named platforms: setup.sh [linux] [windows]
-# With "checks" instead: what looks at a release. A check whose tool can't be had is skipped. With "pictures": what takes
-# those of the documents.
+# With "checks" instead: what looks at a release, with "fuzz" what the fuzz targets are built with: what can't be had of
+# them is skipped. With "pictures": what takes those of the documents.
 # What builds a platform must be there in the end. Wine, which runs velmaro.exe, may stay missing: where no 32-bit Wine
 # can be had, the 64-bit one and a compiler for it are installed, and a 64-bit build of the same sources stands in.
 set -u
@@ -39,6 +39,7 @@ for platform in "$@"; do
       ;;
     pictures) tools+=(xdotool openbox util-linux "${display[@]}") ;;
     checks) tools=() checks+=(mandoc man-db groff-base appstream desktop-file-utils lintian) ;;
+    fuzz) checks+=(clang libclang-rt-dev) ;;
   esac
 done
 

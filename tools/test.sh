@@ -20,6 +20,9 @@ drive() {
 tools/setup.sh checks
 run native
 run native-asan
+echo '== fuzz'
+tools/fuzz.sh 2
+case $? in 0 | 77) ;; *) failed+=(fuzz) ;; esac
 run_apart linux
 run_apart linux-asan
 echo '== release'

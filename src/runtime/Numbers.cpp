@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <ranges>
+#include <string>
 
 #include "runtime/Failures.h"
 
@@ -49,9 +49,9 @@ std::string Digits(double value) {
     return std::to_string(WholePart(value) + (value - static_cast<double>(WholePart(value)) < 0.5 ? 0 : 1));
   auto digits = Digits(value / 2);
   int carry = 0;
-  for (auto& digit : digits | std::views::reverse) {
-    const int twice = (digit - '0') * 2 + carry;
-    digit = static_cast<char>('0' + twice % 10);
+  for (auto digit = digits.rbegin(); digit != digits.rend(); ++digit) {
+    const int twice = (*digit - '0') * 2 + carry;
+    *digit = static_cast<char>('0' + twice % 10);
     carry = twice / 10;
   }
   return carry ? "1" + digits : digits;
