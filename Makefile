@@ -1,7 +1,7 @@
-# The front door: make run | run-windows | test | install | uninstall | bench | fuzz | deb | dist | pictures
+# The front door: make run | run-windows | test | install | uninstall | bench | fuzz | monkey | deb | dist | pictures
 # One at a time: what each of them installs must not meet the other's, and a build uses all cores by itself.
 .NOTPARALLEL:
-.PHONY: run run-windows test install uninstall bench fuzz deb dist pictures linux windows native native-asan linux-asan
+.PHONY: run run-windows test install uninstall bench fuzz monkey deb dist pictures linux windows native native-asan linux-asan
 
 # The command line reaches the program through the environment alone, so that no quote or dollar sign in it is lost.
 export VELMARO_ARGS := $(value ARGS)
@@ -39,6 +39,11 @@ dist: linux windows
 pictures: linux windows
 	@tools/setup.sh pictures
 	@tools/pictures.sh
+
+# At random on the windows of both programs, repeated by its seed: make monkey SECONDS=600 SEED=7
+monkey: linux-asan windows
+	@tools/monkey.sh linux $(or $(SECONDS),300) $(or $(SEED),1)
+	@tools/monkey.sh windows $(or $(SECONDS),300) $(or $(SEED),1)
 
 linux windows native native-asan linux-asan:
 	@tools/setup.sh $(@:-asan=)

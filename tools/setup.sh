@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs what a machine with Debian 12 or 13 lacks to build Velmaro for the named platforms: setup.sh [linux] [windows]
 # With "checks" instead: what looks at a release, with "fuzz" what the fuzz targets are built with: what can't be had of
-# them is skipped. With "pictures": what takes those of the documents.
+# them is skipped. With "pictures": what takes those of the documents, and with "monkey" what plays at random.
 # What builds a platform must be there in the end. Wine, which runs velmaro.exe, may stay missing: where no 32-bit Wine
 # can be had, the 64-bit one and a compiler for it are installed, and a 64-bit build of the same sources stands in.
 set -u
@@ -37,7 +37,7 @@ for platform in "$@"; do
       wine+=(wine wine32:i386 fonts-liberation fonts-wine "${display[@]}")
       stand_in+=(wine wine64 g++-mingw-w64-x86-64-posix fonts-liberation fonts-wine "${display[@]}")
       ;;
-    pictures) tools+=(xdotool openbox util-linux "${display[@]}") ;;
+    pictures | monkey) tools+=(xdotool openbox util-linux "${display[@]}") ;;
     checks) tools=() checks+=(mandoc man-db groff-base appstream desktop-file-utils lintian) ;;
     fuzz) checks+=(clang libclang-rt-dev) ;;
   esac
