@@ -1,24 +1,14 @@
 #include "startup/CommandLine.h"
 
 #include <algorithm>
-#include <cstdint>
-#include <cstdlib>
-#include <string>
 
+#include "Checks.h"
 #include "runtime/Text.h"
 
 namespace {
 
-void Expect(bool holds) {
-  if (!holds) std::abort();
-}
-
-// True where `part` is what is left of `whole` when some of its bytes are cut.
-bool IsCutFrom(std::string_view whole, std::string_view part) {
-  for (const char byte : whole)
-    if (!part.empty() && part.front() == byte) part.remove_prefix(1);
-  return part.empty();
-}
+using fuzz::Expect;
+using fuzz::IsCutFrom;
 
 void ExpectListPath(const std::string& line, const std::string& path, std::string_view folder) {
   if (path.empty()) return;
@@ -32,7 +22,7 @@ void ExpectListPath(const std::string& line, const std::string& path, std::strin
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using velmaro::Compare;
   const std::string folder = "C:\\Velmaro\\";
-  const std::string line(reinterpret_cast<const char*>(data), std::min<std::size_t>(size, 32767));
+  const auto line = fuzz::Text(data, std::min<std::size_t>(size, 32767));
   const auto options = velmaro::ReadCommandLine(line, folder);
   const auto holds = [&](std::string_view text) { return velmaro::InStr(1, line, text, Compare::IgnoreCase) != 0; };
   Expect(options.help == holds("/?"));

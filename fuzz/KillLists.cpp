@@ -5,10 +5,10 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "NaiveMatch.h"
+#include "NaiveList.h"
+#include "mainform/formVelmaro.h"
 #include "platform/simulated/Desktop.h"
 #include "runtime/Application.h"
-#include "mainform/formVelmaro.h"
 
 // Whatever both lists hold: the guard answers as its file says, and a kill run ends nothing that the file covers.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -22,8 +22,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   for (const auto& running : {name, std::string("explorer.exe"), std::string("mame.exe")}) desktop.AddProcess(running);
   desktop.files["C:\\kill"].bytes = input.ConsumeRandomLengthString();
   const auto list = desktop.files["C:\\spare"].bytes = input.ConsumeRemainingBytesAsString();
-  // Lists in UTF-16 are for tests that know what stands in them.
-  if (list.starts_with("\xFF\xFE") || list.starts_with("\xFE\xFF")) return 0;
+  // Marks behind the first one, and lists in UTF-32, are for tests that know what stands in them.
+  for (const auto* mark : {"\xEF\xBB\xBF", "\xFF\xFE", "\xFE\xFF"})
+    if (list.find(mark, 1) != std::string::npos || !naive::ListText(list)) return 0;
   form.KillListPath = "C:\\kill";
   form.QuietMode = true;
   velmaro::NoKillListPath = "C:\\spare";

@@ -79,19 +79,4 @@ inline std::optional<bool> Match(std::string_view text, std::string_view pattern
   return reached.back() != 0;
 }
 
-// Whether a no-kill list of these bytes covers a process.
-inline bool Covers(std::string list, const std::string& name) {
-  if (list.starts_with("\xEF\xBB\xBF")) list.erase(0, 3);
-  for (std::size_t at = 0; (at = list.find("\r\n", at)) != std::string::npos; ++at) list.erase(at + 1, 1);
-  list += '\r';
-  for (std::size_t end = 0; (end = list.find('\r')) != std::string::npos; list.erase(0, end + 1)) {
-    auto line = platform::LowerCase(list.substr(0, end));
-    line.erase(0, line.find_first_not_of(' '));
-    line.erase(line.find_last_not_of(' ') + 1);
-    if (line.empty() || line[0] == ';') continue;
-    if (Match(platform::LowerCase(name), "*" + line).value_or(true)) return true;
-  }
-  return false;
-}
-
 }  // namespace naive

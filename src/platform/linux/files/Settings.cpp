@@ -1,16 +1,14 @@
 #include <fcntl.h>
 #include <sys/file.h>
 
-#include <algorithm>
 #include <cstdio>
 #include <filesystem>
-#include <map>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <system_error>
 
 #include "platform/kernel32.h"
+#include "platform/linux/files/SettingsText.h"
 #include "platform/linux/ground/Descriptor.h"
 #include "platform/linux/ground/ReadWhole.h"
 #include "platform/linux/ground/UserFolder.h"
@@ -20,58 +18,13 @@ namespace platform {
 namespace {
 
 namespace fs = std::filesystem;
-using Values = std::map<std::string, std::string>;
 
 fs::path FileOf(const std::string& application, const std::string& section) {
   return onlinux::UserFolder(application) / (LowerCase(section) + ".conf");
 }
 
-// A value takes one line, and its key ends at the first "=".
-std::string Escaped(std::string_view text, bool isKey) {
-  std::string escaped;
-  for (const char c : text) {
-    if (c == '\n')
-      escaped += "\\n";
-    else if (c == '\r')
-      escaped += "\\r";
-    else if (c == '\\')
-      escaped += "\\\\";
-    else if (c == '=' && isKey)
-      escaped += "\\e";
-    else
-      escaped += c;
-  }
-  return escaped;
-}
-
-std::string Unescaped(std::string_view text) {
-  std::string plain;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] != '\\' || i + 1 == text.size()) {
-      plain += text[i];
-      continue;
-    }
-    const char code = text[++i];
-    plain += code == 'n' ? '\n' : code == 'r' ? '\r' : code == 'e' ? '=' : code;
-  }
-  return plain;
-}
-
-Values Parse(std::string_view text) {
-  Values values;
-  while (!text.empty()) {
-    const auto line = text.substr(0, text.find('\n'));
-    const auto equals = line.find('=');
-    if (equals != std::string_view::npos)
-      values[Unescaped(line.substr(0, equals))] = Unescaped(line.substr(equals + 1));
-    text.remove_prefix(std::min(line.size() + 1, text.size()));
-  }
-  return values;
-}
-
-bool WriteValues(const std::string& path, const Values& values) {
-  std::string text;
-  for (const auto& [key, value] : values) text += Escaped(key, true) + '=' + Escaped(value, false) + '\n';
+bool WriteValues(const std::string& path, const onlinux::Settings& values) {
+  const auto text = onlinux::SettingsText(values);
   std::string temporary;
   const OwnedFile file(CreateFileBeside(path, temporary));
   if (!file) return false;
@@ -87,7 +40,7 @@ bool WriteValues(const std::string& path, const Values& values) {
 
 std::optional<std::string> ReadSetting(const std::string& application, const std::string& section,
                                        const std::string& key) {
-  const auto values = Parse(onlinux::ReadWhole(FileOf(application, section)));
+  const auto values = onlinux::ParseSettings(onlinux::ReadWhole(FileOf(application, section)));
   const auto at = values.find(key);
   return at == values.end() ? std::nullopt : std::optional(at->second);
 }
@@ -103,7 +56,7 @@ bool WriteSetting(const std::string& application, const std::string& section, co
   const auto text = onlinux::ReadWhole(path);
   // A file that is there and can't be read holds values that must not be lost.
   if (text.empty() && fs::exists(path, error) && fs::file_size(path, error) != 0) return false;
-  auto values = Parse(text);
+  auto values = onlinux::ParseSettings(text);
   if (const auto at = values.find(key); at != values.end() && at->second == value) return true;
   values[key] = value;
   return WriteValues(path, values);
