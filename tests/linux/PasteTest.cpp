@@ -22,7 +22,7 @@ Widget& WidgetOf(const Control& of) {
 }
 
 TEST(LinuxPaste, NothingThatAClipboardHoldsEndsTheProgram) {
-  if (!TheDisplay().Runs()) GTEST_SKIP() << "there is no Xvfb";
+  if (!UseDisplay()) GTEST_SKIP() << "there is no Xvfb";
   Application app;
   app.Default<formEdit>().Show();
   auto& page = WidgetOf<QPlainTextEdit>(app.Default<formEdit>().txtData);
