@@ -1,7 +1,7 @@
 #include "Pairs.h"
 #include "platform/simulated/Desktop.h"
 #include "process/KillLists.h"
-#include "runtime/Files.h"
+#include "runtime/LineReader.h"
 
 namespace {
 

@@ -1,7 +1,6 @@
 #include "Fixture.h"
 #include "desktop/modFiles.h"
 #include "editor/formEdit.h"
-#include "runtime/Files.h"
 
 namespace {
 
@@ -26,7 +25,7 @@ TEST_F(Editor, LoadingAndSavingWithoutAChangeGivesTheSameBytes) {
   std::string wide;
   for (int i = 0; i < 65535; ++i) wide += "\xC3\x89";
   for (const auto& bytes : {std::string("\r\r\n\n; \xC3\x89\r\n"), allBytes, wide, std::string(65535, 'x'),
-                            std::string(65536, 'x'), std::string(200000, '\r')}) {
+                            std::string(65536, 'x'), std::string(200000, '\r'), std::string(17 << 20, 'x')}) {
     desktop.files[KillList].bytes = bytes;
     desktop.largestRead = 4096;
     desktop.boxes.clear();
@@ -120,8 +119,7 @@ TEST_F(Editor, ASaveWritesAllOfAListOrLeavesTheOldOne) {
 }
 
 TEST_F(Editor, AListThatCantBeReadWholeIsNeverWrittenOver) {
-  const std::string large(LargestFile + 1, 'x');
-  for (const auto& file : {File{.bytes = large}, File{.bytes = "a.exe", .unreadable = true}}) {
+  for (const auto& file : {File{.bytes = "\xFF\xFE\0\0a\0\0\0"s}, File{.bytes = "a.exe", .readable = 3}}) {
     desktop.files[KillList] = file;
     Edit([&](formEdit& form) {
       EXPECT_EQ(form.txtData.Text(), "");

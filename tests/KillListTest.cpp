@@ -1,3 +1,5 @@
+#include <numeric>
+
 #include "Fixture.h"
 #include "editor/formEdit.h"
 #include "process/KillLists.h"
@@ -34,6 +36,7 @@ TEST_F(KillLists, NoKillPatternsFitTheEndOfANameInAnyCase) {
                       "\xC3\x89.exe => \xC3\xA9.EXE", "\xFF.exe => a\xFF.exe", "  a.exe   => a.exe",
                       "a;b.exe => a;b.exe", "x\r\na.exe => a.exe", "x\ra.exe\ry => a.exe", "x\n a.exe => x\n a.exe",
                       "x\r\n\r\na.exe\r\n => a.exe", "a[].exe => a.exe"});
+  ExpectEnded(false, {"\xEF\xBB\xBF\xEF\xBB\xBFx.exe => x.exe", "a\r\xEF\xBB\xBF x.exe => x.exe"});
   // An invalid pattern protects everything, wherever it stands and whatever would fit before it fails.
   ExpectEnded(false, {"[ => a.exe", "x\r\n zzz[ab => a.exe", "[z-a] => q", "q[b-a] => a.exe"});
   ExpectEnded(true, {"explorer => explorer.exe", "*.exe => a.dat", "? => ", "nemu#.exe => nemux.exe",
@@ -51,31 +54,51 @@ TEST_F(KillLists, WhereNamesAreWholePartsOfPathsPatternsStillFitEveryEnd) {
     EXPECT_TRUE(IsKnownEmulator(known) && !IsKnownEmulator(known + 1)) << known;
 }
 
-TEST_F(KillLists, AListThatCantBeReadProtectsAndEndsNothing) {
-  auto& form = StartWithLists("/q");
-  const std::vector<File> unusable = {{.bytes = "game.exe", .locked = true}, {.bytes = "game.exe", .folder = true}, {}};
-  EXPECT_FALSE(CanKillProcess("mame.exe"));
-  for (const auto& file : unusable) {
+TEST_F(KillLists, ANoKillListThatCantBeReadProtectsEverything) {
+  desktop.files[NoKillList].locked = true;
+  auto& form = StartWithLists("/q /k");
+  EXPECT_EQ(Ended(), Texts{});
+  const std::string unread = "other.exe";
+  for (const auto& file :
+       {File{.bytes = unread, .locked = true}, File{.folder = true}, File{.bytes = "\xFF\xFE\0\0x\0\0\0"s},
+        File{.bytes = "\0\0\xFE\xFF\0\0\0x"s}, File{.bytes = unread, .readable = 3}}) {
     desktop.files[NoKillList] = file;
-    EXPECT_TRUE(CanKillProcess("game.exe"));
-  }
-  desktop.files.erase(NoKillList);
-  EXPECT_TRUE(CanKillProcess("mame.exe"));
-  // Without a kill list no check mark moves and the list keeps its selection.
-  Select(form.List1, 0);
-  Choose(form.mnuOptions[0]);
-  for (const auto& file : unusable) {
-    desktop.files[KillList] = file;
+    desktop.sleeps.clear();
+    EXPECT_FALSE(CanKillProcess("game.exe"));
+    EXPECT_EQ(std::accumulate(desktop.sleeps.begin(), desktop.sleeps.end(), 0U), 300U) << "it is given some time";
+    desktop.sleeps.clear();
     Choose(form.mnuFileKillProcesses);
-    EXPECT_EQ(State(form), "Normal 0, row 0 of 3");
-  }
-  // What can be read in part only ends nothing, and may protect anything.
-  for (auto* path : {&KillList, &NoKillList}) {
-    desktop.files[KillList] = desktop.files[NoKillList] = {.bytes = "other.exe"};
-    desktop.files[*path].unreadable = true;
-    Choose(form.mnuFileKillProcesses);
+    EXPECT_LE(desktop.sleeps.size(), 6U) << "the run waits once, whatever it finds";
+    Select(form.List1, 0);
+    Choose(form.mnuOptions[4]);
   }
   EXPECT_EQ(Ended(), Texts{});
+  // One that is given free in time is read, and one without bytes protects nothing, whoever holds it.
+  desktop.files[NoKillList] = {.bytes = unread, .lockedUntil = desktop.now + 299};
+  EXPECT_TRUE(CanKillProcess("game.exe"));
+  desktop.files[NoKillList].lockedUntil = desktop.now + 299;
+  EXPECT_FALSE(CanKillProcess("other.exe"));
+  desktop.files[NoKillList] = {.locked = true};
+  EXPECT_TRUE(CanKillProcess("other.exe"));
+  desktop.files.erase(NoKillList);
+  EXPECT_TRUE(CanKillProcess("mame.exe"));
+}
+
+TEST_F(KillLists, AKillListThatCantBeReadCountsAsMissing) {
+  auto& form = StartWithLists("/q");
+  Select(form.List1, 0);
+  Choose(form.mnuOptions[0]);
+  // What goes wrong at the end of a long list goes wrong before anything is ended.
+  for (const auto& file : {File{.bytes = "game.exe", .locked = true}, File{.bytes = "game.exe", .folder = true}, File{},
+                           File{.bytes = "game.exe\r" + std::string(40000, ' '), .readable = 39000}}) {
+    desktop.files[KillList] = file;
+    Choose(form.mnuFileKillProcesses);
+    EXPECT_EQ(State(form), "Normal 0, row 0 of 3") << "no check mark moves and the list keeps its selection";
+  }
+  EXPECT_EQ(Ended(), Texts{});
+  desktop.files[KillList].readable = std::string::npos;
+  Choose(form.mnuFileKillProcesses);
+  EXPECT_EQ(Ended(), Texts{"game.exe"});
 }
 
 TEST_F(KillLists, AConfirmedRunEndsWhatIsListedAndNotSpared) {

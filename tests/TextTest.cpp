@@ -7,7 +7,7 @@
 #include "../fuzz/NaiveMatch.h"
 #include "Fixture.h"
 #include "runtime/Failures.h"
-#include "runtime/Files.h"
+#include "runtime/LineReader.h"
 #include "runtime/Numbers.h"
 #include "runtime/Text.h"
 
@@ -132,10 +132,20 @@ TEST(Text, LinesEndAtCrLfOrALoneCr) {
     return read[0];
   };
   const std::string far(70000, 'x');
+  std::string wideSmiles, smiles;
+  for (int i = 0; i < 5000; ++i) {
+    wideSmiles += "\x3D\xD8\0\xDE"s;
+    smiles += "\xF0\x9F\x98\x80";
+  }
   ExpectEach(lines, {" => ", "a => a|", "a\r\n => a|", "a\r\nb => a|b|", "a\rb\r => a|b|", "\n => \n|",
                      "a\nb\r\n\nc => a\nb|\nc|", "\r\r\n\r => |||", "a\0b\r => a\0b|"s, far + "\r\ny => " + far + "|y|",
                      "\xEF\xBB\xBFx\r\ny => x|y|", "\xFF\xFEx\0\r\0\n\0\x3D\xD8\x00\xDEz => x|\xF0\x9F\x98\x80|"s,
-                     "\xFE\xFF\0x\0\r\x30\x42 => x|\xE3\x81\x82|"s});
+                     "\xFE\xFF\0x\0\r\x30\x42 => x|\xE3\x81\x82|"s,
+                     "\xEF\xBB\xBF\xEF\xBB\xBFx\r\xEF\xBB\xBFy\xEF\xBB\xBF => x|y\xEF\xBB\xBF|",
+                     "\xFF\xFE\xFF\xFEx\0\r\0\xFF\xFEy\0 => x|y|"s,
+                     // What belongs together lies in two pieces of a long file.
+                     far.substr(0, 16383) + "\r\ny => " + far.substr(0, 16383) + "|y|",
+                     "\xFF\xFEx\0"s + wideSmiles + " => x" + smiles + '|'});
   std::string line;
   EXPECT_FALSE(LineReader("C:\\none").ReadLine(line));
 }

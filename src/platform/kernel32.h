@@ -72,32 +72,47 @@ std::uint32_t WinExec(const std::string& commandLine, int showCommand);
 void Sleep(std::uint32_t milliseconds);
 
 // How a file is opened: to read what is there, to write over the old contents from their start, to write behind them,
-// or to read with a missing file made first, as binary access does. Writing makes a missing file too.
+// or to read with a missing file made first, as binary access does. Writing makes a missing file too, and writing over
+// allows to read.
 enum class FileAccess { Read, Over, Append, Binary };
 
-// Opens a file. Gives `InvalidHandle` when it can't be, also for a folder and for a file that is locked.
+// Opens a file. Gives `InvalidHandle` when it can't be, also for a folder, for a file that is locked and, to read, for
+// what is no file, such as a pipe or a device.
 Handle CreateFileA(const std::string& path, FileAccess access);
 // An open file that closes itself.
 using OwnedFile = Owned<Handle, &CloseHandle, InvalidHandle>;
-// Makes a new file for writing beside another one, in the folder where links lead to that, and tells its name, which
-// neither a file nor a link had. Gives `InvalidHandle` when it can't be made.
-Handle CreateFileBeside(const std::string& path, std::string& made);
 // Reads up to `bytes` into `buffer` and gives the number read, 0 at the end. Nothing on a failure.
 std::optional<std::size_t> ReadFile(Handle file, void* buffer, std::size_t bytes);
 // Writes all of `bytes`. False when not all could be written.
 bool WriteFile(Handle file, const void* buffer, std::size_t bytes);
+// Goes back to the start of a file. False when that can't be done.
+bool Rewind(Handle file);
 // Cuts a file opened for writing, or claims the room on the disk for it to grow. False when there is none.
 bool SetFileLength(Handle file, std::size_t bytes);
 // Forces what was written onto the disk. False when that fails.
 bool FlushFileBuffers(Handle file);
-// The length of a file in bytes, without opening it; -1 when it is missing or a folder.
+// True where anything bears this name, a file or not, and where that can't be told.
+bool IsThere(const std::string& path);
+// The length of a file in bytes, without opening it; -1 when it is missing or no file.
 std::int64_t GetFileLength(const std::string& path);
 // True for a file that is there and that its marks or the user's rights keep from being written.
 bool IsWriteProtected(const std::string& path);
-// Puts the file `from` in the place of the file that `to` leads to, in one step and with the owner and the rights of
-// the old one. False, with the old one as it was, where all of that can't be had.
-bool MoveFileReplace(const std::string& from, const std::string& to);
-// Removes a file. False when it can't be removed.
-bool DeleteFileA(const std::string& path);
+
+// A new file that is to take the place of another one: open for writing, and what its platform finds both again by.
+struct Replacement {
+  OwnedFile file = {};
+  OwnedHandle folder = {};
+  std::string name = {};
+  std::string target = {};
+};
+
+// Makes a new file beside another one, in the folder where links lead to that, under a name that neither a file nor a
+// link had. Its `file` is none when it can't be made.
+Replacement CreateReplacement(const std::string& path);
+// Puts a new file in the place that it was made for, in one step and with the owner and the rights of the old one.
+// False, with the old one as it was and the new one gone, where all of that can't be had.
+bool TakePlace(Replacement& replacement);
+// Closes a new file and removes it.
+void Discard(Replacement& replacement);
 
 }  // namespace platform

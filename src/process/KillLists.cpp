@@ -1,12 +1,16 @@
 #include "process/KillLists.h"
 
+#include <chrono>
+#include <optional>
+
 #include "desktop/modRegistry.h"
 #include "mainform/formVelmaro.h"
+#include "platform/kernel32.h"
 #include "platform/shell32.h"
 #include "process/ProcessNames.h"
 #include "process/WalkProcesses.h"
 #include "runtime/Boxes.h"
-#include "runtime/Files.h"
+#include "runtime/LineReader.h"
 #include "runtime/Text.h"
 
 namespace velmaro {
@@ -32,28 +36,54 @@ bool OpensInShell(const std::string& path) {
   return platform::ShellTakesEveryFile() || result >= done;
 }
 
+// Asks the no-kill list anew for 300 ms where it can't be read: another program may hold it while it saves. What was
+// not read then may cover any process.
+template <class Question>
+bool Patiently(Question question) {
+  using namespace std::chrono_literals;
+  constexpr auto patience = 300ms;
+  constexpr auto pause = 50ms;
+  const auto start = std::chrono::steady_clock::now();
+  for (auto waited = 0ms;; waited += pause) {
+    if (const auto answer = question()) return *answer;
+    // To find out can take longer than the waiting.
+    if (waited >= patience || std::chrono::steady_clock::now() - start >= patience) return true;
+    platform::Sleep(pause.count());
+  }
+}
+
+std::optional<bool> FalseIfRead(const LineReader& list) {
+  return list.State() == LineReader::Standing::Unreadable ? std::nullopt : std::optional(false);
+}
+
+// Whether an entry of the no-kill list covers a name in lower case. Nothing where the list can't be read to its end.
+std::optional<bool> IsCovered(const std::string& name) {
+  LineReader file(NoKillListPath);
+  std::string line;
+  for (std::string_view entry; NextEntry(file, line, entry);)
+    if (ResumeTest([&] { return WithinMemory([&] { return Covers(entry, name); }); })) return true;
+  return FalseIfRead(file);
+}
+
 }  // namespace
 
 bool CanKillProcess(std::string_view processName) {
-  if (!FileExists(NoKillListPath)) return true;
   const auto name = LCase(processName);
-  LineReader file(NoKillListPath);
-  // What was not read may cover any process.
-  if (file.IsOpen() && !file.IsWhole()) return false;
-  std::string line;
-  for (std::string_view entry; NextEntry(file, line, entry);)
-    if (ResumeTest([&] { return Covers(entry, name); })) return false;
-  return true;
+  return !Patiently([&] { return IsCovered(name); });
 }
 
 void formVelmaro::KillListedProcesses(const std::string& path) {
   if (!FileExists(path)) return;
   LineReader file(path);
-  if (!file.IsWhole()) return;
+  // A failure at the end of a long list comes up before its first entry ends anything.
+  if (!(file.IsAtEnd() || CanBeRead(path)) || file.State() != LineReader::Standing::Read) return;
   Resume([&] { List1.SetListIndex(-1); });
   mnuOptions_Click(4);
+  // A list that can't be read spares everything, and should not be waited for with each process.
+  const bool spared = Patiently([] { return FalseIfRead(LineReader(NoKillListPath)); });
   std::string line;
-  for (std::string_view entry; NextEntry(file, line, entry);) WalkProcesses(entry, 4, QuietMode, nullptr);
+  for (std::string_view entry; !spared && NextEntry(file, line, entry);)
+    Resume([&] { WithinMemory([&] { WalkProcesses(entry, 4, QuietMode, nullptr); }); });
   mnuOptions_Click(2);
 }
 

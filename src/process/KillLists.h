@@ -9,8 +9,8 @@ namespace velmaro {
 extern std::string NoKillListPath;
 
 // True where a process may be ended: no entry of the no-kill list covers its name, in any case. The file is read anew
-// for each question; a list that is missing, empty or can't be opened protects nothing, and a pattern that is invalid
-// protects everything.
+// for each question; a list that is missing or empty protects nothing. A pattern that is invalid protects everything,
+// and so does a list that is there and can't be read to its end within 300 ms.
 bool CanKillProcess(std::string_view processName);
 
 }  // namespace velmaro

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <exception>
+#include <new>
+#include <stdexcept>
 #include <utility>
 
 namespace velmaro {
@@ -34,6 +36,18 @@ bool ResumeTest(Test&& test) {
     return std::forward<Test>(test)();
   } catch (const RuntimeError&) {
     return true;
+  }
+}
+
+// Does work on a text of any length. Throws RuntimeError too where memory can't hold it.
+template <class Work>
+decltype(auto) WithinMemory(Work&& work) {
+  try {
+    return std::forward<Work>(work)();
+  } catch (const std::bad_alloc&) {
+    throw RuntimeError("memory can't hold the text");
+  } catch (const std::length_error&) {
+    throw RuntimeError("no text is so long");
   }
 }
 

@@ -1,9 +1,14 @@
 #include <sys/stat.h>
+#include <sys/xattr.h>
 
 #include "Children.h"
 #include "desktop/modFiles.h"
+#include "platform/machine.h"
+#include "process/KillLists.h"
 
 namespace {
+
+using namespace std::string_literals;
 
 class LinuxFiles : public InFolder {
  protected:
@@ -23,6 +28,7 @@ class LinuxFiles : public InFolder {
 };
 
 TEST_F(LinuxFiles, ASaveKeepsLinksOwnerAndRights) {
+  ::chmod(folder.Path().c_str(), 0755);
   fs::create_directory(folder / "real");
   const auto real = folder / "real/list.txt";
   fs::rename(list, real);
@@ -75,6 +81,100 @@ TEST_F(LinuxFiles, AnotherOwnersListInAStickyFolderIsWrittenOver) {
     EXPECT_EQ(FilesInFolder(), 1);
     WriteBytes(list, "old");
   }
+}
+
+// Does what another user does who owns the folder.
+template <class Deed>
+void Meanwhile(Deed deed) {
+  Alone([&] { EXPECT_TRUE(BecomeNobody() && deed()); });
+}
+
+TEST_F(LinuxFiles, ASaveByAnAdministratorIsNotLedAstrayByTheOwnerOfTheFolder) {
+  if (::geteuid() != 0) GTEST_SKIP() << "only an administrator saves in another user's folder";
+  const TestFolder own;
+  const auto secret = own / "secret";
+  WriteBytes(secret, "secret");
+  ::chmod(secret.c_str(), 0600);
+  for (const auto& path : {folder.Path(), list}) ASSERT_EQ(::chown(path.c_str(), 65534, 65533), 0);
+  // A link in the place of the new file, between its making and its taking the place.
+  auto replacement = platform::CreateReplacement(list);
+  const auto made = folder / fs::path(replacement.name).filename().string();
+  Meanwhile([&] { return ::unlink(made.c_str()) == 0 && ::symlink(secret.c_str(), made.c_str()) == 0; });
+  platform::TakePlace(replacement);
+  // One in the place of the list, and one in that of a folder above it.
+  for (const auto& name : {list, folder / "sub"}) {
+    Meanwhile([&] {
+      ::unlink(list.c_str());
+      return ::symlink((name == list ? secret : own.Path()).c_str(), name.c_str()) == 0;
+    });
+    SaveTextFile(name == list ? list : name + "/secret", "new", 0);
+    SaveTextFile(name == list ? list : name + "/secret", "new", 1);
+  }
+  ::setenv("XDG_CONFIG_HOME", (folder / "sub").c_str(), 1);
+  EXPECT_FALSE(platform::WriteSetting("Velmaro", "Settings", "LastRun", "new"));
+  EXPECT_EQ(std::distance(fs::directory_iterator(own.Path()), fs::directory_iterator()), 1);
+  struct stat facts {};
+  ::stat(secret.c_str(), &facts);
+  EXPECT_EQ(std::tuple(ReadBytes(secret), facts.st_uid, facts.st_mode & 0777), std::tuple("secret", 0U, 0600U));
+  // His own file is saved as his own.
+  Meanwhile([&] {
+    ::unlink(list.c_str());
+    WriteBytes(list, "old");
+    return ::chmod(list.c_str(), 0640) == 0;
+  });
+  SaveTextFile(list, "new", 0);
+  EXPECT_EQ(std::tuple(ReadBytes(list), Facts().st_uid, Facts().st_mode & 0777), std::tuple("new", 65534U, 0640U));
+}
+
+TEST_F(LinuxFiles, ASaveKeepsWhatAFileWasGiven) {
+  // A second user may read, and a folder gives all new files to a third one.
+  const auto rights = [](char user) {
+    return "\2\0\0\0\1\0\6\0\xFF\xFF\xFF\xFF\2\0\4\0"s + user +
+           "\0\0\0\4\0\0\0\xFF\xFF\xFF\xFF\x10\0\4\0\xFF\xFF\xFF\xFF\x20\0\0\0\xFF\xFF\xFF\xFF"s;
+  };
+  const auto give = [](const std::string& path, const char* name, const std::string& value) {
+    return ::setxattr(path.c_str(), name, value.data(), value.size(), 0) == 0;
+  };
+  const auto given = [&](const char* name) {
+    std::string value(100, '\0');
+    const auto size = ::getxattr(list.c_str(), name, value.data(), value.size());
+    return size < 0 ? "none" : value.substr(0, static_cast<std::size_t>(size));
+  };
+  constexpr auto acl = "system.posix_acl_access";
+  if (!give(list, "user.note", "mine") || !give(folder.Path(), "system.posix_acl_default", rights(3)))
+    GTEST_SKIP() << "this disk keeps no attributes";
+  const auto before = Facts();
+  for (const auto& wanted : {"none"s, rights(2)}) {
+    ASSERT_TRUE(wanted == "none" || give(list, acl, wanted));
+    SaveTextFile(list, wanted, 0);
+    EXPECT_EQ(ReadBytes(list), wanted);
+    EXPECT_EQ(given("user.note"), "mine");
+    EXPECT_TRUE(given(acl) == wanted);
+  }
+  EXPECT_NE(Facts().st_ino, before.st_ino);
+}
+
+TEST_F(LinuxFiles, ANoKillListThatIsNoFileOrHasNoEndProtectsEverything) {
+  const auto pipe = folder / "pipe";
+  ::mkfifo(pipe.c_str(), 0666);
+  for (const auto& [name, to] : {std::pair("zero", "/dev/zero"), {"none", "/dev/null"}, {"nowhere", "missing"}})
+    fs::create_symlink(to, folder / name);
+  WriteBytes(folder / "empty", "");
+  ::chmod(list.c_str(), 0);
+  std::ofstream(folder / "endless").seekp(std::streamoff{1} << 40).put('x');
+  Alone([&] {
+    const rlimit room{1 << 28, 1 << 28};
+    ASSERT_TRUE(BecomeNobody() && ::setrlimit(RLIMIT_AS, &room) == 0);
+    for (const auto* name : {"list.txt", "zero", "none", "pipe", "endless", ""}) {
+      NoKillListPath = folder / name;
+      EXPECT_FALSE(CanKillProcess("any")) << name;
+      EXPECT_EQ(ReadTextFile(NoKillListPath), "") << name;
+    }
+    for (const auto* name : {"missing", "nowhere", "empty", "empty/list.txt"}) {
+      NoKillListPath = folder / name;
+      EXPECT_TRUE(CanKillProcess("any")) << name;
+    }
+  });
 }
 
 }  // namespace

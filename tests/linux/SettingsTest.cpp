@@ -1,3 +1,4 @@
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/sysinfo.h>
 
@@ -6,6 +7,8 @@
 #include "platform/machine.h"
 
 namespace {
+
+using namespace std::string_literals;
 
 std::string Read(const std::string& key) { return platform::ReadSetting("Velmaro", "Settings", key).value_or("none"); }
 
@@ -59,6 +62,25 @@ TEST_F(LinuxSettings, WhatCantBeWrittenLeavesTheOldFileWhole) {
   Alone([] { EXPECT_TRUE(BecomeNobody() && !Write("LastRun", "new")); });
   ::chmod((folder / "velmaro/settings.conf").c_str(), 0644);
   EXPECT_EQ(Read("LastRun"), "old");
+}
+
+TEST_F(LinuxSettings, NothingInTheirPlaceHoldsTheProgramUp) {
+  ASSERT_TRUE(Write("LastRun", "old"));
+  const auto settings = folder / "velmaro/settings.conf";
+  const auto start = std::chrono::steady_clock::now();
+  {
+    const onlinux::Descriptor held(::open((folder / "velmaro").c_str(), O_RDONLY));
+    ASSERT_EQ(::flock(held.get(), LOCK_EX), 0);
+    EXPECT_EQ(std::pair(Write("LastRun", "new"), Read("LastRun")), std::pair(false, "old"s));
+  }
+  const std::vector<std::function<int()>> others = {[&] { return ::mkfifo(settings.c_str(), 0666); },
+                                                    [&] { return ::symlink("/dev/zero", settings.c_str()); },
+                                                    [&] { return ::mkdir(settings.c_str(), 0777); }};
+  for (const auto& put : others) {
+    ASSERT_TRUE(fs::remove(settings) && put() == 0);
+    EXPECT_EQ(std::pair(Write("LastRun", "new"), Read("LastRun")), std::pair(false, "none"s));
+  }
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
 }
 
 TEST(LinuxMachine, MemoryFiguresAreTheSystemsOwn) {

@@ -48,6 +48,20 @@ TEST(StartTest, ListsAndMemoryComeBeforeTheTarget) {
   EXPECT_EQ(ClassOf(ReportOf(probe).id), static_cast<DWORD>(HIGH_PRIORITY_CLASS));
 }
 
+TEST(StartTest, ANoKillListThatIsHeldProtectsEverything) {
+  const Folder folder;
+  folder.Write(L"list.txt", "Doomed.exe");
+  folder.Write(L"spare.txt", "x");
+  const auto doomed = StartProbe(folder.Probe(L"Doomed.exe"));
+  for (const bool held : {true, false}) {
+    const OwnedHandle hold(
+        held ? ::CreateFileW(folder.Path(L"spare.txt").c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr)
+             : nullptr);
+    EXPECT_EQ(Velmaro(folder, L"/q /y spare.txt /k list.txt \"unclosed").ExitCode(), 0);
+    EXPECT_EQ(doomed.Lives(), held);
+  }
+}
+
 TEST(StartTest, AttendedStartShowsAFilledList) {
   const Folder folder;
   const Velmaro velmaro(folder, L"  ");

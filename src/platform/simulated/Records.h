@@ -56,17 +56,18 @@ struct Placing {
 
 // A file or folder of the disk.
 struct File {
-  std::string bytes;
-  bool locked = false;      // another program holds it
-  bool folder = false;      // it is a folder
-  bool unreadable = false;  // it can be opened, but not read
-  bool readOnly = false;    // it is marked so
+  std::string bytes = {};
+  bool locked = false;  // another program holds it, for good or until a moment
+  std::uint64_t lockedUntil = 0;
+  bool folder = false;                       // it is a folder
+  std::size_t readable = std::string::npos;  // the bytes from its start that can be read
+  bool readOnly = false;                     // it is marked so
 };
 
 // A value of the registry: its type (1 text) and its bytes, a final NUL included.
 struct RegistryValue {
   std::uint32_t type = 1;
-  std::string bytes;
+  std::string bytes = {};
 };
 
 // One program start: which call made it and what it was told. A part that the call does not have stays empty.

@@ -1,14 +1,11 @@
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
-#include <filesystem>
-#include <memory>
 
 #include "platform/kernel32.h"
+#include "platform/linux/files/Save.h"
 #include "platform/linux/ground/ReadWhole.h"
 #include "platform/linux/processes/Handles.h"
 
@@ -26,47 +23,19 @@ int FlagsOf(platform::FileAccess access) {
   }
 }
 
-bool IsFolder(const Descriptor& file) {
+// True for what has an end: no folder, pipe or device.
+bool IsRegular(const std::string& path) {
   struct stat facts {};
-  return ::fstat(file.get(), &facts) != 0 || S_ISDIR(facts.st_mode);
+  return ::stat(path.c_str(), &facts) == 0 && S_ISREG(facts.st_mode);
+}
+
+bool IsRegular(const Descriptor& file) {
+  struct stat facts {};
+  return ::fstat(file.get(), &facts) == 0 && S_ISREG(facts.st_mode);
 }
 
 // A pipe in the place of a file must not hold the program up.
 constexpr int Always = O_CLOEXEC | O_NOCTTY | O_NONBLOCK;
-
-Descriptor Open(const std::string& path, platform::FileAccess access) {
-  const int flags = FlagsOf(access) | Always;
-  Descriptor file(::open(path.c_str(), flags));
-  // In a folder that all may write to, the kernel can refuse another user's file to whoever would also make it.
-  if (!file && errno == ENOENT && access != platform::FileAccess::Read)
-    file.Reset(::open(path.c_str(), flags | O_CREAT, 0666));
-  return file;
-}
-
-// The file that a path ends at, links followed, so that a link to a file stays a link when the file is replaced.
-std::string Target(const std::string& path) {
-  struct FreeText {
-    void operator()(char* text) const { std::free(text); }
-  };
-  const std::unique_ptr<char, FreeText> real(::realpath(path.c_str(), nullptr));
-  return real ? std::string(real.get()) : path;
-}
-
-// True where a new file in the place of this one would be the same to everybody: it is an ordinary file, of one name,
-// with rights that its mode tells in full.
-bool CanBeReplaced(const std::string& path, const struct stat& facts) {
-  return S_ISREG(facts.st_mode) && facts.st_nlink == 1 &&
-         ::getxattr(path.c_str(), "system.posix_acl_access", nullptr, 0) <= 0;
-}
-
-// Gives a file the owner and the rights of another one. A change of the owner takes rights away, so it comes first.
-bool Take(const std::string& path, const struct stat& facts) {
-  struct stat own {};
-  if (::stat(path.c_str(), &own) != 0) return false;
-  const bool owned = own.st_uid == facts.st_uid && own.st_gid == facts.st_gid;
-  if (!owned && ::chown(path.c_str(), facts.st_uid, facts.st_gid) != 0) return false;
-  return ::chmod(path.c_str(), facts.st_mode & 07777) == 0;
-}
 
 }  // namespace
 
@@ -75,23 +44,16 @@ bool Take(const std::string& path, const struct stat& facts) {
 namespace platform {
 
 Handle CreateFileA(const std::string& path, FileAccess access) {
-  auto file = onlinux::Open(path, access);
-  if (!file || onlinux::IsFolder(file)) return InvalidHandle;
+  const int flags = onlinux::FlagsOf(access) | onlinux::Always;
+  const bool writes = access == FileAccess::Over || access == FileAccess::Append;
+  onlinux::Descriptor file;
+  // To open a device can set it going.
+  if (writes || (access == FileAccess::Binary && !IsThere(path)))
+    file = onlinux::OpenToWrite(path, flags);
+  else if (onlinux::IsRegular(path))
+    file.Reset(::open(path.c_str(), flags));
+  if (!file || (!writes && !onlinux::IsRegular(file))) return InvalidHandle;
   return onlinux::Keep(onlinux::OpenFile{std::move(file)});
-}
-
-Handle CreateFileBeside(const std::string& path, std::string& made) {
-  const auto target = onlinux::Target(path);
-  struct stat old {};
-  // What the old file keeps from others, they may not read in the new one either.
-  const mode_t mode = ::stat(target.c_str(), &old) == 0 ? 0600 : 0666;
-  for (int number = 0; number < 1000; ++number) {
-    made = target + '.' + std::to_string(number) + ".tmp";
-    onlinux::Descriptor file(::open(made.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
-    if (file) return onlinux::Keep(onlinux::OpenFile{std::move(file)});
-    if (errno != EEXIST) break;
-  }
-  return InvalidHandle;
 }
 
 std::optional<std::size_t> ReadFile(Handle handle, void* buffer, std::size_t bytes) {
@@ -120,6 +82,12 @@ bool WriteFile(Handle handle, const void* buffer, std::size_t bytes) {
   return true;
 }
 
+bool Rewind(Handle handle) {
+  const auto* file = onlinux::FindAs<onlinux::OpenFile>(handle);
+  // What has no places, such as a device, is always at its start.
+  return file && (::lseek(file->descriptor.get(), 0, SEEK_SET) == 0 || errno == ESPIPE);
+}
+
 bool SetFileLength(Handle handle, std::size_t bytes) {
   const auto* file = onlinux::FindAs<onlinux::OpenFile>(handle);
   struct stat facts {};
@@ -136,9 +104,14 @@ bool FlushFileBuffers(Handle handle) {
   return file && (::fsync(file->descriptor.get()) == 0 || errno == EINVAL || errno == ENOTSUP);
 }
 
+bool IsThere(const std::string& path) {
+  struct stat facts {};
+  return ::stat(path.c_str(), &facts) == 0 || (errno != ENOENT && errno != ENOTDIR && errno != ENAMETOOLONG);
+}
+
 std::int64_t GetFileLength(const std::string& path) {
   struct stat facts {};
-  if (::stat(path.c_str(), &facts) != 0 || S_ISDIR(facts.st_mode)) return -1;
+  if (::stat(path.c_str(), &facts) != 0 || !S_ISREG(facts.st_mode)) return -1;
   return static_cast<std::int64_t>(facts.st_size);
 }
 
@@ -148,20 +121,5 @@ bool IsWriteProtected(const std::string& path) {
   // An administrator may write to every file, also to one that nobody is to write to.
   return (facts.st_mode & 0222) == 0 || ::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0;
 }
-
-bool MoveFileReplace(const std::string& from, const std::string& to) {
-  const auto target = onlinux::Target(to);
-  struct stat old {};
-  // A link may lead to a file that is not there yet.
-  if (::lstat(target.c_str(), &old) == 0 && !(onlinux::CanBeReplaced(target, old) && onlinux::Take(from, old)))
-    return false;
-  if (::rename(from.c_str(), target.c_str()) != 0) return false;
-  const auto parent = std::filesystem::path(target).parent_path().string();
-  const onlinux::Descriptor folder(::open(parent.empty() ? "." : parent.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (folder) ::fsync(folder.get());
-  return true;
-}
-
-bool DeleteFileA(const std::string& path) { return ::unlink(path.c_str()) == 0; }
 
 }  // namespace platform

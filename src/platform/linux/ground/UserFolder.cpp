@@ -1,10 +1,11 @@
 #include "platform/linux/ground/UserFolder.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 
 #include <cstdlib>
-#include <system_error>
 
+#include "platform/linux/ground/Place.h"
 #include "platform/machine.h"
 
 namespace onlinux {
@@ -20,16 +21,24 @@ fs::path ConfigurationFolder() {
   return fs::path(home && *home == '/' ? home : "/") / ".config";
 }
 
+// Makes a folder and those above it. False where it is not there then.
+bool MakeFolder(const fs::path& path, mode_t mode) {
+  auto place = PlaceOf(path);
+  if (!place.folder && !place.isRefused && path.has_relative_path() && MakeFolder(path.parent_path(), 0777))
+    place = PlaceOf(path);
+  struct stat facts {};
+  return place.folder && (::mkdirat(place.folder.get(), place.name.c_str(), mode) == 0 ||
+                          (::fstatat(place.folder.get(), place.name.c_str(), &facts, AT_SYMLINK_NOFOLLOW) == 0 &&
+                           S_ISDIR(facts.st_mode)));
+}
+
 }  // namespace
 
 fs::path UserFolder(const std::string& application) { return ConfigurationFolder() / platform::LowerCase(application); }
 
 bool MakeUserFolder(const fs::path& folder) {
-  std::error_code error;
-  fs::create_directories(folder.parent_path(), error);
   // What the user started is nobody else's business.
-  ::mkdir(folder.c_str(), 0700);
-  return fs::is_directory(folder, error);
+  return MakeFolder(folder, 0700);
 }
 
 }  // namespace onlinux

@@ -17,6 +17,8 @@ simulated::File* FindFile(const std::string& path) {
   return at == files.end() || at->second.folder ? nullptr : &at->second;
 }
 
+bool IsLocked(const simulated::File& file) { return file.locked || TheDesktop().now < file.lockedUntil; }
+
 bool IsOpen(const std::string& path) {
   return std::ranges::any_of(TheDesktop().objects, [&](const auto& entry) {
     const auto* file = std::get_if<simulated::OpenFile>(&entry.second);
@@ -29,7 +31,7 @@ bool MayWrite(std::string path) {
   const auto& desktop = TheDesktop();
   const auto at = desktop.files.find(path);
   if (path.empty() || path.find_first_of("*?\"<>|") != std::string::npos) return false;
-  if (at == desktop.files.end() ? desktop.makeFails : at->second.folder || at->second.locked || at->second.readOnly)
+  if (at == desktop.files.end() ? desktop.makeFails : at->second.folder || IsLocked(at->second) || at->second.readOnly)
     return false;
   for (;;) {
     if (desktop.unwritable.contains(path)) return false;
@@ -53,7 +55,7 @@ std::size_t NameStart(const std::string& path) { return path.rfind('\\') + 1; }
 Handle CreateFileA(const std::string& path, FileAccess access) {
   auto& desktop = TheDesktop();
   const auto* file = FindFile(path);
-  if (file && file->locked) return InvalidHandle;
+  if (file && IsLocked(*file)) return InvalidHandle;
   const bool writes = access == FileAccess::Over || access == FileAccess::Append;
   if (!file && access == FileAccess::Read) return InvalidHandle;
   if ((writes || !file) && !MayWrite(path)) return InvalidHandle;
@@ -63,20 +65,14 @@ Handle CreateFileA(const std::string& path, FileAccess access) {
   return handle;
 }
 
-Handle CreateFileBeside(const std::string& path, std::string& made) {
-  int number = 0;
-  do made = path + '.' + std::to_string(number++) + ".tmp";
-  while (TheDesktop().files.contains(made));
-  return CreateFileA(made, FileAccess::Over);
-}
-
 std::optional<std::size_t> ReadFile(Handle handle, void* buffer, std::size_t bytes) {
   auto& desktop = TheDesktop();
   auto* open = desktop.Find<simulated::OpenFile>(handle);
   const auto* file = open ? FindFile(open->path) : nullptr;
-  if (!file || file->unreadable) return std::nullopt;
+  if (!file || open->at >= file->readable) return std::nullopt;
   if (open->at >= file->bytes.size()) return 0;
-  const auto count = std::min({bytes, desktop.largestRead, file->bytes.size() - open->at});
+  const auto end = std::min(file->readable, file->bytes.size());
+  const auto count = std::min({bytes, desktop.largestRead, end - open->at});
   std::memcpy(buffer, file->bytes.data() + open->at, count);
   open->at += count;
   return count;
@@ -96,6 +92,12 @@ bool WriteFile(Handle handle, const void* buffer, std::size_t bytes) {
   return count == bytes;
 }
 
+bool Rewind(Handle handle) {
+  auto* open = TheDesktop().Find<simulated::OpenFile>(handle);
+  if (open) open->at = 0;
+  return open;
+}
+
 bool SetFileLength(Handle handle, std::size_t bytes) {
   auto& desktop = TheDesktop();
   auto* open = desktop.Find<simulated::OpenFile>(handle);
@@ -112,6 +114,8 @@ bool FlushFileBuffers(Handle handle) {
   return TheDesktop().Find<simulated::OpenFile>(handle) && !TheDesktop().flushFails;
 }
 
+bool IsThere(const std::string& path) { return TheDesktop().files.contains(path); }
+
 std::int64_t GetFileLength(const std::string& path) {
   const auto* file = FindFile(path);
   return file ? static_cast<std::int64_t>(file->bytes.size()) : -1;
@@ -119,22 +123,31 @@ std::int64_t GetFileLength(const std::string& path) {
 
 bool IsWriteProtected(const std::string& path) {
   const auto* file = FindFile(path);
-  return file && !file->locked && !MayWrite(path);
+  return file && !IsLocked(*file) && !MayWrite(path);
 }
 
-bool MoveFileReplace(const std::string& from, const std::string& to) {
+Replacement CreateReplacement(const std::string& path) {
+  Replacement replacement{.target = path};
+  int number = 0;
+  do replacement.name = path + '.' + std::to_string(number++) + ".tmp";
+  while (TheDesktop().files.contains(replacement.name));
+  replacement.file.Reset(CreateFileA(replacement.name, FileAccess::Over));
+  return replacement;
+}
+
+bool TakePlace(Replacement& replacement) {
   auto& desktop = TheDesktop();
-  const auto* source = FindFile(from);
-  if (desktop.replaceFails || !source || IsOpen(from) || IsOpen(to) || !MayWrite(from) || !MayWrite(to)) return false;
-  desktop.files[to].bytes = source->bytes;
-  desktop.files.erase(from);
-  return true;
+  const auto& to = replacement.target;
+  replacement.file.Reset();
+  const bool taken = !desktop.replaceFails && !IsOpen(to) && MayWrite(to);
+  if (taken) desktop.files[to].bytes = FindFile(replacement.name)->bytes;
+  Discard(replacement);
+  return taken;
 }
 
-bool DeleteFileA(const std::string& path) {
-  if (!FindFile(path) || IsOpen(path) || !MayWrite(path)) return false;
-  TheDesktop().files.erase(path);
-  return true;
+void Discard(Replacement& replacement) {
+  replacement.file.Reset();
+  if (MayWrite(replacement.name)) TheDesktop().files.erase(replacement.name);
 }
 
 std::string Dir(const std::string& pattern) {

@@ -15,7 +15,7 @@ struct Opening {
 Opening OpeningFor(FileAccess access) {
   switch (access) {
     case FileAccess::Over:
-      return {GENERIC_WRITE, OPEN_ALWAYS};
+      return {GENERIC_READ | GENERIC_WRITE, OPEN_ALWAYS};
     case FileAccess::Append:
       return {FILE_APPEND_DATA | SYNCHRONIZE, OPEN_ALWAYS};
     case FileAccess::Binary:
@@ -58,16 +58,12 @@ bool CanReplace(const std::string& from, const std::string& to, DWORD marks) {
 
 }  // namespace
 
-Handle CreateFileA(const std::string& path, FileAccess access) { return ToNumber(Create(path, OpeningFor(access))); }
-
-Handle CreateFileBeside(const std::string& path, std::string& made) {
-  for (int number = 0; number < 1000; ++number) {
-    made = path + '.' + std::to_string(number) + ".tmp";
-    const auto file = Create(made, {GENERIC_WRITE, CREATE_NEW}, FILE_FLAG_OPEN_REPARSE_POINT);
-    if (file != INVALID_HANDLE_VALUE) return ToNumber(file);
-    if (::GetLastError() != ERROR_FILE_EXISTS) break;
-  }
-  return InvalidHandle;
+Handle CreateFileA(const std::string& path, FileAccess access) {
+  OwnedFile file(ToNumber(Create(path, OpeningFor(access))));
+  const bool reads = access == FileAccess::Read || access == FileAccess::Binary;
+  // A pipe or a device may never come to an end.
+  if (reads && file && ::GetFileType(ToNative<HANDLE>(file.get())) != FILE_TYPE_DISK) return InvalidHandle;
+  return file.Release();
 }
 
 std::optional<std::size_t> ReadFile(Handle file, void* buffer, std::size_t bytes) {
@@ -89,6 +85,8 @@ bool WriteFile(Handle file, const void* buffer, std::size_t bytes) {
   return true;
 }
 
+bool Rewind(Handle file) { return ::SetFilePointerEx(ToNative<HANDLE>(file), LARGE_INTEGER{}, nullptr, FILE_BEGIN); }
+
 bool SetFileLength(Handle file, std::size_t bytes) {
   const auto native = ToNative<HANDLE>(file);
   const LARGE_INTEGER none{};
@@ -103,6 +101,13 @@ bool SetFileLength(Handle file, std::size_t bytes) {
 bool FlushFileBuffers(Handle file) {
   // Some disks know no such call.
   return ::FlushFileBuffers(ToNative<HANDLE>(file)) || ::GetLastError() == ERROR_INVALID_FUNCTION;
+}
+
+bool IsThere(const std::string& path) {
+  if (::GetFileAttributesW(Widen(path).c_str()) != INVALID_FILE_ATTRIBUTES) return true;
+  constexpr DWORD missing[] = {ERROR_FILE_NOT_FOUND, ERROR_PATH_NOT_FOUND, ERROR_INVALID_NAME, ERROR_BAD_PATHNAME,
+                               ERROR_FILENAME_EXCED_RANGE};
+  return std::ranges::find(missing, ::GetLastError()) == std::end(missing);
 }
 
 std::int64_t GetFileLength(const std::string& path) {
@@ -120,12 +125,34 @@ bool IsWriteProtected(const std::string& path) {
   return !file && ::GetLastError() == ERROR_ACCESS_DENIED;
 }
 
-bool MoveFileReplace(const std::string& from, const std::string& to) {
-  const auto marks = ::GetFileAttributesW(Widen(to).c_str());
-  if (marks != INVALID_FILE_ATTRIBUTES && !CanReplace(from, to, marks)) return false;
-  return ::MoveFileExW(Widen(from).c_str(), Widen(to).c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
+Replacement CreateReplacement(const std::string& path) {
+  Replacement replacement{.target = path};
+  for (int number = 0; number < 1000; ++number) {
+    replacement.name = path + '.' + std::to_string(number) + ".tmp";
+    const auto file = Create(replacement.name, {GENERIC_WRITE, CREATE_NEW}, FILE_FLAG_OPEN_REPARSE_POINT);
+    if (file != INVALID_HANDLE_VALUE) {
+      replacement.file.Reset(ToNumber(file));
+      break;
+    }
+    if (::GetLastError() != ERROR_FILE_EXISTS) break;
+  }
+  return replacement;
 }
 
-bool DeleteFileA(const std::string& path) { return ::DeleteFileW(Widen(path).c_str()); }
+bool TakePlace(Replacement& replacement) {
+  const auto& [file, folder, from, to] = replacement;
+  replacement.file.Reset();
+  const auto marks = ::GetFileAttributesW(Widen(to).c_str());
+  const bool fits = marks == INVALID_FILE_ATTRIBUTES || CanReplace(from, to, marks);
+  constexpr DWORD way = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
+  if (fits && ::MoveFileExW(Widen(from).c_str(), Widen(to).c_str(), way)) return true;
+  Discard(replacement);
+  return false;
+}
+
+void Discard(Replacement& replacement) {
+  replacement.file.Reset();
+  ::DeleteFileW(Widen(replacement.name).c_str());
+}
 
 }  // namespace platform
