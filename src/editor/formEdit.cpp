@@ -40,7 +40,9 @@ constexpr std::string_view AboutNoKillList =
 
 void EditModally(const std::string& file, std::string_view about, Form& owner) {
   auto& form = App().Default<formEdit>();
-  LoadForm(form);
+  // The box takes the text at once then, and whether it holds it is known before anybody can change it.
+  form.Realize();
+  if (form.Unloaded()) return;
   form.LoadFile(file);
   if (!platform::ShellTakesEveryFile() && !FileExists(file)) form.Suggest(about);
   form.ShowModal(&owner);
@@ -109,13 +111,22 @@ void formEdit::LoadFile(const std::string& file) {
   FileForm = TextForm::Plain;
   IsRead = !FileExists(file);
   std::string text;
-  if (!IsRead) Resume([&] { text = ReadText(); });
+  if (!IsRead) Resume([&] { text = WithinMemory([&] { return ReadText(); }); });
   if (HasMoreCharacters(text, LargestText))
     MsgBox(
         "'" + file + "' exceed the 64KB limit.\r\nIf you save the changes to this file, the content will be truncated.",
         platform::MB_ICONWARNING);
-  txtData.SetText(std::move(text));
+  Show(std::move(text));
   Modified = false;
+}
+
+void formEdit::Show(std::string text) {
+  bool holds = false;
+  Resume([&] { holds = WithinMemory([&] { return txtData.SetText(std::move(text)), true; }); });
+  if (holds) return;
+  // What the box can't hold is as little read as what memory can't.
+  IsRead = false;
+  txtData.SetText({});
 }
 
 void formEdit::Suggest(std::string_view lines) {
@@ -132,9 +143,11 @@ void formEdit::Suggest(std::string_view lines) {
 
 std::string formEdit::ReadText() {
   auto bytes = ReadWholeFile(EditFile);
-  auto read = FromBytes(bytes);
+  FormedText read;
+  if (FormOf(bytes) != TextForm::Plain) read = FromBytes(bytes);
   // A file whose bytes would not come back is shown and kept byte by byte.
-  if (ToBytes(read.text, read.form) != bytes) read = {std::move(bytes), TextForm::Plain};
+  if (read.form == TextForm::Plain || ToBytes(read.text, read.form) != bytes)
+    read = {std::move(bytes), TextForm::Plain};
   FileForm = read.form;
   IsRead = true;
   return std::move(read.text);

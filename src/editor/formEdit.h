@@ -47,6 +47,8 @@ class formEdit : public Form {
  private:
   // Asks about a changed text, and saves it where the user says so.
   void AskToSave(bool& Cancel);
+  // Puts a text into the box. Where that can't hold it, it is empty and nothing is saved.
+  void Show(std::string text);
   // Takes the text out of the file, by its byte order mark. Throws RuntimeError where it can't be read whole.
   std::string ReadText();
   // Writes the text to its file in the form that the file had. A file that could not be read stays as it is.

@@ -2,8 +2,12 @@
 #include <QMimeData>
 #include <QPlainTextEdit>
 #include <QTextDocument>
+#include <algorithm>
+#include <cstdint>
 
+#include "platform/kernel32.h"
 #include "platform/linux/qt/EditPeers.h"
+#include "runtime/Failures.h"
 
 namespace onlinux {
 namespace {
@@ -35,6 +39,18 @@ QString RawText(const QPlainTextEdit& edit) {
   return text.replace(QChar(QChar::ParagraphSeparator), QChar('\n'));
 }
 
+// The document counts characters in 31 bits and takes this much memory for them and for each line. Asked beforehand: a
+// system that has no more ends the program.
+bool CanHold(const std::string& text) {
+  constexpr std::size_t few = 1 << 20, most = 1 << 30, byCharacter = 10, byLine = 400;
+  if (text.size() < few) return true;
+  platform::MEMORYSTATUS memory;
+  platform::GlobalMemoryStatus(memory);
+  const auto lines =
+      static_cast<std::uint64_t>(std::ranges::count_if(text, [](char c) { return c == '\r' || c == '\n'; }));
+  return text.size() < most && text.size() * byCharacter + lines * byLine < memory.dwAvailPhys;
+}
+
 }  // namespace
 
 ManyLinesPeer::ManyLinesPeer(velmaro::TextBox& box) : FieldPeer(box, MakeWidget<PlainTextEdit>(box)) {
@@ -48,6 +64,7 @@ ManyLinesPeer::ManyLinesPeer(velmaro::TextBox& box) : FieldPeer(box, MakeWidget<
 }
 
 void ManyLinesPeer::ShowContents() {
+  if (!CanHold(box_.Text())) throw velmaro::RuntimeError("the box can't hold the text");
   text_ = ShownText(box_.Text());
   Quietly([&] { EditOf(*this).setPlainText(text_.Shown()); });
 }

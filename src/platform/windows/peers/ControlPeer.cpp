@@ -109,7 +109,8 @@ void ControlPeer::Apply(velmaro::Change what) {
     case velmaro::Change::Bounds:
       return Place();
     case velmaro::Change::Caption:
-      return SetText(window_.get(), control_.Caption());
+      SetText(window_.get(), control_.Caption());
+      return;
     case velmaro::Change::Visible:
       return Show();
     case velmaro::Change::Enabled:

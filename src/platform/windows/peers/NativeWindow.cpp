@@ -23,8 +23,10 @@ std::string TextOf(HWND control) {
   return platform::Narrow({text.data(), static_cast<std::size_t>(length)});
 }
 
-void SetText(HWND window, const std::string& text) {
-  ::SetWindowTextW(window, platform::Widen(text, platform::Nul::Escaped).c_str());
+bool SetText(HWND window, const std::string& text) {
+  const auto wide = platform::Widen(text, platform::Nul::Escaped);
+  return ::SetWindowTextW(window, wide.c_str()) &&
+         static_cast<std::size_t>(::GetWindowTextLengthW(window)) == wide.size();
 }
 
 }  // namespace windows

@@ -43,7 +43,7 @@ OwnedWindow Create(const WindowArgs& args);
 HINSTANCE Instance();
 // The text of a control of this program.
 std::string TextOf(HWND control);
-// Replaces the text of a window of this program.
-void SetText(HWND window, const std::string& text);
+// Replaces the text of a window of this program. False where it could not take all of it.
+bool SetText(HWND window, const std::string& text);
 
 }  // namespace windows

@@ -1,6 +1,7 @@
 #include "platform/windows/peers/TextBoxPeer.h"
 
 #include "platform/windows/ground/Codepage.h"
+#include "runtime/Failures.h"
 
 namespace windows {
 namespace {
@@ -45,10 +46,12 @@ void TextBoxPeer::Apply(velmaro::Change what) {
 
 void TextBoxPeer::ShowText() {
   applying_ = true;
-  SetText(Window(), box_.Text());
+  bool holds = false;
+  velmaro::Resume([&] { holds = velmaro::WithinMemory([&] { return SetText(Window(), box_.Text()); }); });
   applying_ = false;
-  shown_ = TextOf(Window());
+  shown_ = velmaro::WithinMemory([&] { return TextOf(Window()); });
   told_ = Selection();
+  if (!holds) throw velmaro::RuntimeError("the box can't hold the text");
 }
 
 void TextBoxPeer::ShowSelection() {
