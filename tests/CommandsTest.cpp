@@ -1,4 +1,5 @@
 #include "Fixture.h"
+#include "desktop/modTrayIcon.h"
 
 namespace {
 
@@ -23,6 +24,10 @@ TEST_F(Commands, TheListShowsWhatTheFirstProcessOfThatNameReallyGot) {
   EXPECT_EQ(BaseOf("nine.exe") * 100 + BaseOf("e.exe"), 1308);
   DoubleClick(form.List1, RowWith(form.List1, "a]\tb.exe"));
   EXPECT_EQ(BaseOf("a]\tb.exe"), 13);
+  Choose(form.mnuOptions[1]);
+  desktop.ProcessNamed("e.exe").alive = false;
+  DoubleClick(form.List1, -1);
+  EXPECT_EQ(State(form), "Real Time 2, row -1 of 6") << "without a row it comes down to a refresh";
   EXPECT_TRUE(desktop.boxes.empty());
 }
 
@@ -115,10 +120,38 @@ TEST_F(Commands, InTheViewOfWindowsEachPlacesTheSelectedOne) {
   TypeKey(form, 'H', ShiftKey::Ctrl);
   EXPECT_THROW(Choose(form.mnuOptions[1]), std::logic_error);
   EXPECT_EQ(State(form), "Real Time 2, row 2 of 3") << "the other menu is out of reach";
+  desktop.placings.clear();
+  Press(form.btnRefresh);
+  DoubleClick(form.List1, -1);
+  EXPECT_TRUE(desktop.placings.empty() && form.mnuOptions[2].Checked());
+  // The large button seeks the title as it does a row, and takes its first letter for the end of a tag.
+  desktop.AddProcess("same");
+  Select(form.List1, 1);
+  Press(form.btnVelmaro);
+  ExpectLastBox("same process has been set to REAL TIME.", Tells);
+  EXPECT_EQ(State(form), "Real Time 2, row -1 of 3");
+  RightPress(form.btnVelmaro);
+  EXPECT_EQ(desktop.popups.back().menu, &form.mnuOptionsMain);
   // A window that has gone is nobody's fault.
+  Select(form.List1, 1);
   desktop.windows.clear();
   Choose(form.mnuWOption[4]);
   EXPECT_EQ(form.List1.ListCount(), 3);
+}
+
+TEST_F(Commands, APopupOpensOnTheFrontFormAtThePointerOrAtAPlace) {
+  auto& form = Start();
+  form.mnuOptions[0].Click = [&] { EXPECT_EQ(&FrontForm(), &form); };
+  const std::vector<std::tuple<float, float, Menu*, std::optional<Bounds>>> cases = {{0, 0, nullptr, {}},
+                                                                                     {100, -100, nullptr, {}},
+                                                                                     {-5, 10, nullptr, Bounds{-5, 10}},
+                                                                                     {9, 9, &form.mnuOptions[1], {}}};
+  for (const auto& [x, y, entry, place] : cases) {
+    desktop.GoToAnotherProgram();
+    desktop.choices = {&form.mnuOptions[0]};
+    ShowPopupAtCursor(form, form.mnuOptionsMain, entry, x, y);
+    EXPECT_TRUE(desktop.popups.back().place == place && desktop.popups.back().defaultEntry == entry) << x;
+  }
 }
 
 }  // namespace

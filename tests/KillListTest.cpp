@@ -140,8 +140,8 @@ TEST_F(KillLists, TheSystemOpensTheListsThatAreInForce) {
   Choose(form.mnuFileEditKillList);
   Choose(form.mnuFileEditNoKillList);
   Texts opened;
-  for (const auto& start : desktop.starts) opened.push_back(start.file);
-  EXPECT_EQ(opened, (Texts{KillList, KillList, "D:\\keep.txt"}));
+  for (const auto& start : desktop.starts) opened.push_back(start.file + std::to_string(start.show));
+  EXPECT_EQ(opened, (Texts{KillList + '1', KillList + '1', "D:\\keep.txt1"}));
   EXPECT_EQ(application.Forms().size(), 1U) << "what the system can't open opens nowhere";
 }
 

@@ -80,8 +80,9 @@ TEST_F(Launcher, NewCommandsComeFirstAndOldOnesStayInPlace) {
       if (const auto& command = Stored("LastRun" + std::to_string(i)); !command.empty()) commands.push_back(command);
     return commands;
   };
-  for (const auto* command : {"one", "two", "TWO", "three -x", "one"}) Launch(main, command);
+  for (const auto* command : {"one", "two", "TWO", "three -x", "one", ""}) Launch(main, command);
   EXPECT_EQ(history(), (Texts{"three -x", "two", "one"}));
+  EXPECT_EQ(desktop.starts.size(), 5U) << "nothing typed starts nothing";
   EXPECT_EQ(Stored("LastRun"), "one");
   Run(main, [](formLauncher& form) {
     PickEntry(form.cmbRun, 1);
@@ -105,20 +106,23 @@ TEST_F(Launcher, NewCommandsComeFirstAndOldOnesStayInPlace) {
 
 TEST_F(Launcher, TheOptionChoosesMarkAndClass) {
   auto& main = Start();
-  auto& game = desktop.ProcessById(desktop.AddProcess("game.exe"));
-  const std::vector<std::pair<std::string, std::uint32_t>> options = {
-      {"Real Time", 256}, {"High", 128}, {"Normal", 0}, {"Idle", 64}};
+  auto& game = desktop.ProcessById(desktop.AddProcess("game.dat.exe"));
+  const std::vector<std::tuple<std::string, std::uint32_t, std::string>> options = {{"Real Time", 256, "game.dat"},
+                                                                                    {"High", 128, "C:/Emu/game.dat"},
+                                                                                    {"Normal", 0, "game.dat"},
+                                                                                    {"Idle", 64, "game.dat.exe"}};
   for (std::size_t i = 0; i < 4; ++i) {
+    const auto& [mark, priorityClass, typed] = options[i];
     game.classSet = 0;
     Choose(main.mnuOptions[4]);
     desktop.AddProcess("another.exe");
     Run(main, [&](formLauncher& form) {
-      TypeText(form.cmbRun, "game.exe");
+      TypeText(form.cmbRun, typed);
       Press(form.optPriority[i]);
       Press(form.btnOK);
     });
-    EXPECT_EQ(game.classSet, options[i].second);
-    EXPECT_EQ(State(main), options[i].first + " 4, row -1 of " + std::to_string(i + 1)) << "only the mark moves";
+    EXPECT_EQ(game.classSet, priorityClass);
+    EXPECT_EQ(State(main), mark + " 4, row -1 of " + std::to_string(i + 1)) << "only the mark moves";
   }
   EXPECT_TRUE(desktop.boxes.empty());
   // The mark is what the button applies, the number is what it compares the row with.

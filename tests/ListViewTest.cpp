@@ -52,6 +52,16 @@ TEST_F(ListView, TheTimerLeavesTheUserAloneWhileHeWorksInTheWindow) {
   desktop.GoToAnotherProgram();
   desktop.Advance(4000);
   EXPECT_EQ(Rows(form.List1), all);
+  // A box or a window of the program's own stands before this one as another program's does.
+  const auto refreshes = [&] {
+    desktop.AddProcess("more.exe");
+    desktop.Advance(4000);
+    return form.List1.ListCount() == static_cast<int>(desktop.processes.size()) - 1;
+  };
+  desktop.Answer(7, [&] { EXPECT_TRUE(refreshes()); });
+  Choose(form.mnuFileKillProcesses);
+  Press(form.btnFreeMem);
+  EXPECT_TRUE(refreshes());
 }
 
 TEST_F(ListView, WhereRowsAreToldApartTheTimerKeepsTheRowAndThePlace) {
@@ -89,6 +99,7 @@ TEST_F(Find, NextGoesOnBehindTheSelectionAndDoesNotWrapAtOnce) {
   EXPECT_EQ(next(), 2);
   EXPECT_EQ(next(), -1);
   EXPECT_EQ(desktop.boxes.size(), 1U);
+  ExpectLastBox("'Normal'was not found.", Tells, form.Caption());
   EXPECT_EQ(next(), 1);
   Press(form.btnRefresh);
   EXPECT_EQ(next(), 1) << "a refresh starts the search at the top";
@@ -102,6 +113,13 @@ TEST_F(Find, NextGoesOnBehindTheSelectionAndDoesNotWrapAtOnce) {
   Press(form.Option1[6]);
   TypeKey(form, Key::F3);
   EXPECT_EQ(form.List1.Text(), "A Normal Window");
+  Press(form.Option1[0]);
+  // What can't be read as a pattern fits the first row.
+  for (const auto& [text, row] : std::vector<std::pair<std::string, int>>{{"M?mE.", 4}, {"[", 0}, {"x[b-a]", 0}}) {
+    FindFor(form, text);
+    EXPECT_EQ(form.List1.ListIndex(), row) << text;
+  }
+  EXPECT_EQ(desktop.boxes.size(), 1U);
 }
 
 TEST_F(Find, WithoutATextTheNextSearchAsksForOneAndOffersTheLast) {

@@ -1,3 +1,5 @@
+#include <map>
+
 #include "Fixture.h"
 #include "desktop/modRegistry.h"
 #include "process/KillLists.h"
@@ -141,6 +143,34 @@ TEST(StartingLines, TheTargetIsStartedAndItsProcessFoundByAPartOfIt) {
        "a.txt => a.txt.exe 256 1", "readme.dat => 1", "x.data => 1", "/h mame => mame.exe 128 1",
        "/i /h mame => mame.exe 64 1", "/h /k mame => mame.exe 128 1", "/k mame => mame.exe 256 1",
        "/min mame => mame.exe 256 2", "/hide /max mame => mame.exe 256 0", "/max /i mame => mame.exe 64 3"});
+}
+
+TEST(StartingLines, WithoutQuietModeNoEndsNothingAndTheClassIsReportedOnEitherRoad) {
+  for (const auto& [target, process] :
+       std::map<std::string, std::string>{{"game.exe", "game.exe"}, {"vgs.exe", "tnkxfs.dat"}}) {
+    Program program;
+    program.desktop.AddProcess(process);
+    program.desktop.files[KillList].bytes = process;
+    program.Start("/h /k " + target);
+    EXPECT_TRUE(program.desktop.terminated.empty() && program.application.Ended());
+    ASSERT_EQ(program.desktop.boxes.size(), 2U) << target;
+    EXPECT_EQ(program.desktop.boxes[1].text, process + " process has been set to HIGH.");
+  }
+}
+
+TEST_F(Starting, AValueOfTheRegistryIsReadWholeOrNotAtAll) {
+  auto& bytes = desktop.registry[1]["Key"]["Value"].bytes;
+  for (const std::size_t length : {0, 1, 254, 255, 256}) {
+    const std::string text(length, 'x');
+    bytes = text + '\0';
+    EXPECT_EQ(RegGetString(1, "Key", "Value"), length < 255 ? text : "");
+  }
+  EXPECT_EQ(RegGetString(1, "None", "Value") + RegGetString(1, "Key", "None"), "");
+  EXPECT_TRUE(desktop.boxes.empty());
+  bytes = "x\0"s;
+  desktop.closeKeyResult = 5;
+  EXPECT_EQ(RegGetString(1, "Key", "Value"), "x");
+  ExpectLastBox("RegCloseKey Failed: Key", 48);
 }
 
 const std::string Station = "Connectix Virtual Game Station";
