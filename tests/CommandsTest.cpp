@@ -89,6 +89,7 @@ TEST_F(Commands, InTheViewOfWindowsEachPlacesTheSelectedOne) {
   const auto hidden = desktop.AddWindow("Tray helper", false);
   desktop.AddWindow("");
   auto& form = Start();
+  Choose(form.mnuOptions[1]);
   EXPECT_TRUE(form.mnuOptionsMain.Visible() && !form.mnuWOptionsMain.Visible());
   Press(form.Option1[6]);
   EXPECT_TRUE(!form.mnuOptionsMain.Visible() && form.mnuWOptionsMain.Visible());
@@ -117,19 +118,19 @@ TEST_F(Commands, InTheViewOfWindowsEachPlacesTheSelectedOne) {
   EXPECT_EQ(desktop.placings.back().window, form.hWnd()) << "the first row too";
   DoubleClick(form.List1, RowWith(form.List1, "Tray helper"));
   EXPECT_TRUE(desktop.WindowOf(hidden).visible);
-  TypeKey(form, 'H', ShiftKey::Ctrl);
-  EXPECT_THROW(Choose(form.mnuOptions[1]), std::logic_error);
-  EXPECT_EQ(State(form), "Real Time 2, row 2 of 3") << "the other menu is out of reach";
+  TypeKey(form, 'T', ShiftKey::Ctrl);
+  EXPECT_THROW(Choose(form.mnuOptions[2]), std::logic_error);
+  EXPECT_EQ(State(form), "High 1, row 2 of 3") << "the other menu is out of reach";
   desktop.placings.clear();
   Press(form.btnRefresh);
   DoubleClick(form.List1, -1);
-  EXPECT_TRUE(desktop.placings.empty() && form.mnuOptions[2].Checked());
+  EXPECT_TRUE(desktop.placings.empty() && form.mnuOptions[1].Checked());
   // The large button seeks the title as it does a row, and takes its first letter for the end of a tag.
   desktop.AddProcess("same");
   Select(form.List1, 1);
   Press(form.btnVelmaro);
-  ExpectLastBox("same process has been set to REAL TIME.", Tells);
-  EXPECT_EQ(State(form), "Real Time 2, row -1 of 3");
+  ExpectLastBox("same process has been set to HIGH.", Tells);
+  EXPECT_EQ(State(form), "High 1, row -1 of 3");
   RightPress(form.btnVelmaro);
   EXPECT_EQ(desktop.popups.back().menu, &form.mnuOptionsMain);
   // A window that has gone is nobody's fault.
