@@ -138,7 +138,7 @@ TEST(StartingLines, TheTargetIsStartedAndItsProcessFoundByAPartOfIt) {
       started,
       {R"(C:\Emu\epsxe.exe -nogui => C:\Emu\epsxe.exe 256 1)", R"("C:\Emu\ePSXe.EXE" -nogui => C:\Emu\epsxe.exe 256 1)",
        R"("C:\Emu\psx" -nogui => psx.exe 256 1)", "MAME => mame.exe 256 1", "mame a.dat => mame.exe 256 1",
-       "TNKXFS.dat => tnkxfs.dat 256 1", R"(C:\Program Files\app => Program.exe 256 1)",
+       "TNKXFS.DAT => tnkxfs.dat 256 1", R"(C:\Program Files\app => Program.exe 256 1)",
        R"("C:\Program Files\app" => Program.exe 256 1)", R"(C:\old.exe.d\mame.exe => old.exe 256 1)",
        "a.txt => a.txt.exe 256 1", "readme.dat => 1", "x.data => 1", "/h mame => mame.exe 128 1",
        "/i /h mame => mame.exe 64 1", "/h /k mame => mame.exe 128 1", "/k mame => mame.exe 256 1",

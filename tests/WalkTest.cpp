@@ -1,6 +1,7 @@
 #include "Fixture.h"
 #include "process/ClassChange.h"
 #include "process/KillLists.h"
+#include "process/KnownEmulators.h"
 #include "process/StartCommand.h"
 #include "process/WalkProcesses.h"
 
@@ -40,6 +41,13 @@ TEST_F(Walk, EmulatorsAreKnownByAnyPartOfTheTable) {
   for (const auto* unknown : {"notepad.exe", "C:/games/mame.exe", "epsxe2.exe", "mame.exe "})
     desktop.AddProcess(unknown);
   EXPECT_EQ(Listed(5), rows);
+  EXPECT_TRUE(IsKnownEmulator(
+      "bleem.exe;bleem!.exe;vgs.exe;cvgs.exe;tnkxfs.dat;psemu.exe;psemupro.exe;epsxe.exe;zsnesw.exe;snes9xw.exe;"
+      "mame32.exe;mame.exe;gens.exe;nemu.exe;ultrahle.exe;rew.exe;impactemu.exe;nesticle.exe;daedalus.exe;"
+      "adripsx.exe;pec.exe;fpse.exe;blade.exe;project64.exe;nemu64.exe;no$gmb.exe;igba.exe;vgba.exe;"
+      "visualboyadvance.exe;dboy.exe;boycottadvance.exe;bgb.exe;zinc.exe;adriile.exe;psinex pc emulator.exe;"
+      "fanbuild.exe;visualboyadvance-sdl.exe;boyca.exe;neoragex.exe;winkawaks.exe;pcsx.exe;1964.exe;nebula.exe;"
+      "epsxecutor.exe;pec.exe;vivanonno.exe"));
 }
 
 TEST_F(Walk, FirstNameWithThatEndIsFound) {

@@ -28,7 +28,7 @@ ComboBoxPeer::ComboBoxPeer(velmaro::ComboBox& combo)
                           .style = WS_VSCROLL | CBS_DROPDOWN | CBS_AUTOHSCROLL | CBS_HASSTRINGS,
                           .takesKeyboard = true,
                           .isField = true,
-                          .listHeight = ListHeight}),
+                          .roomBelow = ListHeight}),
       combo_(combo) {
   Send(CB_LIMITTEXT, 0);
   Refill();

@@ -67,7 +67,7 @@ ControlPeer::ControlPeer(velmaro::Control& control, const ControlWindow& window)
     : control_(control),
       form_(static_cast<FormWindow&>(*control.Owner().Peer())),
       clicksByRelease_(window.clicksByRelease),
-      listHeight_(window.listHeight),
+      roomBelow_(window.roomBelow),
       place_(form_.Scale().ToPixels(control.At())),
       label_(NewLabel(window)),
       window_(Create(ArgsFor(window))) {
@@ -94,7 +94,7 @@ WindowArgs ControlPeer::ArgsFor(const ControlWindow& window) {
   // A list or a scroll bar shows no text, and its name can stand there.
   const bool named = window.takesKeyboard && !window.isField && control_.Caption().empty();
   auto place = place_;
-  place.height += form_.Scale().Scaled(listHeight_);
+  place.height += form_.Scale().Scaled(roomBelow_);
   return {.windowClass = window.windowClass,
           .text = named ? control_.AccessibleName() : control_.Caption(),
           .style = style,
@@ -130,8 +130,8 @@ void ControlPeer::Apply(velmaro::Change what) {
 void ControlPeer::Place() {
   const auto place = form_.Scale().ToPixels(control_.At());
   if (place == std::exchange(place_, place)) return;
-  ::SetWindowPos(window_.get(), nullptr, place.x, place.y, place.width,
-                 place.height + form_.Scale().Scaled(listHeight_), SWP_NOZORDER | SWP_NOACTIVATE);
+  ::SetWindowPos(window_.get(), nullptr, place.x, place.y, place.width, place.height + form_.Scale().Scaled(roomBelow_),
+                 SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void ControlPeer::Show() const {

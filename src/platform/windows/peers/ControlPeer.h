@@ -16,7 +16,7 @@ struct ControlWindow {
   bool isField = false;          // its window's text is what the user edits
   bool clicksByRelease = false;  // a left button released over it is a click
   bool startsGroup = true;       // the arrow keys do not run on into it
-  int listHeight = 0;            // room below the control for a list that drops down, in pixels at 96 dots an inch
+  int roomBelow = 0;             // what the window needs below the control's place, in pixels at 96 dots an inch
 };
 
 // What the native sides of all controls have in common: the window with its place, text, font, colours and tip, and the
@@ -65,7 +65,7 @@ class ControlPeer : public velmaro::Peer {
   velmaro::Control& control_;
   FormWindow& form_;
   bool clicksByRelease_;
-  int listHeight_;
+  int roomBelow_;
   bool pressed_ = false;
   PixelPlace place_;
   // The window's own procedure, called through: the system's way of subclassing costs far more a message.

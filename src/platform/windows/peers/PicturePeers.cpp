@@ -27,7 +27,9 @@ void ImagePeer::ShowPicture() {
   icon_ = std::move(icon);
 }
 
-LinePeer::LinePeer(velmaro::Line& line) : ControlPeer(line, {.windowClass = L"STATIC"}), line_(line) {
+LinePeer::LinePeer(velmaro::Line& line)
+    // A line that lies flat is as high as it is wide.
+    : ControlPeer(line, {.windowClass = L"STATIC", .roomBelow = line.BorderWidth() - 1}), line_(line) {
   // A line is never covered by the foot of a label that it crosses.
   ::SetWindowPos(Window(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
