@@ -214,11 +214,13 @@ TEST_F(LinuxStarts, AKillRunEndsWhatIsListedAndSparesWhatIsGuarded) {
   const Child decoy(folder.Sleeper("tripzzwho"));
   const Child meant(folder.Sleeper("zzwho?/it's a\\game"));
   const Child guarded(folder.Sleeper("zzkill-two"));
-  WriteBytes(folder / "list's.txt", "; both of these\n" + folder / "zzwho?/it's a\\game" + "\n zzkill-two \n\n");
-  WriteBytes(folder / "spare.txt", "no such\nzz*-T?O\n");
+  const Child linked(folder.Sleeper("zzlinked"));
+  fs::create_symlink("zzlinked", folder / "link");
+  WriteBytes(folder / "list's.txt", "; these\n" + folder / "zzwho?/it's a\\game" + "\n zzkill-two \n\nzzlinked");
+  WriteBytes(folder / "spare.txt", "no such\nzz*-T?O\n" + folder / "link");
   EXPECT_EQ(RunProgram({"/q", "/k", folder / "list's.txt", "/y", folder / "spare.txt", "/bin/true"}), 0);
   EXPECT_TRUE(Eventually([&] { return !meant.Runs(); }));
-  EXPECT_TRUE(decoy.Runs() && guarded.Runs());
+  EXPECT_TRUE(decoy.Runs() && guarded.Runs() && linked.Runs());
 }
 
 TEST_F(LinuxStarts, WhatIsNoProgramIsLeftToTheDesktop) {
@@ -244,13 +246,15 @@ TEST_F(LinuxStarts, WhatIsNoProgramIsLeftToTheDesktop) {
     for (const auto* line : {"", "c://x", "a/b://x", "~/no"}) expect(line, "2");
     EXPECT_EQ(onlinux::StartApart({"b.txt", {"b.txt"}}, "").error, 0);
     EXPECT_TRUE(Eventually([&] { return ReadBytes("opened") == (folder / "b.txt") + '\n'; }));
+    EXPECT_EQ(platform::WinExec("bin/tool 300", 1), 33U);
+    EXPECT_TRUE(EndRunning(tool)) << "it was found here, and runs at the root";
   });
 }
 
 TEST_F(LinuxStarts, ACommandIsSplitAsAShellWould) {
   using Words = std::vector<std::string>;
-  EXPECT_EQ(onlinux::SplitWords("  a  'b c'\t\"d \\\" \\e\" f\\ g '' h'i'\"j\" \"k"),
-            (Words{"a", "b c", "d \" \\e", "f g", "", "hij", "k"}));
+  EXPECT_EQ(onlinux::SplitWords("  a  'b c'\t\"d \\\" \\e C:\\\\x\" f\\ g '' h'i'\"j\" \"k"),
+            (Words{"a", "b c", "d \" \\e C:\\x", "f g", "", "hij", "k"}));
   const auto program = folder.Sleeper("star emu/run");
   for (const auto& command : {program, '"' + program + '"'}) EXPECT_EQ(onlinux::SplitCommand(command), Words{program});
   EXPECT_EQ(onlinux::SplitCommand('"' + program + "\" 300"), (Words{program, "300"}));

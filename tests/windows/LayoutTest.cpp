@@ -1,36 +1,156 @@
 #include <cmath>
 
+#include "../Forms.h"
 #include "Drive.h"
 
 namespace {
 
+using Sides = std::array<LONG, 4>;
+
+RECT PlaceOf(HWND window) {
+  RECT place{};
+  ::GetWindowRect(window, &place);
+  return place;
+}
+
+// Left, top, width and height in the window around it.
+Sides SidesOf(HWND window) {
+  auto place = PlaceOf(window);
+  ::MapWindowPoints(nullptr, ::GetParent(window), reinterpret_cast<POINT*>(&place), 2);
+  return {place.left, place.top, place.right - place.left, place.bottom - place.top};
+}
+
+// The colours that a part of the screen shows, with how often each comes there: red in the highest of three bytes.
+std::map<DWORD, int> Shown(const RECT& place) {
+  const int width = place.right - place.left, height = place.bottom - place.top;
+  const auto screen = ::GetDC(nullptr), memory = ::CreateCompatibleDC(screen);
+  const auto bitmap = ::CreateCompatibleBitmap(screen, width, height);
+  const auto before = ::SelectObject(memory, bitmap);
+  ::BitBlt(memory, 0, 0, width, height, screen, place.left, place.top, SRCCOPY);
+  ::SelectObject(memory, before);
+  BITMAPINFO form{};
+  form.bmiHeader = {sizeof form.bmiHeader, width, height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+  std::vector<DWORD> colors(static_cast<std::size_t>(width * height));
+  ::GetDIBits(memory, bitmap, 0, static_cast<UINT>(height), colors.data(), &form, DIB_RGB_COLORS);
+  ::DeleteObject(bitmap);
+  ::DeleteDC(memory);
+  ::ReleaseDC(nullptr, screen);
+  std::map<DWORD, int> pixels;
+  for (const auto color : colors) ++pixels[color & 0xFFFFFF];
+  return pixels;
+}
+
+DWORD ColorOf(const std::string& name) {
+  const std::map<std::string, int> desktop = {{"face", COLOR_BTNFACE},        {"text", COLOR_BTNTEXT},
+                                              {"window", COLOR_WINDOW},       {"windowtext", COLOR_WINDOWTEXT},
+                                              {"highlight", COLOR_HIGHLIGHT}, {"highlighttext", COLOR_HIGHLIGHTTEXT}};
+  const auto at = desktop.find(name);
+  if (at == desktop.end()) return std::stoul(name, nullptr, 16);
+  const auto color = ::GetSysColor(at->second);
+  return RGB(GetBValue(color), GetGValue(color), GetRValue(color));
+}
+
+bool Is(HWND window, const std::string& kind) {
+  const std::map<std::string, std::wstring> classes = {
+      {"option", L"button"}, {"frame", L"button"},   {"label", L"static"},
+      {"image", L"static"},  {"line", L"static"},    {"panel", L"velmaro.panel"},
+      {"list", L"listbox"},  {"combo", L"combobox"}, {"slider", L"scrollbar"}};
+  const auto at = classes.find(kind);
+  const auto name = at == classes.end() ? std::wstring(kind.begin(), kind.end()) : at->second;
+  return ::lstrcmpiW(ClassOf(window).c_str(), name.c_str()) == 0;
+}
+
 class LayoutTest : public testing::Test {
  protected:
   double Twips(long pixels) const { return pixels * 1440.0 / dpi; }
-  // Looks at a control's place, in twips of the client area.
-  void ExpectPlace(HWND control, double left, double top, double width, double height) const {
-    RECT place{};
-    ::GetWindowRect(control, &place);
-    ::MapWindowPoints(nullptr, main, reinterpret_cast<POINT*>(&place), 2);
-    const double pixel = Twips(1);
-    EXPECT_NEAR(Twips(place.left), left, pixel) << Text(control);
-    EXPECT_NEAR(Twips(place.top), top, pixel) << Text(control);
-    EXPECT_NEAR(Twips(place.right - place.left), width, pixel) << Text(control);
-    EXPECT_NEAR(Twips(place.bottom - place.top), height, pixel) << Text(control);
-  }
-  SIZE Outer() const {
-    RECT outer{};
-    ::GetWindowRect(main, &outer);
-    return {outer.right - outer.left, outer.bottom - outer.top};
-  }
   int Limit(int twips) const { return static_cast<int>(std::ceil(twips * dpi / 1440.0)); }
-  void ExpectLayout() const {
-    RECT client{};
-    ::GetClientRect(main, &client);
-    const double inner = Twips(client.right);
-    const double listHeight = Twips(Outer().cy) - 840 - 1200;
-    ExpectPlace(velmaro.List(), 30, 450, Twips(Outer().cx) - 180, listHeight);
-    ExpectPlace(Child(main, L"BUTTON", L"Velmaro!"), inner - 4515, listHeight + 480, 1095, 840);
+
+  void ExpectControl(HWND control, const forms::Row& row, const std::array<double, 4>& meant) const {
+    const auto sides = SidesOf(control);
+    // The system makes a combo box as high as its font.
+    const double off = dpi == 96 && row.kind != "combo" ? 0.5 : 1.5;
+    for (std::size_t side = 0; side < 4; ++side)
+      EXPECT_TRUE(std::isnan(meant[side]) || std::abs(sides[side] - meant[side]) <= off)
+          << "side " << side << " is " << sides[side] << ", not " << meant[side];
+    const auto style = ::GetWindowLongW(control, GWL_STYLE);
+    const bool isLabel = row.kind == "label";
+    EXPECT_EQ(isLabel && (style & SS_TYPEMASK) == SS_RIGHT, row.Has("right"));
+    EXPECT_EQ(isLabel && (style & SS_TYPEMASK) == SS_CENTER, row.Has("center"));
+    EXPECT_EQ(row.kind == "button" && (style & BS_TYPEMASK) == BS_DEFPUSHBUTTON, row.Has("default"));
+    EXPECT_EQ(row.kind == "option" && ::SendMessageW(control, BM_GETCHECK, 0, 0) == BST_CHECKED, row.Has("set"));
+    EXPECT_EQ((::GetWindowLongW(control, GWL_EXSTYLE) & WS_EX_STATICEDGE) != 0, row.Has("sunken"));
+    auto inside = PlaceOf(control);
+    const auto ink = ColorOf(row.Color("ink", "text"));
+    if (row.kind == "line") {
+      const RECT across{inside.left + 20, inside.top - 3, inside.left + 21, inside.bottom + 3};
+      EXPECT_EQ(Shown(across)[ink], ::MulDiv(2, static_cast<int>(dpi), 96));
+    }
+    // What looks as the desktop's theme wants it has no colours of its own.
+    const bool themed = row.kind == "button" || row.kind == "option" || row.kind == "panel";
+    if ((themed && row.Color("ground", "").empty()) || row.kind == "line" || row.kind == "image" ||
+        row.kind == "slider")
+      return;
+    ::InflateRect(&inside, -3, -3);
+    const auto pixels = Shown(inside);
+    const auto most = std::ranges::max_element(pixels, {}, [](const auto& pixel) { return pixel.second; });
+    EXPECT_EQ(most->first, ColorOf(row.Color("ground", "face")));
+    EXPECT_TRUE(row.text.empty() || pixels.contains(ink));
+  }
+
+  // Looks at all of a form that the table tells of.
+  void ExpectLook(HWND form, const std::string& name) const {
+    SCOPED_TRACE(name);
+    const auto rows = forms::Rows(name);
+    RECT inside{};
+    ::GetClientRect(form, &inside);
+    const auto style = ::GetWindowLongW(form, GWL_STYLE), extended = ::GetWindowLongW(form, GWL_EXSTYLE);
+    const auto* border = (style & WS_CAPTION) != WS_CAPTION ? "none"
+                         : style & WS_THICKFRAME            ? "sizable"
+                         : extended & WS_EX_TOOLWINDOW      ? "tool"
+                                                            : "fixed";
+    EXPECT_EQ(border, rows[0].at[2]);
+    EXPECT_EQ((style & WS_MAXIMIZEBOX) != 0, rows[0].Has("maximize"));
+    EXPECT_EQ((style & WS_MINIMIZEBOX) != 0, rows[0].Has("minimize"));
+    EXPECT_EQ((extended & WS_EX_APPWINDOW) != 0, rows[0].Has("taskbar"));
+    EXPECT_EQ(style & WS_CAPTION && !(extended & WS_EX_DLGMODALFRAME), rows[0].Has("icon"));
+    auto left = Children(form);
+    std::erase_if(left, [](HWND window) { return !::IsWindowVisible(window) || Is(::GetParent(window), "combo"); });
+    std::vector<HWND> stops;
+    const auto outer = PlaceOf(form);
+    const forms::Size size{Twips(inside.right), Twips(outer.right - outer.left), Twips(outer.bottom - outer.top)};
+    for (auto row = rows.begin() + 1; row != rows.end(); ++row) {
+      SCOPED_TRACE(row->kind + ' ' + row->at[0] + ' ' + row->at[1] + ' ' + row->text);
+      std::array<double, 4> meant{};
+      for (std::size_t side = 0; side < 4; ++side) meant[side] = row->Length(side, size) * dpi / 1440;
+      // The nearest of the windows that can be meant.
+      const auto distance = [&](HWND window) {
+        const bool fits =
+            Is(window, row->kind) && Text(window).starts_with(std::wstring(row->text.begin(), row->text.end()));
+        return fits ? std::hypot(SidesOf(window)[0] - meant[0], SidesOf(window)[1] - meant[1]) : 1e9;
+      };
+      const auto at = std::ranges::min_element(left, {}, distance);
+      ASSERT_TRUE(at != left.end() && distance(*at) < 1e9);
+      ExpectControl(*at, *row, meant);
+      if (::GetWindowLongW(*at, GWL_STYLE) & WS_TABSTOP) stops.push_back(*at);
+      left.erase(at);
+    }
+    EXPECT_TRUE(left.empty()) << Text(left[0]) << " stands in no table";
+    for (std::size_t i = 0; i < stops.size(); ++i)
+      EXPECT_EQ(::GetNextDlgTabItem(form, stops[i], FALSE), stops[(i + 1) % stops.size()]) << Text(stops[i]);
+  }
+
+  // The size and the place that a form comes up with.
+  void ExpectStart(HWND form, const std::string& name) const {
+    const auto row = forms::Rows(name).at(0);
+    RECT inside{}, around{};
+    ::GetClientRect(form, &inside);
+    EXPECT_NEAR(inside.right, std::stod(row.at[0]) * dpi / 1440, 0.5) << name;
+    EXPECT_NEAR(inside.bottom, std::stod(row.at[1]) * dpi / 1440, 0.5) << name;
+    ::SystemParametersInfoW(SPI_GETWORKAREA, 0, &around, 0);
+    if (form != main && row.at[3] == "owner") around = PlaceOf(main);
+    const auto place = PlaceOf(form);
+    EXPECT_NEAR(place.left + place.right, around.left + around.right, 2) << name;
+    EXPECT_NEAR(place.top + place.bottom, around.top + around.bottom, 2) << name;
   }
 
   Folder folder;
@@ -40,24 +160,41 @@ class LayoutTest : public testing::Test {
 };
 
 TEST_F(LayoutTest, ControlsFollowTheWindowAndItsLimits) {
-  RECT client{};
-  ::GetClientRect(main, &client);
-  EXPECT_NEAR(Twips(client.right), 7170, Twips(1));
-  EXPECT_NEAR(Twips(client.bottom), 4110, Twips(1));
-  ExpectLayout();
+  Front(main);
+  ExpectStart(main, "main");
+  ExpectLook(main, "main");
   // Smaller than it may be, it springs back, and the side that is large enough stays.
   for (const SIZE size :
        {SIZE{777, 555}, SIZE{Limit(6500), Limit(3000)}, SIZE{1000, Limit(3000)}, SIZE{200, 900}, SIZE{900, 100}}) {
     SCOPED_TRACE(testing::Message() << size.cx << " x " << size.cy);
     ::SetWindowPos(main, nullptr, 0, 0, size.cx, size.cy, SWP_NOZORDER | SWP_NOACTIVATE);
-    EXPECT_EQ(Outer().cx, std::max<long>(size.cx, Limit(6500)));
-    EXPECT_EQ(Outer().cy, std::max<long>(size.cy, Limit(3000)));
-    ExpectLayout();
+    EXPECT_EQ(PlaceOf(main).right, std::max<long>(size.cx, Limit(6500)));
+    EXPECT_EQ(PlaceOf(main).bottom, std::max<long>(size.cy, Limit(3000)));
+    ::RedrawWindow(main, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+    ExpectLook(main, "main");
   }
   ::ShowWindow(main, SW_MINIMIZE);
   ::ShowWindow(main, SW_RESTORE);
-  EXPECT_TRUE(Until([&] { return Outer().cx == 900; }));
-  ExpectLayout();
+  EXPECT_TRUE(Until([&] { return PlaceOf(main).right - PlaceOf(main).left == 900; }));
+  ExpectLook(main, "main");
+}
+
+TEST_F(LayoutTest, EveryFormComesUpAsItWasDesigned) {
+  const std::vector<std::pair<std::wstring, std::string>> forms = {{L"Run...", "launcher"},
+                                                                   {L"Edit Kill List Here...", "editor"},
+                                                                   {L"About", "about"},
+                                                                   {L"Find...", "find"},
+                                                                   {L"Free Memory...", "meter"}};
+  for (const auto& [entry, name] : forms) {
+    velmaro.Choose(entry);
+    const auto form = velmaro.Form();
+    ASSERT_TRUE(form);
+    Front(form);
+    ExpectStart(form, name);
+    ExpectLook(form, name);
+    ::PostMessageW(form, WM_CLOSE, 0, 0);
+    EXPECT_TRUE(Gone(form));
+  }
 }
 
 }  // namespace
