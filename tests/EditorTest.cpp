@@ -1,4 +1,5 @@
 #include "Fixture.h"
+#include "Look.h"
 #include "desktop/modFiles.h"
 #include "editor/formEdit.h"
 
@@ -211,15 +212,7 @@ TEST_F(Editor, HelpStandsOnTheButtonAsABalloonAndInABox) {
 
 TEST_F(Editor, TheLayoutFollowsTheWindow) {
   Edit([](formEdit& form) {
-    const auto expectLayout = [&] {
-      const auto width = form.ScaleWidth();
-      const auto height = form.ScaleHeight();
-      EXPECT_EQ(form.txtData.At(), (Bounds{0, 0, width, height - 465}));
-      EXPECT_EQ(form.btnCancel.At(), (Bounds{width - 1470, height - 450, 1440, 435}));
-      EXPECT_EQ(form.btnOK.At(), (Bounds{width - 2970, height - 450, 1440, 435}));
-      EXPECT_EQ(form.btnHelp.At(), (Bounds{30, height - 420, 375, 345}));
-      EXPECT_EQ(form.lblCredits.At(), (Bounds{495, height - 360, 2145, 195}));
-    };
+    const auto expectLayout = [&] { ExpectLook(form, "editor"); };
     expectLayout();
     ResizeWindow(form, 9000, 4500);
     expectLayout();

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <map>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -37,9 +38,9 @@ frame 120 1005 2175 1320 5 Priority; option 150 240 1770 255 6 [set] &Real Time;
 option 150 750 1770 255 8 &Normal; option 150 1005 1770 255 9 &Idle;
 label 4695 2085 2145 195 10 [Arial ink:0000FF line] The Velmaro;
 form 7830 5700 sizable owner editor [icon maximize minimize taskbar] Settings;
-edit 0 0 7830 5235 0 [9.75 MS Sans Serif ground:FFFEE1 ink:windowtext]; button 4860 5250 1440 435 1 &OK;
-button 6360 5250 1440 435 2 [cancel] &Cancel; button 30 5280 375 345 3 [MS Sans Serif bold ground:FFFF80] ?;
-label 495 5340 2145 195 4 [Arial ink:0000FF line] The Velmaro;
+edit 0 0 c i-465 0 [9.75 MS Sans Serif ground:FFFEE1 ink:windowtext]; button c-2970 i-450 1440 435 1 &OK;
+button c-1470 i-450 1440 435 2 [cancel] &Cancel; button 30 i-420 375 345 3 [MS Sans Serif bold ground:FFFF80] ?;
+label 495 i-360 2145 195 4 [Arial ink:0000FF line] The Velmaro;
 form 6480 3915 none screen about [ground:000000];
 panel 0 345 6480 3090 -1 [ground:window]; label 300 360 3780 1185 -1 [24 Arial ground:FFFFFF ink:000080] Velmaro;
 line 1500 1440 4950 30 -1 [ink:FF0000]; label 270 1575 6075 285 -1 [ground:FFFFFF ink:windowtext right] Change Process;
@@ -51,10 +52,8 @@ form 5400 1530 tool owner find [];
 label 120 120 3825 660 -1 Enter text to find; edit 120 1095 5160 315 0 [ground:window ink:windowtext];
 button 4065 120 1215 375 1 [default] OK; button 4065 570 1215 375 2 [cancel] Cancel;)";
 
-// The size of a window in twips: the width of its inside, and its outer width and height.
-struct Size {
-  double client, width, height;
-};
+// The lengths of a window, in twips, by the letters above.
+using Size = std::map<char, double>;
 
 struct Row {
   std::string kind, tab, marks, text;
@@ -62,19 +61,18 @@ struct Row {
   bool Has(const std::string& mark) const { return (' ' + marks + ' ').find(' ' + mark + ' ') != std::string::npos; }
   // A colour of the row: one of the desktop by its name, or six digits.
   std::string Color(const std::string& side, const std::string& otherwise) const {
-    const auto start = marks.find(side + ':');
-    return start == std::string::npos ? otherwise
-                                      : marks.substr(start, marks.find(' ', start) - start).substr(side.size() + 1);
+    const auto start = (' ' + marks).find(' ' + side + ':');
+    return start == std::string::npos
+               ? otherwise
+               : marks.substr(start + side.size() + 1, marks.find(' ', start) - start - side.size() - 1);
   }
   // A side of the place in twips, not a number where the table does not tell it.
   double Length(std::size_t side, const Size& window) const {
     const auto& text = at[side];
     if (text == "?") return std::nan("");
-    const auto from = text[0] == 'c'   ? window.client
-                      : text[0] == 'W' ? window.width
-                      : text[0] == 'H' ? window.height
-                                       : 0;
-    return from + std::stod(text.substr(from != 0));
+    const auto from = window.find(text[0]);
+    if (from == window.end()) return std::stod(text);
+    return from->second + (text.size() > 1 ? std::stod(text.substr(1)) : 0);
   }
 };
 

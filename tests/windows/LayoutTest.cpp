@@ -116,7 +116,10 @@ class LayoutTest : public testing::Test {
     std::erase_if(left, [](HWND window) { return !::IsWindowVisible(window) || Is(::GetParent(window), "combo"); });
     std::vector<HWND> stops;
     const auto outer = PlaceOf(form);
-    const forms::Size size{Twips(inside.right), Twips(outer.right - outer.left), Twips(outer.bottom - outer.top)};
+    const forms::Size size = {{'c', Twips(inside.right)},
+                              {'i', Twips(inside.bottom)},
+                              {'W', Twips(outer.right - outer.left)},
+                              {'H', Twips(outer.bottom - outer.top)}};
     for (auto row = rows.begin() + 1; row != rows.end(); ++row) {
       SCOPED_TRACE(row->kind + ' ' + row->at[0] + ' ' + row->at[1] + ' ' + row->text);
       std::array<double, 4> meant{};
