@@ -14,23 +14,24 @@
 
 namespace velmaro {
 
-// What a model holds, written as the table of the forms has it.
-class Marks {
- public:
-  void Add(bool holds, const std::string& mark) {
-    if (holds) text += (text.empty() ? "" : " ") + mark;
-  }
-  void AddColor(const std::string& side, Color color, Color otherwise) {
-    static const std::map<Color, std::string> names = {{SystemColor::Window, "window"},
-                                                       {SystemColor::WindowText, "windowtext"},
-                                                       {SystemColor::Highlight, "highlight"},
-                                                       {SystemColor::HighlightText, "highlighttext"}};
-    std::array<char, 7> digits{};
-    std::snprintf(digits.data(), digits.size(), "%02X%02X%02X", color & 255, color >> 8 & 255, color >> 16 & 255);
-    Add(color != otherwise, side + ':' + (names.contains(color) ? names.at(color) : digits.data()));
-  }
+// What a model holds, written as the table of the forms has it: the marks that hold, in their order.
+using Marks = std::vector<std::pair<bool, std::string>>;
+inline std::string TextOf(const Marks& marks) {
   std::string text;
-};
+  for (const auto& [holds, mark] : marks) text += holds ? (text.empty() ? "" : " ") + mark : "";
+  return text;
+}
+
+inline std::string NameOf(Color color) {
+  for (const auto& [value, name] : std::map<Color, std::string>{{SystemColor::Window, "window"},
+                                                                {SystemColor::WindowText, "windowtext"},
+                                                                {SystemColor::Highlight, "highlight"},
+                                                                {SystemColor::HighlightText, "highlighttext"}})
+    if (value == color) return name;
+  std::array<char, 7> digits{};
+  std::snprintf(digits.data(), digits.size(), "%02X%02X%02X", color & 255, color >> 8 & 255, color >> 16 & 255);
+  return digits.data();
+}
 
 inline std::string MarksOf(const Control& control) {
   const auto* label = dynamic_cast<const Label*>(&control);
@@ -38,37 +39,35 @@ inline std::string MarksOf(const Control& control) {
   const auto* option = dynamic_cast<const OptionButton*>(&control);
   const auto* panel = dynamic_cast<const PictureBox*>(&control);
   const bool clear = label && label->Transparent();
+  const auto ground = clear ? control.Parent()->BackColor() : control.BackColor(), ink = control.ForeColor();
+  const auto& font = control.Font();
   std::ostringstream size;
-  size << control.Font().Size;
-  Marks marks;
-  marks.Add(control.Font().Size != 8.25F, size.str());
-  marks.Add(!control.Font().Name.empty(), control.Font().Name);
-  marks.Add(control.Font().Bold, "bold");
-  marks.Add(button && button->Cancel(), "cancel");
-  marks.Add(label && label->Alignment() == Alignment::Center, "center");
-  marks.Add(clear, "clear");
-  marks.Add(button && button->Default(), "default");
-  marks.AddColor("ground", clear ? control.Parent()->BackColor() : control.BackColor(), SystemColor::ButtonFace);
-  marks.Add(label && label->Pointer() == Pointer::Hand, "hand");
-  marks.AddColor("ink", control.ForeColor(), SystemColor::ButtonText);
-  marks.Add(control.Font().Underline, "line");
-  marks.Add(label && label->Alignment() == Alignment::Right, "right");
-  marks.Add(option && option->Value(), "set");
-  marks.Add(panel && panel->Border(), "sunken");
-  return marks.text;
+  size << font.Size;
+  return TextOf({{font.Size != 8.25F, size.str()},
+                 {!font.Name.empty(), font.Name},
+                 {font.Bold, "bold"},
+                 {button && button->Cancel(), "cancel"},
+                 {label && label->Alignment() == Alignment::Center, "center"},
+                 {clear, "clear"},
+                 {button && button->Default(), "default"},
+                 {ground != SystemColor::ButtonFace, "ground:" + NameOf(ground)},
+                 {label && label->Pointer() == Pointer::Hand, "hand"},
+                 {ink != SystemColor::ButtonText, "ink:" + NameOf(ink)},
+                 {font.Underline, "line"},
+                 {label && label->Alignment() == Alignment::Right, "right"},
+                 {option && option->Value(), "set"},
+                 {panel && panel->Border(), "sunken"}});
 }
 
 inline std::string MarksOf(const FormArgs& form) {
   constexpr std::array borders = {"none", "fixed", "sizable", "tool"}, starts = {"", "owner", "screen", ""};
-  Marks marks;
-  marks.Add(true, borders.at(static_cast<std::size_t>(form.BorderStyle)));
-  marks.Add(true, starts.at(static_cast<std::size_t>(form.StartUpPosition)));
-  marks.AddColor("ground", form.BackColor, SystemColor::ButtonFace);
-  marks.Add(form.Icon != Picture::None, "icon");
-  marks.Add(form.MaxButton, "maximize");
-  marks.Add(form.MinButton, "minimize");
-  marks.Add(form.ShowInTaskbar, "taskbar");
-  return marks.text;
+  return TextOf({{true, borders.at(static_cast<std::size_t>(form.BorderStyle))},
+                 {true, starts.at(static_cast<std::size_t>(form.StartUpPosition))},
+                 {form.BackColor != SystemColor::ButtonFace, "ground:" + NameOf(form.BackColor)},
+                 {form.Icon != Picture::None, "icon"},
+                 {form.MaxButton, "maximize"},
+                 {form.MinButton, "minimize"},
+                 {form.ShowInTaskbar, "taskbar"}});
 }
 
 // Looks at the model of a form as the table has it.
