@@ -165,6 +165,7 @@ TEST_F(LayoutTest, ControlsFollowTheWindowAndItsLimits) {
 }
 
 TEST_F(LayoutTest, EveryFormComesUpAsItWasDesigned) {
+  ::SetWindowPos(main, nullptr, 60, 150, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
   const std::vector<std::pair<std::wstring, std::string>> forms = {{L"Run...", "launcher"},
                                                                    {L"Edit Kill List Here...", "editor"},
                                                                    {L"About", "about"},
