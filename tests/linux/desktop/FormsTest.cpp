@@ -5,7 +5,7 @@
 #include <array>
 
 #include "../../Look.h"
-#include "Shown.h"
+#include "Desktop.h"
 
 namespace velmaro {
 namespace {
