@@ -5,22 +5,9 @@
 #include "Checks.h"
 #include "runtime/Text.h"
 
-namespace {
-
-using fuzz::Expect;
-using fuzz::IsCutFrom;
-
-void ExpectListPath(const std::string& line, const std::string& path, std::string_view folder) {
-  if (path.empty()) return;
-  Expect(path.find('\\') != std::string::npos);
-  Expect(IsCutFrom(line, path.starts_with(folder) ? std::string_view(path).substr(folder.size()) : path));
-}
-
-}  // namespace
-
 // Whatever the line is: nothing is made up that the line does not hold, and what is told keeps to its limits.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  using velmaro::Compare;
+  using fuzz::Expect, fuzz::IsCutFrom, velmaro::Compare;
   const std::string folder = "C:\\Velmaro\\";
   const auto line = fuzz::Text(data, std::min<std::size_t>(size, 32767));
   const auto options = velmaro::ReadCommandLine(line, folder);
@@ -31,8 +18,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   Expect(options.windowStyle >= 0 && options.windowStyle <= 3);
   Expect(options.hideWindow != options.hideTitle.empty());
   Expect(options.hideTitle == "ePSXe" || IsCutFrom(line, options.hideTitle));
-  ExpectListPath(line, options.noKillListPath, folder);
-  ExpectListPath(line, options.killListPath, folder);
+  for (const std::string_view path : {options.noKillListPath, options.killListPath})
+    Expect(path.empty() || (path.find('\\') != std::string::npos &&
+                            IsCutFrom(line, path.starts_with(folder) ? path.substr(folder.size()) : path)));
   Expect(IsCutFrom(line, options.target));
   Expect(velmaro::Trim(options.target) == options.target);
   return 0;

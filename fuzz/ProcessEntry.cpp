@@ -1,7 +1,6 @@
 #include <fcntl.h>
 
 #include <algorithm>
-#include <filesystem>
 
 #include "Checks.h"
 #include "platform/linux/ground/Descriptor.h"

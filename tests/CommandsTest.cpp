@@ -40,6 +40,9 @@ TEST_F(Commands, WhereRowsAreToldApartACommandGoesToTheRowItself) {
   Select(form.List1, 6);
   Choose(form.mnuOptions[3]);
   EXPECT_EQ(desktop.ProcessById(twin).basePriority * 100 + BaseOf("high.exe"), 413);
+  Select(form.List1, 6);
+  Choose(form.mnuOptions[4]);
+  EXPECT_EQ(desktop.terminated, std::vector{twin});
   Press(form.Option1[6]);
   Select(form.List1, 1);
   Press(form.btnVelmaro);

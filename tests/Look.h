@@ -2,10 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <array>
-#include <map>
-#include <sstream>
-
 #include "Forms.h"
 #include "runtime/Buttons.h"
 #include "runtime/Form.h"

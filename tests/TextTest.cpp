@@ -1,15 +1,11 @@
-#include <array>
 #include <limits>
 #include <map>
 #include <random>
-#include <sstream>
 
 #include "../fuzz/NaiveMatch.h"
 #include "Fixture.h"
-#include "runtime/Failures.h"
 #include "runtime/LineReader.h"
 #include "runtime/Numbers.h"
-#include "runtime/Text.h"
 
 namespace {
 

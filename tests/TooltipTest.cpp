@@ -19,38 +19,26 @@ TEST_F(Tip, TakesSomeOfItsSidesAtOnceAndTheOthersWhenItIsMadeAnew) {
     }
     return all;
   };
-  const auto made = [&] {
-    EXPECT_FALSE(tip.Create());
-    return shown();
-  };
   tip.SetTipText("a");
-  EXPECT_EQ(made(), "") << "it belongs to no control";
+  EXPECT_TRUE(!tip.Create() && shown().empty()) << "it belongs to no control";
   tip.SetParentControl(&form.btnLaunch);
-  EXPECT_EQ(made(), "3 16 a |  0");
-  tip.SetTipText("b");
-  tip.SetTitle("t");
-  tip.SetStyle(2);
-  tip.SetCentered(true);
-  EXPECT_EQ(shown(), "3 16 b |  0") << "a title waits for an icon";
-  EXPECT_EQ(made(), "3 18 b | t 0");
-  tip.SetIcon(2);
-  tip.SetBackColor(5);
-  tip.SetForeColor(6);
-  EXPECT_EQ(shown(), "3 18 b | t 2, 5, 6");
-  tip.SetTitle("u");
-  tip.SetStyle(1);
-  tip.SetCentered(false);
-  EXPECT_EQ(shown(), "3 18 b | u 2, 5, 6");
-  EXPECT_EQ(made(), "67 16 b | u 2, 5, 6");
-  tip.SetTitle("");
-  tip.SetIcon(3);
-  EXPECT_EQ(shown(), "67 16 b | u 2, 5, 6") << "an icon waits for a title";
-  tip.SetBackColor(0);
-  tip.SetForeColor(0);
-  EXPECT_EQ(shown(), "67 16 b | u 2, 0, 0");
-  EXPECT_EQ(made(), "67 16 b |  3") << "black is the platform's own colour when a tip is made";
-  tip.SetParentControl(nullptr);
-  EXPECT_EQ(made(), "");
+  // What is told, and how the tip stands then and once it is made anew.
+  const std::vector<std::tuple<std::function<void()>, std::string, std::string>> steps = {
+      {[] {}, "", "3 16 a |  0"},
+      {[&] { tip.SetTipText("b"), tip.SetTitle("t"), tip.SetStyle(2), tip.SetCentered(true); }, "3 16 b |  0",
+       "3 18 b | t 0"},
+      {[&] { tip.SetIcon(2), tip.SetBackColor(5), tip.SetForeColor(6); }, "3 18 b | t 2, 5, 6", "3 18 b | t 2, 5, 6"},
+      {[&] { tip.SetTitle("u"), tip.SetStyle(1), tip.SetCentered(false); }, "3 18 b | u 2, 5, 6",
+       "67 16 b | u 2, 5, 6"},
+      {[&] { tip.SetTitle(""), tip.SetIcon(3); }, "67 16 b | u 2, 5, 6", "67 16 b |  3, 5, 6"},
+      {[&] { tip.SetBackColor(0), tip.SetForeColor(0); }, "67 16 b |  3, 0, 0", "67 16 b |  3"},
+      {[&] { tip.SetParentControl(nullptr); }, "67 16 b |  3", ""}};
+  for (const auto& [tell, now, anew] : steps) {
+    tell();
+    EXPECT_EQ(shown(), now);
+    EXPECT_FALSE(tip.Create());
+    EXPECT_EQ(shown(), anew);
+  }
 }
 
 }  // namespace
