@@ -30,7 +30,7 @@ for platform in "$@"; do
   case $platform in
     linux)
       tools+=(pkg-config qt6-base-dev qt6-wayland libx11-dev libxcb1-dev libxcb-res0-dev libxcb-xtest0-dev openbox procps
-        polkitd pkexec dbus-daemon at-spi2-core dpkg-dev file "${display[@]}")
+        polkitd pkexec dbus-daemon dpkg-dev file "${display[@]}")
       ;;
     windows)
       tools+=(g++-mingw-w64-i686-posix)

@@ -3,7 +3,6 @@
 #include <sys/sysinfo.h>
 
 #include "Children.h"
-#include "platform/kernel32.h"
 #include "platform/machine.h"
 
 namespace {

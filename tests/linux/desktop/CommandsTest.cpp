@@ -12,7 +12,10 @@ TEST_F(LinuxDesktop, AClassIsChangedFromTheMenuAndTheListShowsIt) {
   Pick(RowOf(program));
   Press(List(), Qt::Key_Space, Qt::ControlModifier);
   EXPECT_TRUE(List().selectionModel()->isSelected(List().currentIndex())) << "a picked row stays in sight";
-  Answer("set to IDLE", "OK");
+  Then([&](QWidget& box) {
+    EXPECT_EQ(box.parentWidget(), main);
+    Click(box, "OK");
+  });
   Choose("Idle");
   EXPECT_EQ(child.Nice(), 19);
   EXPECT_EQ(Row(RowOf(program)), "[Idle]");
@@ -32,31 +35,4 @@ TEST_F(LinuxDesktop, ARefusedClassIsSetWithARightThatWasGiven) {
   Choose("High");
   EXPECT_EQ(child.Nice(), -10);
   EXPECT_EQ(Row(RowOf(program)), "[HIGH]");
-}
-
-TEST_F(LinuxDesktop, AProcessIsEndedOnlyWhenTheUserSaysYes) {
-  const auto program = folder.Sleeper("zzdesktop");
-  const Child older(program);
-  const Child child(program);
-  const auto end = [&] {
-    Press(*main, Qt::Key_F5);
-    Pick(RowOf(program));
-    Press(*main, Qt::Key_Delete);
-  };
-  Then([&](QWidget& box) {
-    EXPECT_EQ(box.parentWidget(), main);
-    Press(box, Qt::Key_Return);
-  });
-  end();
-  EXPECT_TRUE(child.Runs());
-  WriteBytes(spareList, "zzDESKTOP\r\n");
-  end();
-  EXPECT_TRUE(child.Runs()) << "a spared process is not even asked about";
-  fs::remove(spareList);
-  Answer("zzdesktop'?", "Yes", "No* Yes", QMessageBox::Question);
-  end();
-  EXPECT_TRUE(older.Runs() && !child.Runs()) << "the row that was picked, not the first of that name";
-  Answer("zzdesktop'?", "Yes", "No* Yes", QMessageBox::Question);
-  end();
-  EXPECT_EQ(RowOf(program), -1);
 }

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <QAbstractButton>
 #include <QApplication>
 #include <QLineEdit>
@@ -14,8 +12,6 @@
 #include <QTimer>
 #include <QWindow>
 #include <deque>
-#include <functional>
-#include <string>
 
 #include "../Children.h"
 #include "mainform/formVelmaro.h"

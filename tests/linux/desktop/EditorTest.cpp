@@ -1,3 +1,5 @@
+#include <QClipboard>
+#include <QMimeData>
 #include <QPlainTextEdit>
 
 #include "Desktop.h"
@@ -39,7 +41,6 @@ TEST_F(LinuxDesktop, TheEditorKeepsEveryByteThatTheUserDoesNotTouch) {
       editor.move(isAbove ? 600 : 100, isAbove ? 790 - editor.height() : 0);
       ExpectBalloon(Find(editor, "?"), isAbove, "title Settings;icon;Enter a list of executable files that you want");
     }
-    ExpectShown(*App().Forms().back());
     editor.close();
   });
   Answer("save the changes", "No", "Cancel No Yes*", QMessageBox::Question);
@@ -61,4 +62,30 @@ TEST_F(LinuxDesktop, AListIsOpenedByTheDesktopWhereThatHasAProgramForIt) {
   WriteBytes(folder / "xdg-mime", "#!/bin/sh\n[ \"$*\" = 'query default text/plain' ] && echo editor.desktop\n");
   Choose("Edit Kill List...");
   EXPECT_TRUE(QTest::qWaitFor([&] { return ReadBytes(folder / "opened") == killList + '\n'; }));
+}
+
+TEST_F(LinuxDesktop, NothingThatAClipboardHoldsEndsTheProgram) {
+  auto& clipboard = *QApplication::clipboard();
+  Then([&](QWidget& editor) {
+    auto& page = *editor.findChild<QPlainTextEdit*>();
+    // What is held under the name of a kind, and as text; of no kind where nobody owns the clipboard.
+    const auto pasted = [&](const QString& kind, const QByteArray& bytes, const QString& text) {
+      auto* data = new QMimeData;
+      if (!kind.isEmpty()) data->setData(kind, bytes);
+      if (!text.isEmpty()) data->setText(text);
+      clipboard.setMimeData(data);
+      page.clear();
+      Press(page, Qt::Key_V, Qt::ControlModifier);
+      return page.toPlainText().toStdString();
+    };
+    EXPECT_EQ(pasted("", "", "") + pasted("image/png", "no picture", ""), "");
+    EXPECT_EQ(pasted("text/markdown", "*a*", "*a*"), "*a*");
+    EXPECT_EQ(pasted("text/plain", QByteArray(100'000'000, 'x'), ""), "");
+    Press(editor, Qt::Key_Escape);
+  });
+  Answer("save the changes", "No", "Cancel No Yes*", QMessageBox::Question);
+  Choose("Edit Kill List Here...");
+  clipboard.setText("before");
+  Press(List(), Qt::Key_C, Qt::ControlModifier);
+  EXPECT_EQ(clipboard.text().toStdString(), "before") << "no row is picked";
 }

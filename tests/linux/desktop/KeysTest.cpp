@@ -1,4 +1,3 @@
-#include <sstream>
 
 #include "Desktop.h"
 
@@ -18,14 +17,6 @@ TEST_F(LinuxDesktop, AButtonIsPressedWhereTheMouseWentDownAndUp) {
   Answer("set to IDLE", "OK");
   QTest::mouseClick(&button, Qt::LeftButton);
   EXPECT_EQ(child.Nice(), 19);
-  for (const auto key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
-    const Child another(program);
-    Click(*main, "Refresh");
-    Pick(RowOf(program));
-    Answer("set to IDLE", "OK");
-    Press(key == Qt::Key_Space ? static_cast<QWidget&>(button) : List(), key);
-    EXPECT_EQ(another.Nice(), 19) << "the button hears keys too";
-  }
   QTest::keyPress(main->focusWidget(), Qt::Key_F5);
   const Child late(folder.Sleeper("zzlate"));
   QKeyEvent held(QEvent::KeyRelease, Qt::Key_F5, {}, {}, true);

@@ -1,8 +1,8 @@
+#include <QAccessible>
 #include <QHelpEvent>
 #include <QLabel>
 #include <QMenuBar>
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <map>
 
@@ -66,7 +66,7 @@ void ExpectSized(const QWidget& widget, const Font& font) {
 
 void ExpectShown(const Control& control, const QWidget& client) {
   SCOPED_TRACE(control.Caption() + control.AccessibleName());
-  const auto& widget = WidgetOf(control);
+  auto& widget = WidgetOf(control);
   const auto* parent = control.Parent() ? &WidgetOf(*control.Parent()) : &client;
   const auto is = [&](const char* name, const QVariant& meant) {
     auto shown = widget.property(name);
@@ -100,6 +100,7 @@ void ExpectShown(const Control& control, const QWidget& client) {
   const auto* there = client.childAt(widget.mapTo(&client, widget.rect().center()));
   const bool isPassive = widget.focusPolicy() == Qt::NoFocus || !widget.isVisible();
   EXPECT_TRUE(isPassive || there == &widget || widget.isAncestorOf(there));
+  EXPECT_FALSE(!isPassive && QAccessible::queryAccessibleInterface(&widget)->text(QAccessible::Name).isEmpty());
   if (!bar && !(button && SystemColor::Is(control.BackColor()))) ExpectColored(control, client.palette());
   if (!line && !dynamic_cast<const Image*>(&control)) ExpectSized(widget, control.Font());
   EXPECT_FALSE(dynamic_cast<const Image*>(&control) && static_cast<const QLabel&>(widget).pixmap().isNull());
@@ -122,10 +123,13 @@ void ExpectShown(const std::vector<Menu*>& models, const QList<QAction*>& entrie
 void ExpectShown(const Form& form) {
   SCOPED_TRACE(form.Caption());
   auto& client = ClientOf(form);
-  const auto& window = *client.window();
+  auto& window = *client.window();
+  const auto& told = *QAccessible::queryAccessibleInterface(&window);
   const auto& args = form.Args();
   const auto* bar = window.findChild<QMenuBar*>();
   EXPECT_EQ(window.windowTitle(), ToQt(form.Caption()));
+  EXPECT_EQ(told.role(), window.isModal() ? QAccessible::Dialog : QAccessible::Window);
+  EXPECT_FALSE(told.text(QAccessible::Name).isEmpty());
   EXPECT_EQ(window.minimumSize() == window.maximumSize(), args.BorderStyle != BorderStyle::Sizable);
   const auto has = [&](Qt::WindowType flag) { return window.windowFlags().testFlag(flag); };
   EXPECT_EQ(has(Qt::FramelessWindowHint), args.BorderStyle == BorderStyle::None);
