@@ -106,7 +106,9 @@ TEST_F(EditorTest, EndOfTheSessionAsksToo) {
   for (const int button : {IDCANCEL, IDYES}) {
     LRESULT mayEnd = -1;
     ::SendMessageCallbackW(editor, WM_QUERYENDSESSION, 0, 0, &KeepAnswer, reinterpret_cast<ULONG_PTR>(&mayEnd));
-    velmaro.Await().Answer(button);
+    const auto box = velmaro.Await();
+    EXPECT_EQ(box.defaultButton, IDYES);
+    box.Answer(button);
     EXPECT_TRUE(Until([&] {
       MSG message;
       ::PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE);

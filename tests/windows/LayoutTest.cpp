@@ -1,4 +1,3 @@
-#include <cmath>
 
 #include "../Forms.h"
 #include "Drive.h"
@@ -24,19 +23,17 @@ Sides SidesOf(HWND window) {
 std::map<DWORD, int> Shown(const RECT& place) {
   const int width = place.right - place.left, height = place.bottom - place.top;
   const auto screen = ::GetDC(nullptr), memory = ::CreateCompatibleDC(screen);
-  const auto bitmap = ::CreateCompatibleBitmap(screen, width, height);
-  const auto before = ::SelectObject(memory, bitmap);
-  ::BitBlt(memory, 0, 0, width, height, screen, place.left, place.top, SRCCOPY);
-  ::SelectObject(memory, before);
   BITMAPINFO form{};
   form.bmiHeader = {sizeof form.bmiHeader, width, height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-  std::vector<DWORD> colors(static_cast<std::size_t>(width * height));
-  ::GetDIBits(memory, bitmap, 0, static_cast<UINT>(height), colors.data(), &form, DIB_RGB_COLORS);
-  ::DeleteObject(bitmap);
-  ::DeleteDC(memory);
-  ::ReleaseDC(nullptr, screen);
+  void* colors = nullptr;
+  const auto bitmap = ::CreateDIBSection(screen, &form, DIB_RGB_COLORS, &colors, nullptr, 0);
+  ::SelectObject(memory, bitmap);
+  ::BitBlt(memory, 0, 0, width, height, screen, place.left, place.top, SRCCOPY);
   std::map<DWORD, int> pixels;
-  for (const auto color : colors) ++pixels[color & 0xFFFFFF];
+  for (int i = 0; i < width * height; ++i) ++pixels[static_cast<const DWORD*>(colors)[i] & 0xFFFFFF];
+  ::DeleteDC(memory);
+  ::DeleteObject(bitmap);
+  ::ReleaseDC(nullptr, screen);
   return pixels;
 }
 
@@ -139,6 +136,7 @@ class LayoutTest : public testing::Test {
       EXPECT_EQ(::GetNextDlgTabItem(form, stops[i], FALSE), stops[(i + 1) % stops.size()]) << Text(stops[i]);
   }
 
+  const Settings settings;
   Folder folder;
   Velmaro velmaro{folder};
   HWND main = velmaro.Main();
@@ -149,8 +147,7 @@ TEST_F(LayoutTest, ControlsFollowTheWindowAndItsLimits) {
   Front(main);
   ExpectLook(main, "main");
   // Smaller than it may be, it springs back, and the side that is large enough stays.
-  for (const SIZE size :
-       {SIZE{777, 555}, SIZE{Limit(6500), Limit(3000)}, SIZE{1000, Limit(3000)}, SIZE{200, 900}, SIZE{900, 100}}) {
+  for (const SIZE size : {SIZE{777, 555}, SIZE{200, 900}, SIZE{900, 100}}) {
     SCOPED_TRACE(testing::Message() << size.cx << " x " << size.cy);
     ::SetWindowPos(main, nullptr, 0, 0, size.cx, size.cy, SWP_NOZORDER | SWP_NOACTIVATE);
     EXPECT_EQ(PlaceOf(main).right, std::max<long>(size.cx, Limit(6500)));

@@ -37,6 +37,12 @@ TEST(StartTest, ListsAndMemoryComeBeforeTheTarget) {
   const auto doomed = StartProbe(folder.Probe(L"Doomed.exe"));
   const auto spared = StartProbe(folder.Probe(L"Spared.exe"));
   const auto feed = StartProbe(folder.Probe(L"Feed.exe"));
+  {
+    const OwnedHandle held(
+        ::CreateFileW(folder.Path(L"spare.txt").c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr));
+    EXPECT_EQ(Velmaro(folder, L"/q /y spare.txt /k \"my list.txt\" \"unclosed").ExitCode(), 0);
+    EXPECT_TRUE(doomed.Lives()) << "a no-kill list that is held protects everything";
+  }
   const auto probe = folder.Probe(L"Target.exe");
   const Velmaro velmaro(folder, L"/q /y spare.txt /k \"my list.txt\" /m /h " + probe);
   const auto meter = velmaro.Window({}, L"Velmaro.Form");
@@ -46,30 +52,6 @@ TEST(StartTest, ListsAndMemoryComeBeforeTheTarget) {
   Press(Child(meter, L"BUTTON", L"&Stop"));
   EXPECT_EQ(velmaro.ExitCode(), 0);
   EXPECT_EQ(ClassOf(ReportOf(probe).id), static_cast<DWORD>(HIGH_PRIORITY_CLASS));
-}
-
-TEST(StartTest, ANoKillListThatIsHeldProtectsEverything) {
-  const Folder folder;
-  folder.Write(L"list.txt", "Doomed.exe");
-  folder.Write(L"spare.txt", "x");
-  const auto doomed = StartProbe(folder.Probe(L"Doomed.exe"));
-  for (const bool held : {true, false}) {
-    const OwnedHandle hold(
-        held ? ::CreateFileW(folder.Path(L"spare.txt").c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr)
-             : nullptr);
-    EXPECT_EQ(Velmaro(folder, L"/q /y spare.txt /k list.txt \"unclosed").ExitCode(), 0);
-    EXPECT_EQ(doomed.Lives(), held);
-  }
-}
-
-TEST(StartTest, AttendedStartShowsAFilledList) {
-  const Folder folder;
-  const Velmaro velmaro(folder, L"  ");
-  // What is asked from outside is answered before anything that the program put off until after its first picture.
-  EXPECT_NE(velmaro.Row(L"\tvelmaro.exe"), L"");
-  EXPECT_EQ(velmaro.Checks(), L"Auto Refresh|Real Time");
-  ::PostMessageW(velmaro.Main(), WM_CLOSE, 0, 0);
-  EXPECT_EQ(velmaro.ExitCode(), 0);
 }
 
 }  // namespace
