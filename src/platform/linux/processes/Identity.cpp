@@ -7,6 +7,7 @@
 #include "platform/linux/processes/Handles.h"
 #include "platform/linux/processes/ListedProcesses.h"
 #include "platform/linux/processes/ProcessNames.h"
+#include "platform/linux/processes/UnitClass.h"
 
 namespace platform {
 namespace {
@@ -20,6 +21,7 @@ const onlinux::ProcessRecord* LastDelivered(Handle handle) {
 
 Handle CreateListSnapshot() {
   auto processes = onlinux::ReadListedProcesses();
+  if (processes) onlinux::TakeUnitsIntoAccount(*processes);
   return processes ? onlinux::Keep(onlinux::Snapshot{.processes = std::move(*processes)}) : InvalidHandle;
 }
 

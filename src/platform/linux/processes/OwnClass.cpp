@@ -12,6 +12,7 @@
 #include "platform/linux/processes/NiceGroup.h"
 #include "platform/linux/processes/PriorityClass.h"
 #include "platform/linux/processes/SetClass.h"
+#include "platform/linux/processes/UnitClass.h"
 
 namespace onlinux {
 namespace {
@@ -48,12 +49,20 @@ Taken TakeClass(std::uint32_t priorityClass) {
   return taken;
 }
 
-bool TakeGroup(std::uint32_t priorityClass, const std::string& scope) {
+bool TakeUnit(Taken& taken, bool apart) {
+  if (taken.asked == 0 || !TakeUnitClass(taken.asked, taken.got == 0, apart)) return false;
+  if (taken.got == platform::REALTIME_PRIORITY_CLASS) return true;
+  const auto safe = SafeClass(taken.asked);
+  taken.got = safe == platform::REALTIME_PRIORITY_CLASS ? platform::HIGH_PRIORITY_CLASS : safe;
+  taken.now = taken.got;
+  return true;
+}
+
+bool TakeGroup(std::uint32_t priorityClass) {
   const auto nice = NiceOfClass(priorityClass);
   if (!nice) return true;
   const auto group = GroupOf(static_cast<std::uint32_t>(::getpid()));
-  if (group.isControlGroup)
-    return !scope.empty() && group.name.ends_with('/' + scope) && SetGroupNice(OpenGroup(group), *nice);
+  if (group.isControlGroup) return false;
   if (::getsid(0) != ::getpid() && (HasTerminal() || ::setsid() < 0)) return false;
   // The files of a program that has a right which its user lacks are no longer the user's.
   if (::getauxval(AT_SECURE) != 0) ::prctl(PR_SET_DUMPABLE, 1);

@@ -19,10 +19,12 @@ inline constexpr const char* LeavesNoRoom = "would leave nothing of a core to ot
 // Gives this process, which is about to become a program, a priority class; 0 leaves it as it is. What is no Real Time
 // can still be High.
 Taken TakeClass(std::uint32_t priorityClass);
-// Makes the nice value of a class count against programs of other groups too, where this process has a scope of its
-// own, whose name is told, or else a session, or can begin one without the loss of a terminal. False where its group is
-// shared with others.
-bool TakeGroup(std::uint32_t priorityClass, const std::string& scope = {});
+// Has the user's service manager give the class to the unit of this process, which with `apart` is a new one, and notes
+// what it got by that. False where no manager does so.
+bool TakeUnit(Taken& taken, bool apart);
+// Makes the nice value of a class count against programs of other sessions too, where this process has one of its own
+// or can begin one without the loss of a terminal. False where its group is shared with others.
+bool TakeGroup(std::uint32_t priorityClass);
 // One sentence on what a program did not get; empty where it got all.
 std::string Shortfall(const Taken& taken, const std::string& program);
 

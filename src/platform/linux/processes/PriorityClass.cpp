@@ -37,6 +37,18 @@ std::uint32_t ClassOfBasePriority(std::int32_t basePriority) {
   }
 }
 
+std::uint64_t WeightOfClass(std::uint32_t priorityClass) {
+  switch (priorityClass) {
+    case platform::IDLE_PRIORITY_CLASS:
+      return 1;
+    case platform::HIGH_PRIORITY_CLASS:
+    case platform::REALTIME_PRIORITY_CLASS:
+      return 932;
+    default:
+      return 100;
+  }
+}
+
 std::optional<int> NiceOfClass(std::uint32_t priorityClass) {
   switch (priorityClass) {
     case platform::HIGH_PRIORITY_CLASS:

@@ -11,6 +11,9 @@ bool IsRealTime(std::uint32_t policy);
 std::int32_t BasePriority(int policy, int nice);
 // The priority class that such a base priority stands for.
 std::uint32_t ClassOfBasePriority(std::int32_t basePriority);
+// The weight of a control group that stands for a priority class, as the kernel holds the nice value of the class; for
+// Real Time, which no group has, that of High.
+std::uint64_t WeightOfClass(std::uint32_t priorityClass);
 // The nice value of a priority class; nothing for Real Time, which has none, and for a number that is no class.
 std::optional<int> NiceOfClass(std::uint32_t priorityClass);
 }  // namespace onlinux

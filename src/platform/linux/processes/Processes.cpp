@@ -10,6 +10,7 @@
 #include "platform/linux/processes/PriorityClass.h"
 #include "platform/linux/processes/ProcFolder.h"
 #include "platform/linux/processes/SetClass.h"
+#include "platform/linux/processes/UnitClass.h"
 #include "platform/machine.h"
 
 namespace platform {
@@ -64,6 +65,7 @@ bool IsTheListedOne(std::uint32_t processId, const Descriptor& process) {
 Handle CreateToolhelp32Snapshot(std::uint32_t flags) {
   if (!(flags & TH32CS_SNAPPROCESS)) return InvalidHandle;
   auto processes = onlinux::ReadProcesses();
+  if (processes) onlinux::TakeUnitsIntoAccount(*processes);
   return processes ? onlinux::Keep(Snapshot{.processes = std::move(*processes)}) : InvalidHandle;
 }
 
@@ -84,8 +86,11 @@ Handle OpenProcess(std::uint32_t, bool, std::uint32_t processId) {
 bool SetPriorityClass(Handle handle, std::uint32_t priorityClass) {
   const auto* process = onlinux::FindAs<OpenedProcess>(handle);
   if (!process) return false;
-  if (!onlinux::SetProcessClass(process->id, priorityClass, [&] { return onlinux::HasEnded(process->descriptor, 0); }))
-    return false;
+  const auto hasEnded = [&] { return onlinux::HasEnded(process->descriptor, 0); };
+  const bool taken = onlinux::SetProcessClass(process->id, priorityClass, hasEnded);
+  const bool isReal = onlinux::SafeClass(priorityClass) == REALTIME_PRIORITY_CLASS;
+  if (onlinux::SetUnitClass(process->id, priorityClass, !taken)) return taken || !isReal;
+  if (!taken) return false;
   // A group that can't be had leaves the threads their class, as any other program would give it to them.
   if (const auto nice = onlinux::NiceOfClass(onlinux::SafeClass(priorityClass)))
     if (const auto group = onlinux::GroupOfItsOwn(process->id))

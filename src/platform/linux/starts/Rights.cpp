@@ -18,6 +18,7 @@
 #include "platform/linux/processes/OwnClass.h"
 #include "platform/linux/processes/PriorityClass.h"
 #include "platform/linux/processes/SetClass.h"
+#include "platform/linux/processes/UnitClass.h"
 #include "platform/linux/starts/Command.h"
 
 namespace platform {
@@ -78,7 +79,8 @@ bool ClassIsReadBack() { return true; }
 std::uint32_t GetPriorityClass(Handle handle) {
   const auto status = StatusOf(handle);
   if (!status) return 0;
-  return onlinux::ClassOfBasePriority(onlinux::BasePriority(status->policy, status->nice));
+  const auto nice = onlinux::NiceAgainstOthers(onlinux::FindAs<onlinux::OpenedProcess>(handle)->id, status->nice);
+  return onlinux::ClassOfBasePriority(onlinux::BasePriority(status->policy, nice));
 }
 
 std::string WhySpared(std::uint32_t priorityClass) {

@@ -15,7 +15,6 @@
 
 #include "platform/linux/ground/Environment.h"
 #include "platform/linux/ground/Words.h"
-#include "platform/linux/starts/OwnScope.h"
 
 namespace onlinux {
 namespace {
@@ -46,9 +45,8 @@ int Run(void* told) {
   auto& plan = *static_cast<Plan*>(told);
   BecomeOfItsOwn(plan.folder);
   plan.apart.id = ::getpid();
-  const auto scope = plan.priorityClass == 0 ? std::string() : TakeScope();
   plan.apart.taken = TakeClass(plan.priorityClass);
-  TakeGroup(plan.apart.taken.got, scope);
+  if (!TakeUnit(plan.apart.taken, true)) TakeGroup(plan.apart.taken.got);
   ::execve(plan.path, plan.words, StartEnvironment());
   plan.apart.error = errno;
   return 1;
@@ -58,7 +56,7 @@ int Run(void* told) {
 // process's memory, which waits for them meanwhile, so what comes of it needs no other way back. The second one has a
 // stack of its own: what a sanitizer remembers of a vfork is lost by another one inside.
 [[noreturn]] void Fork(Plan& plan) {
-  alignas(std::max_align_t) std::array<char, 1 << 17> stack;
+  alignas(std::max_align_t) std::array<char, 1 << 18> stack;
   if (::clone(Run, stack.data() + stack.size(), CLONE_VM | CLONE_VFORK | SIGCHLD, &plan) < 0) plan.apart.error = errno;
   ::_exit(0);
 }

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <cstring>
+#include <set>
 #include <vector>
 
 #include "platform/kernel32.h"
@@ -13,7 +14,9 @@
 #include "platform/linux/processes/EndProcess.h"
 #include "platform/linux/processes/OwnClass.h"
 #include "platform/linux/processes/PriorityClass.h"
+#include "platform/linux/processes/Unit.h"
 #include "platform/linux/starts/Aside.h"
+#include "platform/linux/starts/FollowIntoUnits.h"
 #include "platform/linux/starts/SharedGroup.h"
 #include "platform/linux/starts/Start.h"
 #include "platform/rights.h"
@@ -57,21 +60,28 @@ void ShowFirst(const onlinux::Descent& descent, int showCommand) {
     calls->ShowFirstWindow(descent, static_cast<onlinux::ShowState>(showCommand), limit);
 }
 
-// What is done to the windows of a program that starts: each task by a process of its own, none where there is none.
-class WindowTasks {
+// What is done to a program that starts and to its windows: each task by a process of its own, none where there is
+// none.
+class Tasks {
  public:
-  explicit WindowTasks(const Start& start) : start_(start) {
-    if (start.showCommand != SW_SHOWNORMAL) mark_.emplace();
+  explicit Tasks(const Start& start) : start_(start), before_(onlinux::AppUnits()) {
+    if (start.showCommand != SW_SHOWNORMAL || Follows()) mark_.emplace();
   }
-  void Begin(pid_t process) const {
+  void Begin(pid_t process, std::uint32_t priorityClass) const {
     if (start_.titleToHide) onlinux::DoAside(-1, [&] { HideByTitle(*start_.titleToHide); });
     if (!mark_) return;
     const onlinux::Descent descent{static_cast<std::uint32_t>(process), mark_->Line()};
-    onlinux::DoAside(-1, [&] { ShowFirst(descent, start_.showCommand); });
+    if (start_.showCommand != SW_SHOWNORMAL) onlinux::DoAside(-1, [&] { ShowFirst(descent, start_.showCommand); });
+    if (Follows() && priorityClass != 0)
+      onlinux::DoAside(-1, [&] { onlinux::FollowIntoUnits(descent, priorityClass, before_); });
   }
 
  private:
+  // Without a manager of units nothing makes one for itself.
+  bool Follows() const { return start_.priorityClass != 0 && onlinux::HasManager(); }
+
   const Start& start_;
+  std::set<std::string> before_;
   std::optional<onlinux::Mark> mark_;  // stands in the environment while the program starts
 };
 
@@ -91,11 +101,11 @@ std::string WhyLess(const onlinux::Taken& taken) {
 }
 
 Started TakePlace(const Start& start, Command command) {
-  const auto taken = onlinux::TakeClass(start.priorityClass);
+  auto taken = onlinux::TakeClass(start.priorityClass);
+  if (!onlinux::TakeUnit(taken, false) && !onlinux::TakeGroup(taken.got)) LendGroup(taken.got);
   if (const auto line = onlinux::Shortfall(taken, command.path); !line.empty()) onlinux::Say(line);
-  if (!onlinux::TakeGroup(taken.got)) LendGroup(taken.got);
-  const WindowTasks tasks(start);
-  tasks.Begin(::getpid());
+  const Tasks tasks(start);
+  tasks.Begin(::getpid(), taken.got);
   return Failed(command.path, onlinux::Become(command));
 }
 
@@ -103,11 +113,11 @@ Started StartBeside(const Start& start, Command command) {
   const auto folder = start.atHome ? HomeFolder() : std::string();
   command.path = onlinux::Absolute(command.path);
   if (start.atHome) command.words.front() = command.path;
-  const WindowTasks tasks(start);
+  const Tasks tasks(start);
   const auto apart = onlinux::StartApart(command, folder, start.priorityClass);
   if (apart.error != 0) return Failed(command.path, apart.error);
   if (const auto line = onlinux::Shortfall(apart.taken, command.path); !line.empty()) onlinux::Say(line);
-  tasks.Begin(apart.id);
+  tasks.Begin(apart.id, apart.taken.got);
   return {.program = command.path, .priorityClass = apart.taken.now, .shortfall = WhyLess(apart.taken)};
 }
 

@@ -1,0 +1,87 @@
+#include "platform/linux/processes/UnitClass.h"
+
+#include <unistd.h>
+
+#include <chrono>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "platform/kernel32.h"
+#include "platform/linux/processes/PriorityClass.h"
+#include "platform/linux/processes/ServiceManager.h"
+#include "platform/linux/processes/SetClass.h"
+#include "platform/linux/processes/Unit.h"
+
+namespace onlinux {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+bool HasShare(const Unit& unit) { return ::access((unit.folder + "/cpu.weight.nice").c_str(), F_OK) == 0; }
+
+// The manager answers before it is done. True as soon as a process is in a unit of that name and has its share.
+bool Holds(std::uint32_t process, const std::string& unit, int nice) {
+  constexpr std::chrono::seconds limit{1};
+  constexpr std::uint32_t pause = 1;  // milliseconds
+  for (const auto end = Clock::now() + limit; Clock::now() < end; platform::Sleep(pause))
+    if (const auto now = UnitOf(process); now && now->name == unit && HasShare(*now) && UnitNice(*now) == nice)
+      return true;
+  return false;
+}
+
+std::vector<pid_t> WithDescendants(std::uint32_t process) {
+  std::vector<pid_t> family = {static_cast<pid_t>(process)};
+  const auto all = ReadProcesses();
+  if (!all) return family;
+  const Parents parents(*all);
+  for (const auto& other : *all)
+    if (other.id != process && parents.Descends(other.id, process)) family.push_back(static_cast<pid_t>(other.id));
+  return family;
+}
+
+template <class Family>
+bool Give(std::uint32_t process, std::uint32_t priorityClass, bool refused, bool apart, Family family) {
+  const auto safe = SafeClass(priorityClass);
+  const auto weight = WeightOfClass(safe);
+  const int nice = NiceOfClass(safe).value_or(*NiceOfClass(platform::HIGH_PRIORITY_CLASS));
+  const auto unit = UnitOf(process);
+  if (!unit && !refused) return false;
+  if (unit && !apart && IsAppOf(*unit, process))
+    return UnitNice(*unit) == nice || (SetUnitWeight(unit->name, weight) && Holds(process, unit->name, nice));
+  // To be as everybody takes no unit.
+  if (nice == 0 && !apart) return false;
+  const auto name = "velmaro-" + std::to_string(process) + ".scope";
+  return StartScope(name, family(), weight) && Holds(process, name, nice);
+}
+
+}  // namespace
+
+bool SetUnitClass(std::uint32_t processId, std::uint32_t priorityClass, bool refused) {
+  return Give(processId, priorityClass, refused, false, [&] { return WithDescendants(processId); });
+}
+
+bool TakeUnitClass(std::uint32_t priorityClass, bool refused, bool apart) {
+  return Give(static_cast<std::uint32_t>(::getpid()), priorityClass, refused, apart,
+              [] { return std::vector{::getpid()}; });
+}
+
+int NiceAgainstOthers(std::uint32_t processId, int nice) {
+  const auto unit = UnitOf(processId);
+  if (!unit || !HasShare(*unit)) return nice;
+  if (const int shared = UnitNice(*unit); shared != 0) return shared;
+  return nice == 0 || IsAppOf(*unit, processId) ? nice : 0;
+}
+
+void TakeUnitsIntoAccount(std::vector<ProcessRecord>& processes) {
+  const auto nices = ReadUnitNices();
+  for (auto& process : processes) {
+    auto& nice = process.status.nice;
+    if (const auto at = nices.find(process.id); at != nices.end())
+      nice = at->second;
+    else if (nice != 0)
+      nice = NiceAgainstOthers(process.id, nice);
+  }
+}
+
+}  // namespace onlinux

@@ -1,0 +1,105 @@
+#include <QCoreApplication>
+#include <QtDBus>
+
+#include "Children.h"
+#include "platform/linux/processes/ServiceManager.h"
+#include "platform/linux/processes/Unit.h"
+
+namespace {
+
+// In the place of the user's service manager: notes what it is asked for, and knows no descriptors where it is old.
+class Manager : public QDBusVirtualObject {
+ public:
+  explicit Manager(bool isOld) : isOld_(isOld) {}
+  QString introspect(const QString&) const override { return {}; }
+  bool handleMessage(const QDBusMessage& message, const QDBusConnection& line) override {
+    asked << message.member() + ' ' + message.signature();
+    for (const auto& argument : message.arguments()) {
+      if (argument.canConvert<QString>()) asked.back() += ' ' + argument.toString();
+      if (argument.userType() != qMetaTypeId<QDBusArgument>()) continue;
+      const auto list = argument.value<QDBusArgument>();
+      for (list.beginArray(); list.currentType() == QDBusArgument::StructureType;) {
+        QString name;
+        QDBusVariant value;
+        list.beginStructure();
+        list >> name >> value;
+        list.endStructure();
+        asked.back() += ' ' + name;
+        if (value.variant().canConvert<QString>()) asked.back() += '=' + value.variant().toString();
+      }
+    }
+    const bool refuses = isOld_ && asked.back().contains("PIDFDs");
+    return line.send(refuses ? message.createErrorReply("org.example.No", "no") : message.createReply("/job"));
+  }
+  QStringList asked;
+
+ private:
+  bool isOld_;
+};
+
+class LinuxManager : public InFolder {
+ protected:
+  void SetUp() override {
+    for (const auto* file : {"/usr/bin/dbus-daemon", "/lib/x86_64-linux-gnu/libsystemd.so.0"})
+      if (!fs::exists(file)) GTEST_SKIP() << "there is no " << file;
+    const auto address = "unix:path=" + (folder / "bus");
+    ::setenv("DBUS_SESSION_BUS_ADDRESS", address.c_str(), 1);
+    bus.emplace(std::vector<std::string>{"/usr/bin/dbus-daemon", "--session", "--nofork", "--address=" + address});
+    ASSERT_TRUE(Eventually([&] { return fs::exists(folder / "bus"); }));
+    line = QDBusConnection::connectToBus(QString::fromStdString(address), "manager");
+  }
+  void TearDown() override { QDBusConnection::disconnectFromBus("manager"); }
+
+  // Asks a manager while it listens, and gives what it heard.
+  template <class Ask>
+  QStringList Heard(bool isOld, bool expected, Ask ask) {
+    Manager manager(isOld);
+    line.registerVirtualObject("/org/freedesktop/systemd1", &manager);
+    line.registerService("org.freedesktop.systemd1");
+    std::atomic<int> done = -1;
+    std::thread asker([&] { done = ask(); });
+    while (done < 0) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 10);
+    asker.join();
+    EXPECT_EQ(done != 0, expected);
+    line.unregisterObject("/org/freedesktop/systemd1");
+    return manager.asked;
+  }
+
+  std::optional<Child> bus;
+  QDBusConnection line{""};
+};
+
+TEST_F(LinuxManager, IsAskedForUnitsByProcessesThatCantBeMistaken) {
+  const auto own = ::getpid();
+  const auto start = [&] { return onlinux::StartScope("a.scope", {own}, 932); };
+  const QString rest = " CPUWeight=932 CollectMode=inactive-or-failed";
+  const QString call = "StartTransientUnit ssa(sv)a(sa(sv)) a.scope fail ";
+  EXPECT_EQ(Heard(false, true, start), QStringList(call + "PIDFDs" + rest));
+  EXPECT_EQ(Heard(true, true, start), QStringList({call + "PIDFDs" + rest, call + "PIDs" + rest}));
+  EXPECT_EQ(Heard(true, true, [] { return onlinux::SetUnitWeight("b.service", 1); }),
+            QStringList("SetUnitProperties sba(sv) b.service true CPUWeight=1"));
+  line.unregisterService("org.freedesktop.systemd1");
+  EXPECT_FALSE(start() || onlinux::SetUnitWeight("b.service", 1)) << "nobody starts a manager for it";
+}
+
+TEST(LinuxUnits, TheUnitOfAnAppIsFoundBelowItsUsersManager) {
+  const auto manager = "0::/user.slice/user-7.slice/user@" + std::to_string(::getuid()) + ".service";
+  for (const auto& [groups, name] :
+       {std::pair(manager + "/app.slice/app-a.scope\n", "app-a.scope"),
+        {manager + "/app.slice/app-b.slice/b@1.service/inner", "b@1.service"},
+        {"1:name=systemd:/x.scope\n" + manager + "/session.slice/c.service", "c.service"}}) {
+    const auto unit = onlinux::FindUnit(groups).value_or(onlinux::Unit{});
+    EXPECT_EQ(unit.name, name);
+    EXPECT_TRUE(unit.folder.starts_with("/sys/fs/cgroup/user.slice/") && unit.folder.ends_with(name)) << unit.folder;
+  }
+  for (const auto& groups : {manager + "\n", std::string("0::/user.slice/user-7.slice/session-2.scope"), std::string()})
+    EXPECT_FALSE(onlinux::FindUnit(groups)) << groups;
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  const QCoreApplication application(count, arguments);
+  testing::InitGoogleTest(&count, arguments);
+  return RUN_ALL_TESTS();
+}
