@@ -1,5 +1,6 @@
 #include "process/KillLists.h"
 
+#include <algorithm>
 #include <chrono>
 #include <optional>
 
@@ -56,20 +57,27 @@ std::optional<bool> FalseIfRead(const LineReader& list) {
   return list.State() == LineReader::Standing::Unreadable ? std::nullopt : std::optional(false);
 }
 
-// Whether an entry of the no-kill list covers a name in lower case. Nothing where the list can't be read to its end.
-std::optional<bool> IsCovered(const std::string& name) {
+// Whether an entry of the no-kill list covers one of some names in lower case. Nothing where the list can't be read to
+// its end.
+std::optional<bool> AnyIsCovered(const std::vector<std::string>& names) {
   LineReader file(NoKillListPath);
   std::string line;
-  for (std::string_view entry; NextEntry(file, line, entry);)
-    if (ResumeTest([&] { return WithinMemory([&] { return Covers(entry, name); }); })) return true;
+  for (std::string_view entry; NextEntry(file, line, entry);) {
+    const auto isCovered = [&](const std::string& name) {
+      return ResumeTest([&] { return WithinMemory([&] { return Covers(entry, name); }); });
+    };
+    if (std::ranges::any_of(names, isCovered)) return true;
+  }
   return FalseIfRead(file);
 }
 
 }  // namespace
 
-bool CanKillProcess(std::string_view processName) {
-  const auto name = LCase(processName);
-  return !Patiently([&] { return IsCovered(name); });
+bool CanKillProcess(std::string_view processName) { return CanKillByAll({std::string(processName)}); }
+
+bool CanKillByAll(std::vector<std::string> names) {
+  for (auto& name : names) name = LCase(name);
+  return !Patiently([&] { return AnyIsCovered(names); });
 }
 
 void formVelmaro::KillListedProcesses(const std::string& path) {

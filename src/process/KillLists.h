@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace velmaro {
 
@@ -12,5 +13,7 @@ extern std::string NoKillListPath;
 // for each question; a list that is missing or empty protects nothing. A pattern that is invalid protects everything,
 // and so does a list that is there and can't be read to its end within 300 ms.
 bool CanKillProcess(std::string_view processName);
+// The same for a process of several names, none of which may be covered; the file is read once for all of them.
+bool CanKillByAll(std::vector<std::string> names);
 
 }  // namespace velmaro

@@ -111,7 +111,7 @@ void AddProcessRow(ListBox& list, const Walk& walk) {
 
 // The no-kill list is asked for every name that the process goes by, so that none it gave itself slips the list.
 bool IsSpared(platform::Handle process, const std::string& name) {
-  return !CanKillProcess(name) || !std::ranges::all_of(platform::NamesOf(process), CanKillProcess);
+  return !CanKillProcess(name) || !CanKillByAll(platform::NamesOf(process));
 }
 
 void TerminateUnlessSpared(platform::Handle process, const std::string& name, bool quiet) {
