@@ -120,9 +120,15 @@ TEST_F(Editor, ASaveWritesAllOfAListOrLeavesTheOldOne) {
 }
 
 TEST_F(Editor, AListThatCantBeReadWholeIsNeverWrittenOver) {
-  for (const auto& file : {File{.bytes = "\xFF\xFE\0\0a\0\0\0"s}, File{.bytes = "a.exe", .readable = 3}}) {
+  // The last one is more than the box takes.
+  const std::vector<std::pair<File, std::set<Change>>> cases = {{{.bytes = "\xFF\xFE\0\0a\0\0\0"s}, {}},
+                                                                {{.bytes = "a.exe", .readable = 3}, {}},
+                                                                {{.bytes = "a.exe"}, {Change::Text}}};
+  for (const auto& [file, refused] : cases) {
     desktop.files[KillList] = file;
+    desktop.refusedChanges = refused;
     Edit([&](formEdit& form) {
+      desktop.refusedChanges.clear();
       EXPECT_EQ(form.txtData.Text(), "");
       TypeText(form.txtData, "b.exe");
       Press(form.btnOK);

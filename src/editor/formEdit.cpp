@@ -126,7 +126,7 @@ void formEdit::Show(std::string text) {
   if (holds) return;
   // What the box can't hold is as little read as what memory can't.
   IsRead = false;
-  txtData.SetText({});
+  Resume([&] { txtData.SetText({}); });
 }
 
 void formEdit::Suggest(std::string_view lines) {

@@ -24,7 +24,9 @@ void TextBox::SetText(std::string text) {
   if (text == text_) return;
   text_ = std::move(text);
   selStart_ = selLength_ = 0;
+  isRefused_ = false;
   Tell(velmaro::Change::Text);
+  if (isRefused_) throw RuntimeError("the control can't hold the text");
   if (Change) Resume(Change);
 }
 

@@ -26,7 +26,8 @@ class TextBox : public Control {
   bool MultiLine() const { return kind_.MultiLine; }
   bool ScrollBars() const { return kind_.ScrollBars; }
   const std::string& Text() const;
-  // Replaces the text, moves the caret to its start, and raises Change where it differs.
+  // Replaces the text, moves the caret to its start, and raises Change where it differs. Throws RuntimeError where the
+  // native control can't hold it.
   void SetText(std::string text);
   // Where the selection, or the caret, starts.
   std::size_t SelStart() const;
@@ -37,6 +38,9 @@ class TextBox : public Control {
   // Selects from SelStart on. A length that runs behind the text is cut.
   void SetSelLength(std::size_t length);
 
+  // For peers: the native control can't hold the text. A peer must not throw: it can be in a library whose failures the
+  // program can't catch.
+  void TextRefused() { isRefused_ = true; }
   // For peers: the user changed the text, or moved the caret or the selection.
   void TextByUser(std::string text);
   void SelectionByUser(std::size_t start, std::size_t length) {
@@ -52,6 +56,7 @@ class TextBox : public Control {
   std::string text_;
   std::size_t selStart_ = 0;
   std::size_t selLength_ = 0;
+  bool isRefused_ = false;
 };
 
 }  // namespace velmaro

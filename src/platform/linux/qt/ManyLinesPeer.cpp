@@ -7,7 +7,6 @@
 
 #include "platform/kernel32.h"
 #include "platform/linux/qt/EditPeers.h"
-#include "runtime/Failures.h"
 
 namespace onlinux {
 namespace {
@@ -64,8 +63,9 @@ ManyLinesPeer::ManyLinesPeer(velmaro::TextBox& box) : FieldPeer(box, MakeWidget<
 }
 
 void ManyLinesPeer::ShowContents() {
-  if (!CanHold(box_.Text())) throw velmaro::RuntimeError("the box can't hold the text");
-  text_ = ShownText(box_.Text());
+  const bool holds = CanHold(box_.Text());
+  text_ = ShownText(holds ? box_.Text() : std::string());
+  if (!holds) box_.TextRefused();
   Quietly([&] { EditOf(*this).setPlainText(text_.Shown()); });
 }
 

@@ -51,7 +51,7 @@ void TextBoxPeer::ShowText() {
   applying_ = false;
   shown_ = velmaro::WithinMemory([&] { return TextOf(Window()); });
   told_ = Selection();
-  if (!holds) throw velmaro::RuntimeError("the box can't hold the text");
+  if (!holds) box_.TextRefused();
 }
 
 void TextBoxPeer::ShowSelection() {
