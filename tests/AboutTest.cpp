@@ -17,8 +17,7 @@ class About : public OnDesktop {
       auto& box = application.Default<formSplash>();
       EXPECT_EQ(&FrontForm(), &box);
       EXPECT_EQ(WindowFor(box)->owner, &desktop.forms.at(1)->form) << "it belongs to the form before it";
-      EXPECT_TRUE(Shows(box.btnOK) && Shows(box.lblProgrammers));
-      EXPECT_TRUE(desktop.WindowOf(box.hWnd()).topmost);
+      EXPECT_TRUE(Shows(box.btnOK) && Shows(box.lblProgrammers) && desktop.WindowOf(box.hWnd()).topmost);
       desktop.Advance(60000);
       EXPECT_TRUE(Shows(box)) << "it never goes by itself";
       act(box);

@@ -94,9 +94,7 @@ class OnDesktop : public testing::Test, protected Program {
   void TearDown() override {
     desktop.CompareWithModels();
     EXPECT_EQ(desktop.misuse, Texts{});
-    EXPECT_EQ(desktop.OpenHandles(), 0U);
-    EXPECT_TRUE(desktop.openKeys.empty());
-    EXPECT_TRUE(desktop.memory.live.empty());
+    EXPECT_TRUE(desktop.OpenHandles() == 0 && desktop.openKeys.empty() && desktop.memory.live.empty());
     EXPECT_TRUE(desktop.answers.empty() && desktop.choices.empty() && desktop.picks.empty() && desktop.script.empty())
         << "the user was never asked";
   }

@@ -8,25 +8,26 @@ class Launcher : public OnDesktop {
   std::string& Stored(const std::string& key) { return desktop.settings["Velmaro\\Settings\\" + key]; }
 
   // Opens the dialog and acts in it; the actions must end in its close.
-  void Run(formVelmaro& main, const std::function<void(formLauncher&)>& act) {
+  void Run(const std::function<void(formLauncher&)>& act) {
     desktop.Then([&] { act(application.Default<formLauncher>()); });
     Press(main.btnLaunch);
     EXPECT_EQ(application.Forms().size(), 1U) << "the dialog did not go";
   }
-  void Launch(formVelmaro& main, const std::string& command) {
-    Run(main, [&](formLauncher& form) {
+  void Launch(const std::string& command) {
+    Run([&](formLauncher& form) {
       TypeText(form.cmbRun, command);
       TypeKey(form, Key::Return);
     });
   }
+
+  formVelmaro& main = Start();
 };
 
 TEST_F(Launcher, OpensWithWhatTheStoreHolds) {
-  auto& main = Start();
   // The text, how many entries, the last of them, and the option that is set.
   const auto opened = [&] {
     std::string text;
-    Run(main, [&](formLauncher& form) {
+    Run([&](formLauncher& form) {
       const auto count = form.cmbRun.ListCount();
       const auto option = std::ranges::find_if(form.optPriority, &OptionButton::Value) - form.optPriority.begin();
       text = form.cmbRun.Text() + ' ' + std::to_string(count) + ' ' + (count > 0 ? form.cmbRun.List(count - 1) : "") +
@@ -51,11 +52,10 @@ TEST_F(Launcher, OpensWithWhatTheStoreHolds) {
 }
 
 TEST_F(Launcher, BrowsePutsThePathIntoTheField) {
-  auto& main = Start();
   const std::string longest(254, 'x');
   const std::string spaced = "C:\\My Games\\a b.exe";
   desktop.picks = {spaced, spaced, std::nullopt, longest, longest + 'x'};
-  Run(main, [&](formLauncher& form) {
+  Run([&](formLauncher& form) {
     Texts texts;
     while (!desktop.picks.empty()) {
       Press(form.btnBrowse);
@@ -73,18 +73,17 @@ TEST_F(Launcher, BrowsePutsThePathIntoTheField) {
 }
 
 TEST_F(Launcher, NewCommandsComeFirstAndOldOnesStayInPlace) {
-  auto& main = Start();
   const auto history = [&] {
     Texts commands;
     for (int i = 1; i <= 12; ++i)
       if (const auto& command = Stored("LastRun" + std::to_string(i)); !command.empty()) commands.push_back(command);
     return commands;
   };
-  for (const auto* command : {"one", "two", "TWO", "three -x", "one", ""}) Launch(main, command);
+  for (const auto* command : {"one", "two", "TWO", "three -x", "one", ""}) Launch(command);
   EXPECT_EQ(history(), (Texts{"three -x", "two", "one"}));
   EXPECT_EQ(desktop.starts.size(), 5U) << "nothing typed starts nothing";
   EXPECT_EQ(Stored("LastRun"), "one");
-  Run(main, [](formLauncher& form) {
+  Run([](formLauncher& form) {
     PickEntry(form.cmbRun, 1);
     Press(form.btnOK);
   });
@@ -95,17 +94,16 @@ TEST_F(Launcher, NewCommandsComeFirstAndOldOnesStayInPlace) {
     EXPECT_EQ(Stored("LastRun") + start.folder + std::to_string(start.show), start.file + "C:\\1");
     return 3;
   };
-  for (const auto* command : {"4", "5", "6", "7", "8", "9", "t", "three"}) Launch(main, command);
+  for (const auto* command : {"4", "5", "6", "7", "8", "9", "t", "three"}) Launch(command);
   EXPECT_EQ(history(), (Texts{"three", "t", "9", "8", "7", "6", "5", "4", "three -x", "two"}));
   desktop.onStart = nullptr;
   desktop.settingsFail = true;
-  Launch(main, "more");
+  Launch("more");
   EXPECT_EQ(desktop.starts.back().file, "more") << "a store that can't be written holds nothing up";
   EXPECT_TRUE(desktop.boxes.empty());
 }
 
 TEST_F(Launcher, TheOptionChoosesMarkAndClass) {
-  auto& main = Start();
   auto& game = desktop.ProcessById(desktop.AddProcess("game.dat.exe"));
   const std::vector<std::tuple<std::string, std::uint32_t, std::string>> options = {{"Real Time", 256, "game.dat"},
                                                                                     {"High", 128, "C:/Emu/game.dat"},
@@ -116,7 +114,7 @@ TEST_F(Launcher, TheOptionChoosesMarkAndClass) {
     game.classSet = 0;
     Choose(main.mnuOptions[4]);
     desktop.AddProcess("another.exe");
-    Run(main, [&](formLauncher& form) {
+    Run([&](formLauncher& form) {
       TypeText(form.cmbRun, typed);
       Press(form.optPriority[i]);
       Press(form.btnOK);

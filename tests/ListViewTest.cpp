@@ -4,14 +4,15 @@ namespace {
 
 class ListView : public OnDesktop {
  protected:
-  ListView() { Run({"4 idle.exe", "9 nine.exe", "8 normal.exe", "13 high.exe", "24 C:\\Emu\\mame.exe"}); }
+  ListView()
+      : form((Run({"4 idle.exe", "9 nine.exe", "8 normal.exe", "13 high.exe", "24 C:\\Emu\\mame.exe"}), Start())) {}
 
+  formVelmaro& form;
   const Texts all = {"[Idle]\tidle.exe", "[Normal]\tnine.exe", "[Normal]\tnormal.exe", "[HIGH]\thigh.exe",
                      "[REAL]\tc:\\emu\\mame.exe"};
 };
 
 TEST_F(ListView, EachButtonShowsItsOwnRows) {
-  auto& form = Start();
   const std::vector<Texts> views = {all, {all[2]}, {all[3]}, {all[4]}, {all[0]}, {all[4]}};
   for (const std::size_t view : {1, 2, 3, 4, 5, 0}) {
     Select(form.List1, 0);
@@ -32,7 +33,6 @@ TEST_F(ListView, EachButtonShowsItsOwnRows) {
 }
 
 TEST_F(ListView, TheTimerLeavesTheUserAloneWhileHeWorksInTheWindow) {
-  auto& form = Start();
   Select(form.List1, 2);
   desktop.AddProcess("new.exe");
   desktop.Advance(40000);
@@ -64,7 +64,10 @@ TEST_F(ListView, TheTimerLeavesTheUserAloneWhileHeWorksInTheWindow) {
   EXPECT_TRUE(refreshes());
 }
 
-TEST_F(ListView, WhereRowsAreToldApartTheTimerKeepsTheRowAndThePlace) {
+using OtherListView = OnDesktop;
+
+TEST_F(OtherListView, WhereRowsAreToldApartTheTimerKeepsTheRowAndThePlace) {
+  Run({"8 a.exe", "8 b.exe", "8 c.exe", "8 d.exe", "8 e.exe"});
   desktop.commandsMeanTheRow = true;
   auto& form = Start();
   const auto refresh = [&] {
@@ -85,16 +88,15 @@ TEST_F(ListView, WhereRowsAreToldApartTheTimerKeepsTheRowAndThePlace) {
 class Find : public ListView {
  protected:
   // Opens the search, types a text and presses Enter.
-  void FindFor(formVelmaro& form, const std::string& text) {
+  void FindFor(const std::string& text) {
     desktop.Then([=] { Reply(text); });
     TypeKey(form, 'F', ShiftKey::Ctrl);
   }
 };
 
 TEST_F(Find, NextGoesOnBehindTheSelectionAndDoesNotWrapAtOnce) {
-  auto& form = Start();
   const auto next = [&] { return TypeKey(form, Key::F3), form.List1.ListIndex(); };
-  FindFor(form, "Normal");
+  FindFor("Normal");
   EXPECT_EQ(form.List1.ListIndex(), 1);
   EXPECT_EQ(next(), 2);
   EXPECT_EQ(next(), -1);
@@ -116,14 +118,13 @@ TEST_F(Find, NextGoesOnBehindTheSelectionAndDoesNotWrapAtOnce) {
   Press(form.Option1[0]);
   // What can't be read as a pattern fits the first row.
   for (const auto& [text, row] : std::vector<std::pair<std::string, int>>{{"M?mE.", 4}, {"[", 0}, {"x[b-a]", 0}}) {
-    FindFor(form, text);
+    FindFor(text);
     EXPECT_EQ(form.List1.ListIndex(), row) << text;
   }
   EXPECT_EQ(desktop.boxes.size(), 1U);
 }
 
 TEST_F(Find, WithoutATextTheNextSearchAsksForOneAndOffersTheLast) {
-  auto& form = Start();
   for (const std::string offered : {"", "HIGH"}) {
     desktop.Then([&] {
       auto& question = FrontForm();

@@ -175,8 +175,7 @@ TEST_F(Walk, WithoutASnapshotNothingIsListedOrFound) {
   desktop.AddProcess("game.exe");
   list.AddItem("old");
   desktop.snapshotFails = true;
-  EXPECT_FALSE(WalkProcesses("game.exe", 4, false, nullptr));
-  EXPECT_FALSE(WalkProcesses("", 0, true, nullptr));
+  EXPECT_FALSE(WalkProcesses("game.exe", 4, false, nullptr) || WalkProcesses("", 0, true, nullptr));
   EXPECT_EQ(Rows(list), Texts{"old"}) << "only a list walk clears";
   EXPECT_EQ(Listed(0), Texts{});
   EXPECT_TRUE(desktop.boxes.empty());
