@@ -52,8 +52,7 @@ TEST_F(Commands, WhereRowsAreToldApartACommandGoesToTheRowItself) {
 TEST_F(Commands, TheDefaultButtonListensToTheMouseAlone) {
   auto& form = Start("/q");
   Select(form.List1, 0);
-  TypeKey(form, Key::Return);
-  TypeKey(form, Key::Space);
+  for (const int key : {Key::Return, Key::Space}) TypeKey(form, key);
   EXPECT_EQ(BaseOf("Normal.exe"), 8);
   desktop.choices = {nullptr, &form.mnuOptions[1]};
   RightPress(form.btnVelmaro, MouseButton::Middle);
@@ -111,8 +110,7 @@ TEST_F(Commands, InTheViewOfWindowsEachPlacesTheSelectedOne) {
       desktop.placings.clear();
       Select(form.List1, 1);
       byKey ? TypeKey(form, key) : Choose(form.mnuWOption[index]);
-      ASSERT_EQ(desktop.placings.size(), 1U) << key;
-      EXPECT_EQ(desktop.placings[0], (Placing{game, insertAfter, 0, 0, 0, 0, flags}));
+      EXPECT_EQ(desktop.placings, std::vector{(Placing{game, insertAfter, 0, 0, 0, 0, flags})}) << key;
       EXPECT_EQ(form.List1.ListIndex(), 1) << "the row stays selected";
     }
   }
