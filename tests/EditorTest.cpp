@@ -75,8 +75,7 @@ TEST_F(Editor, TheEndOfTheSessionAsksAndLeavesTheEditorOpen) {
       EXPECT_FALSE(form.MayEndSession()) << "one question is enough";
       form.CloseByUser();
     });
-    EXPECT_FALSE(form.MayEndSession());
-    EXPECT_EQ(desktop.boxes.size(), 1U);
+    EXPECT_TRUE(!form.MayEndSession() && desktop.boxes.size() == 1);
     desktop.Answer(No);
     EXPECT_TRUE(form.MayEndSession() && desktop.files.empty());
     desktop.Answer(Yes);
@@ -202,11 +201,10 @@ TEST_F(Editor, HelpStandsOnTheButtonAsABalloonAndInABox) {
     for (int activation = 0; activation < 2; ++activation) {
       ASSERT_EQ(desktop.tooltips.size(), 1U) << "each activation makes the balloon anew";
       const auto& tip = desktop.tooltips.begin()->second;
-      EXPECT_EQ(std::tuple(tip.owner, tip.style, tip.title, tip.icon),
-                std::tuple(form.btnHelp.hWnd(), 67U, "Settings", 1U));
-      const auto& rect = tip.tool.value().rect;
-      EXPECT_EQ(std::tuple(tip.tool->lpszText, tip.tool->uFlags, rect.right, rect.bottom),
-                std::tuple(help, 16U, 25, 23));
+      const auto& tool = tip.tool.value();
+      EXPECT_EQ(std::tuple(tip.owner, tip.style, tip.title, tip.icon, tool.lpszText, tool.uFlags, tool.rect.right,
+                           tool.rect.bottom),
+                std::tuple(form.btnHelp.hWnd(), 67U, "Settings", 1U, help, 16U, 25, 23));
       desktop.GoToAnotherProgram();
       Activate(form);
     }
