@@ -22,8 +22,7 @@ class Groups : public TestFolder {
     Write("groups", groups);
     Write("mounts", mounts);
     const auto found = Found();
-    if (!found) return {-1, -1};
-    return {static_cast<int>(found->left / Megabyte), static_cast<int>(found->limit / Megabyte)};
+    return found ? std::pair<int, int>(found->left / Megabyte, found->limit / Megabyte) : std::pair(-1, -1);
   }
   std::optional<onlinux::GroupMemory> Found() const {
     return onlinux::ReadGroupMemory(*this / "groups", *this / "mounts");

@@ -99,8 +99,7 @@ TEST_F(LinuxDisplays, AnInstalledProgramIsWholeAndTakesItsToolkitFromNowhereElse
   };
   EXPECT_EQ(run(), 0);
   WriteBytes(folder / "home/velmaro/killlist.txt", "zzinstalled\n");
-  EXPECT_EQ(run(), 0);
-  EXPECT_FALSE(listed.Runs());
+  EXPECT_TRUE(run() == 0 && !listed.Runs());
   EXPECT_NE(ReadBytes(folder / "usr/etc/security/limits.d/velmaro.conf").find("\n@velmaro - nice -10\n"),
             std::string::npos);
   for (const auto* file :

@@ -61,8 +61,8 @@ TEST_F(LinuxFiles, WhatIsMarkedReadOnlyStays) {
   const auto longName = folder / std::string(250, 'n');
   WriteBytes(longName, "old");
   for (const auto& path : {list, longName}) SaveTextFile(path, "new", 0);
-  EXPECT_EQ(ReadBytes(list), "old");
-  EXPECT_EQ(ReadBytes(longName), "new") << "no name is left for a second file, but the file itself can be written";
+  EXPECT_EQ(ReadBytes(list) + ReadBytes(longName), "oldnew")
+      << "no name is left for a second file, but the file itself can be written";
   EXPECT_EQ(FilesInFolder(), 2);
 }
 
@@ -107,8 +107,7 @@ TEST_F(LinuxFiles, ASaveByAnAdministratorIsNotLedAstrayByTheOwnerOfTheFolder) {
       ::unlink(list.c_str());
       return ::symlink((name == list ? secret : own.Path()).c_str(), name.c_str()) == 0;
     });
-    SaveTextFile(name == list ? list : name + "/secret", "new", 0);
-    SaveTextFile(name == list ? list : name + "/secret", "new", 1);
+    for (const int mode : {0, 1}) SaveTextFile(name == list ? list : name + "/secret", "new", mode);
   }
   ::setenv("XDG_CONFIG_HOME", (folder / "sub").c_str(), 1);
   EXPECT_FALSE(platform::WriteSetting("Velmaro", "Settings", "LastRun", "new"));
@@ -147,9 +146,7 @@ TEST_F(LinuxFiles, ASaveKeepsWhatAFileWasGiven) {
   for (const auto& wanted : {"none"s, rights(2)}) {
     ASSERT_TRUE(wanted == "none" || give(list, acl, wanted));
     SaveTextFile(list, wanted, 0);
-    EXPECT_EQ(ReadBytes(list), wanted);
-    EXPECT_EQ(given("user.note"), "mine");
-    EXPECT_TRUE(given(acl) == wanted);
+    EXPECT_TRUE(ReadBytes(list) == wanted && given("user.note") == "mine" && given(acl) == wanted) << wanted;
   }
   EXPECT_NE(Facts().st_ino, before.st_ino);
 }
@@ -167,8 +164,7 @@ TEST_F(LinuxFiles, ANoKillListThatIsNoFileOrHasNoEndProtectsEverything) {
     ASSERT_TRUE(BecomeNobody() && ::setrlimit(RLIMIT_AS, &room) == 0);
     for (const auto* name : {"list.txt", "zero", "none", "pipe", "endless", ""}) {
       NoKillListPath = folder / name;
-      EXPECT_FALSE(CanKillProcess("any")) << name;
-      EXPECT_EQ(ReadTextFile(NoKillListPath), "") << name;
+      EXPECT_TRUE(!CanKillProcess("any") && ReadTextFile(NoKillListPath).empty()) << name;
     }
     for (const auto* name : {"missing", "nowhere", "empty", "empty/list.txt"}) {
       NoKillListPath = folder / name;

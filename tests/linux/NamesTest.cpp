@@ -58,8 +58,7 @@ TEST_F(LinuxNames, ANameStandsForWholePartsOfAPath) {
   for (const auto& line : {"zstar", "games/zzstar", "/zzgames/zzstar", "zzgames/", "/", "zz*", "zzlinked", "kthreadd"})
     EXPECT_FALSE(Finds(line)) << line;
   WalkProcesses("zzstar", 3, true, nullptr);
-  EXPECT_EQ(star.Nice(), 19);
-  EXPECT_EQ(longer.Nice(), ::getpriority(PRIO_PROCESS, 0));
+  EXPECT_EQ(std::pair(star.Nice(), longer.Nice()), std::pair(19, ::getpriority(PRIO_PROCESS, 0)));
   for (const auto* emulator : {"/usr/games/stella", "mame.exe", "/opt/duckstation-qt", "86box", "zsnes"})
     EXPECT_TRUE(IsKnownEmulator(emulator)) << emulator;
   for (const auto* other : {"/usr/bin/e", "/stella/sh", "stella;tiemu", "mame.ex", "/"})
@@ -78,13 +77,11 @@ TEST_F(LinuxNames, AListThatIsOnlyLookedAtKeepsUpWithWhatAProcessBecomes) {
   ::setpriority(PRIO_PROCESS, static_cast<id_t>(child.Id()), 19);
   EXPECT_EQ(Listed(child.Id(), CreateListSnapshot()).value().pcPriClassBase, 4);
   WriteBytes(folder / "go", "");
-  EXPECT_TRUE(Eventually([&] { return Finds(after); }));
-  EXPECT_TRUE(isListedAs(after));
+  EXPECT_TRUE(Eventually([&] { return Finds(after); }) && isListedAs(after));
   fs::rename(after, folder / "zzmoved");
   EXPECT_TRUE(isListedAs(folder / "zzmoved"));
   EXPECT_TRUE(!Listed(2, CreateListSnapshot()) || ReadBytes("/proc/2/comm") != "kthreadd\n") << "a kernel's thread";
-  EXPECT_TRUE(onlinux::EndProcess(child.Id()));
-  EXPECT_TRUE(Eventually([&] { return isListedAs("nothing"); }));
+  EXPECT_TRUE(onlinux::EndProcess(child.Id()) && Eventually([&] { return isListedAs("nothing"); }));
 }
 
 TEST_F(LinuxNames, AScriptIsKnownByItsOwnNameAndByItsInterpreters) {

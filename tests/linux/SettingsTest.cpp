@@ -29,8 +29,7 @@ TEST_F(LinuxSettings, AnyValueComesBackAndOthersStay) {
   const std::vector<std::string> values = {"a=b", "two\nlines\r\n", "back\\slash\\n",
                                            "",    "\xff bytes",     std::string(20000, ' ')};
   for (const auto& value : values) {
-    EXPECT_TRUE(Write("LastRun", value));
-    EXPECT_TRUE(Write("k=" + value, "other"));
+    EXPECT_TRUE(Write("LastRun", value) && Write("k=" + value, "other"));
     EXPECT_EQ(Read("LastRun"), value);
   }
   for (const auto& value : values) EXPECT_EQ(Read("k=" + value), "other");
@@ -97,10 +96,9 @@ TEST(LinuxMachine, APatternFindsTheFirstFileOfItsFolder) {
   const TestFolder folder;
   for (const auto* file : {"c.txt", "b.txt", "d.txt", "[x]y.iso", "x.iso"}) WriteBytes(folder / file, "");
   fs::create_directory(folder / "a.txt");
-  EXPECT_EQ(platform::Dir(folder / "*.txt"), "b.txt");
-  EXPECT_EQ(platform::Dir(folder / "?.TXT"), "");
-  EXPECT_EQ(platform::Dir(folder / "[x]*"), "[x]y.iso");
-  EXPECT_EQ(platform::Dir(folder / "none/*"), "");
+  for (const auto& [pattern, found] :
+       {std::pair("*.txt", "b.txt"), {"?.TXT", ""}, {"[x]*", "[x]y.iso"}, {"none/*", ""}})
+    EXPECT_EQ(platform::Dir(folder / pattern), found);
 }
 
 TEST(LinuxMachine, OnlyWholeCharactersCountAsSuch) {

@@ -29,12 +29,6 @@ int RunProgram(const std::vector<std::string>& words) {
 
 int OwnBase() { return onlinux::BasePriority(SCHED_OTHER, ::getpriority(PRIO_PROCESS, 0)); }
 
-int BasePriorityOf(const std::string& program) {
-  const auto id = Running(program);
-  const auto listed = id == 0 ? std::nullopt : Listed(id);
-  return listed ? listed->pcPriClassBase : 0;
-}
-
 std::string ProcOf(pid_t id, const std::string& file) { return "/proc/" + std::to_string(id) + '/' + file; }
 
 TEST_F(LinuxStarts, AQuietStartBecomesItsProgramAndHandsItsWordsOn) {
@@ -57,8 +51,7 @@ TEST_F(LinuxStarts, AQuietStartBecomesItsProgramAndHandsItsWordsOn) {
   WriteProgram(folder / "broken one", "#!/etc/passwd\n");
   EXPECT_EQ(RunProgram({"/q", "no such program", "/h"}), 127);
   EXPECT_EQ(RunProgram({"no such program"}), 127);
-  EXPECT_EQ(RunProgram({"/q", folder / "broken one"}), 126);
-  EXPECT_EQ(RunProgram({folder / "broken one"}), 126);
+  for (const std::string quiet : {"/q", "/i"}) EXPECT_EQ(RunProgram({quiet, folder / "broken one"}), 126) << quiet;
 }
 
 TEST_F(LinuxStarts, TheClassIsThatOfAllThatTheProgramStartsAndOfNothingElse) {
@@ -71,7 +64,10 @@ TEST_F(LinuxStarts, TheClassIsThatOfAllThatTheProgramStartsAndOfNothingElse) {
   for (const bool quiet : {true, false}) {
     const auto child = StartProgram({quiet ? "/q" : "/max", "/i", folder / "link"});
     for (const auto* name : {"zzstart", "zzforked", "zzlater", "zzlast"}) {
-      EXPECT_TRUE(Eventually([&] { return BasePriorityOf(folder / name) == 4; })) << name;
+      EXPECT_TRUE(Eventually([&] {
+        const auto listed = Listed(Running(folder / name));
+        return listed && listed->pcPriClassBase == 4;
+      })) << name;
       EndRunning(folder / name);
     }
     EXPECT_EQ(Ended(child), quiet ? -1 : 0) << "the program ended by a signal";
@@ -151,8 +147,7 @@ TEST_F(LinuxStarts, WhatIsRefusedIsToldAndTheProgramStartsAllTheSame) {
     const auto child = StartProgram({"/q", priority, program, "300"}, toFile);
     EXPECT_TRUE(Eventually([&] { return ReadBytes(ProcOf(child, "comm")) == "zzrefused\n"; }));
     EXPECT_EQ(Listed(child).value().pcPriClassBase, base);
-    onlinux::EndProcess(child);
-    EXPECT_EQ(Ended(child), -1);
+    EXPECT_TRUE(onlinux::EndProcess(child) && Ended(child) == -1);
     EXPECT_EQ(ReadBytes(errors), told);
   };
   start("/i", BecomeNobody, 4, "");
@@ -219,8 +214,7 @@ TEST_F(LinuxStarts, AKillRunEndsWhatIsListedAndSparesWhatIsGuarded) {
   WriteBytes(folder / "list's.txt", "; these\n" + folder / "zzwho?/it's a\\game" + "\n zzkill-two \n\nzzlinked");
   WriteBytes(folder / "spare.txt", "no such\nzz*-T?O\n" + folder / "link");
   EXPECT_EQ(RunProgram({"/q", "/k", folder / "list's.txt", "/y", folder / "spare.txt", "/bin/true"}), 0);
-  EXPECT_TRUE(Eventually([&] { return !meant.Runs(); }));
-  EXPECT_TRUE(decoy.Runs() && guarded.Runs() && linked.Runs());
+  EXPECT_TRUE(Eventually([&] { return !meant.Runs(); }) && decoy.Runs() && guarded.Runs() && linked.Runs());
 }
 
 TEST_F(LinuxStarts, WhatIsNoProgramIsLeftToTheDesktop) {

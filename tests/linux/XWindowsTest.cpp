@@ -71,15 +71,12 @@ class LinuxWindows : public InFolder {
   // Hides, shows and pins a window, and looks at what the server then says.
   void HideShowAndPin(xcb_window_t window) {
     EXPECT_TRUE(Eventually([&] { return IsShown(window); }));
-    EXPECT_TRUE(Set(window, HWND_NOTOPMOST, SWP_HIDEWINDOW));
-    EXPECT_TRUE(Eventually([&] { return !IsShown(window); }));
+    EXPECT_TRUE(Set(window, HWND_NOTOPMOST, SWP_HIDEWINDOW) && Eventually([&] { return !IsShown(window); }));
     EXPECT_EQ(std::ranges::count(Titles(), "pinned"), 1) << "a hidden window stays in the list";
-    EXPECT_TRUE(Set(window, HWND_NOTOPMOST, SWP_SHOWWINDOW));
-    EXPECT_TRUE(Eventually([&] { return IsShown(window); }));
-    EXPECT_TRUE(Set(window, HWND_TOPMOST, 0));
-    EXPECT_TRUE(Eventually([&] { return IsAbove(window) && Titles().front() == "pinned"; }));
-    EXPECT_TRUE(Set(window, HWND_NOTOPMOST, 0));
-    EXPECT_TRUE(Eventually([&] { return !IsAbove(window); }));
+    EXPECT_TRUE(Set(window, HWND_NOTOPMOST, SWP_SHOWWINDOW) && Eventually([&] { return IsShown(window); }));
+    EXPECT_TRUE(Set(window, HWND_TOPMOST, 0) &&
+                Eventually([&] { return IsAbove(window) && Titles().front() == "pinned"; }));
+    EXPECT_TRUE(Set(window, HWND_NOTOPMOST, 0) && Eventually([&] { return !IsAbove(window); }));
   }
 
   // Runs something while a window manager looks after the windows; false where there is none.
@@ -164,9 +161,7 @@ TEST_F(LinuxWindows, AWindowThatIsGoneBreaksNothing) {
   const auto window = NewWindow("gone");
   ::xcb_destroy_window(x->Line(), window);
   EXPECT_TRUE(x->Did(::xcb_no_operation_checked(x->Line())));
-  EXPECT_FALSE(Set(window, HWND_TOPMOST, SWP_SHOWWINDOW));
-  EXPECT_FALSE(ShowWindow(window, SW_HIDE));
-  EXPECT_FALSE(SetForegroundWindow(window));
+  EXPECT_FALSE(Set(window, HWND_TOPMOST, SWP_SHOWWINDOW) || ShowWindow(window, SW_HIDE) || SetForegroundWindow(window));
   EXPECT_EQ(GetWindowTextLengthA(window), 0);
   EXPECT_TRUE(EnumWindows([](WindowHandle) { return true; }));
 }
