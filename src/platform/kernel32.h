@@ -48,8 +48,10 @@ bool Process32Next(Handle snapshot, PROCESSENTRY32& entry);
 Handle OpenProcess(std::uint32_t access, bool inherit, std::uint32_t processId);
 // Sets the priority class of an opened process. False when it is refused.
 bool SetPriorityClass(Handle process, std::uint32_t priorityClass);
-// Ends an opened process at once. False when it is refused.
+// Has an opened process ended. False when it is refused. It stays in snapshots until it is gone.
 bool TerminateProcess(Handle process, std::uint32_t exitCode);
+// Waits until an opened process is gone, so many milliseconds at most. False where it is not gone by then.
+bool WaitForEnd(Handle process, std::uint32_t milliseconds);
 
 // Physical memory in bytes, 64 bits wide so that a machine of any size shows true figures.
 struct MEMORYSTATUS {
@@ -65,8 +67,12 @@ void* VirtualAlloc(std::size_t bytes);
 // Gives back what `VirtualAlloc` claimed with the same size.
 void VirtualFree(void* block, std::size_t bytes);
 
+// What a start gives that only the shell can make: the program asks for an administrator's rights, and the shell asks
+// the user for them.
+inline constexpr std::uint32_t ERROR_ELEVATION_REQUIRED = 740;
+
 // Runs a command line with a show command (0 hidden, 1 normal, 2 minimized, 3 maximized), in the folder "C:\" where
-// there is one. Above 31 when it started.
+// there is one. `ERROR_ELEVATION_REQUIRED`, or above 31 when it started.
 std::uint32_t WinExec(const std::string& commandLine, int showCommand);
 // Blocks the thread for so many milliseconds.
 void Sleep(std::uint32_t milliseconds);

@@ -20,6 +20,8 @@ namespace {
 // What a named walk does to the process that it finds.
 enum Action { SetNormal = 0, SetHigh = 1, SetRealTime = 2, SetIdle = 3, Terminate = 4 };
 
+constexpr std::uint32_t GoneWithin = 500;
+
 std::int32_t FoldAliases(std::int32_t mode) {
   switch (mode) {
     case platform::NORMAL_PRIORITY_CLASS:
@@ -122,7 +124,8 @@ void TerminateUnlessSpared(platform::Handle process, const std::string& name, bo
     // Time has passed since the first look at the list and at the process.
     if (IsSpared(process, name)) return;
   }
-  platform::TerminateProcess(process, 0);
+  // Until it is gone, the list and the next line of a kill list would find it again.
+  if (platform::TerminateProcess(process, 0)) platform::WaitForEnd(process, GoneWithin);
 }
 
 void Act(const platform::PROCESSENTRY32& entry, std::int32_t mode, bool quiet) {

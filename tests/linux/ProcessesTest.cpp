@@ -143,7 +143,7 @@ TEST_F(LinuxProcesses, AnEndedProcessIsGoneFromTheListAtOnce) {
   const Child child(folder.Sleeper("zzend"));
   for (const int end : {SIGTERM, SIGINT, SIGHUP}) ::signal(end, SIG_DFL);
   const auto process = Open(child.Id());
-  EXPECT_TRUE(TerminateProcess(process.get(), 0));
+  EXPECT_TRUE(TerminateProcess(process.get(), 0) && WaitForEnd(process.get(), 30000));
   EXPECT_FALSE(Listed(child.Id()) || child.Runs() || SetPriorityClass(process.get(), IDLE_PRIORITY_CLASS));
   EXPECT_EQ(GetPriorityClass(process.get()), 0U);
   // Signal 0 asks alone: it does no harm where a number that stands for many processes is taken.

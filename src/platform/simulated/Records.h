@@ -35,6 +35,7 @@ struct Process {
   bool denied = false;         // it can't be opened
   bool stubborn = false;       // it can be opened, but neither changed nor ended
   bool alive = true;
+  bool lingers = false;  // it was ended, and snapshots show it until somebody waits for it
 };
 
 // A top-level window of any program.

@@ -21,9 +21,6 @@ using onlinux::OpenedProcess;
 using onlinux::ProcessRecord;
 using onlinux::Snapshot;
 
-// How long an ended process may take to be gone, so that the list that follows does not show it any more.
-constexpr int GoneWithin = 250;
-
 // The end of a name, as far as an entry has room.
 std::string_view InEntry(std::string_view name, std::size_t room) {
   while (name.size() > room) name.remove_prefix(CharacterLength(name));
@@ -100,9 +97,12 @@ bool SetPriorityClass(Handle handle, std::uint32_t priorityClass) {
 
 bool TerminateProcess(Handle handle, std::uint32_t) {
   const auto* process = onlinux::FindAs<OpenedProcess>(handle);
-  if (!process || !onlinux::EndProcess(static_cast<pid_t>(process->id), process->descriptor)) return false;
-  onlinux::HasEnded(process->descriptor, GoneWithin);
-  return true;
+  return process && onlinux::EndProcess(static_cast<pid_t>(process->id), process->descriptor);
+}
+
+bool WaitForEnd(Handle handle, std::uint32_t milliseconds) {
+  const auto* process = onlinux::FindAs<OpenedProcess>(handle);
+  return process && onlinux::HasEnded(process->descriptor, static_cast<int>(milliseconds));
 }
 
 }  // namespace platform

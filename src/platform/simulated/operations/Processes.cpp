@@ -54,7 +54,7 @@ Handle CreateToolhelp32Snapshot(std::uint32_t flags) {
   ++desktop.snapshotsTaken;
   simulated::Snapshot snapshot;
   for (const auto& process : desktop.processes)
-    if (process.alive) snapshot.processes.push_back(process);
+    if (process.alive || process.lingers) snapshot.processes.push_back(process);
   const auto handle = desktop.NewHandle();
   desktop.objects[handle] = std::move(snapshot);
   return handle;
@@ -84,7 +84,7 @@ Handle OpenProcess(std::uint32_t, bool, std::uint32_t processId) {
   auto& desktop = TheDesktop();
   for (const auto& process : desktop.processes) {
     if (process.id != processId) continue;
-    if (!process.alive || process.denied) return 0;
+    if ((!process.alive && !process.lingers) || process.denied) return 0;
     const auto handle = desktop.NewHandle();
     desktop.objects[handle] = simulated::OpenedProcess{processId};
     return handle;
@@ -105,8 +105,17 @@ bool TerminateProcess(Handle handle, std::uint32_t) {
   auto* process = Commanded(handle);
   if (!process) return false;
   process->alive = false;
+  process->lingers = true;
   TheDesktop().terminated.push_back(process->id);
   return true;
+}
+
+bool WaitForEnd(Handle handle, std::uint32_t) {
+  const auto* opened = TheDesktop().Find<simulated::OpenedProcess>(handle);
+  if (!opened) return false;
+  auto& process = TheDesktop().ProcessById(opened->id);
+  process.lingers = false;
+  return !process.alive;
 }
 
 }  // namespace platform

@@ -44,6 +44,33 @@ bool IsAnother(HANDLE process) {
   return ToTime(began) > Listed() && ToTime(began) <= Now();
 }
 
+// Services and processes of other users can be opened by an administrator who uses this right, which he holds and which
+// is off at first. False where the user holds none.
+bool UseRightToDebug() {
+  HANDLE opened = nullptr;
+  if (!::OpenProcessToken(::GetCurrentProcess(), TOKEN_ADJUST_PRIVILEGES, &opened)) return false;
+  const OwnedHandle token(ToNumber(opened));
+  TOKEN_PRIVILEGES wanted{};
+  wanted.PrivilegeCount = 1;
+  wanted.Privileges[0].Attributes = SE_PRIVILEGE_ENABLED;
+  return ::LookupPrivilegeValueW(nullptr, L"SeDebugPrivilege", &wanted.Privileges[0].Luid) &&
+         ::AdjustTokenPrivileges(opened, FALSE, &wanted, 0, nullptr, nullptr) && ::GetLastError() == ERROR_SUCCESS;
+}
+
+// The end of a process that is marked so stops the machine.
+bool IsCritical(HANDLE process) {
+  using Ask = BOOL(WINAPI*)(HANDLE, BOOL*);
+  static const auto ask = SystemFunction<Ask>(L"kernel32.dll", "IsProcessCritical");
+  BOOL critical = FALSE;
+  if (ask) return ask(process, &critical) && critical;
+  // Before Windows 8.1 the mark is told by its number alone.
+  using Query = LONG(WINAPI*)(HANDLE, int, void*, ULONG, ULONG*);
+  static const auto query = SystemFunction<Query>(L"ntdll.dll", "NtQueryInformationProcess");
+  constexpr int breakOnTermination = 29;
+  ULONG mark = 0;
+  return query && query(process, breakOnTermination, &mark, sizeof mark, nullptr) >= 0 && mark != 0;
+}
+
 template <class Step>
 bool Deliver(Step step, Handle snapshot, PROCESSENTRY32& entry) {
   if (entry.dwSize != sizeof entry) return false;
@@ -76,6 +103,7 @@ bool Process32First(Handle snapshot, PROCESSENTRY32& entry) { return Deliver(&::
 bool Process32Next(Handle snapshot, PROCESSENTRY32& entry) { return Deliver(&::Process32NextW, snapshot, entry); }
 
 Handle OpenProcess(std::uint32_t access, bool inherit, std::uint32_t processId) {
+  [[maybe_unused]] static const bool used = UseRightToDebug();
   const auto process = ::OpenProcess(access, inherit, processId);
   if (!process || !IsAnother(process)) return ToNumber(process);
   ::CloseHandle(process);
@@ -87,7 +115,12 @@ bool SetPriorityClass(Handle process, std::uint32_t priorityClass) {
 }
 
 bool TerminateProcess(Handle process, std::uint32_t exitCode) {
-  return ::TerminateProcess(ToNative<HANDLE>(process), exitCode);
+  const auto native = ToNative<HANDLE>(process);
+  return !IsCritical(native) && ::TerminateProcess(native, exitCode);
+}
+
+bool WaitForEnd(Handle process, std::uint32_t milliseconds) {
+  return ::WaitForSingleObject(ToNative<HANDLE>(process), milliseconds) == WAIT_OBJECT_0;
 }
 
 void CloseHandle(Handle handle) {
