@@ -4,12 +4,10 @@
 namespace velmaro {
 
 void formVelmaro::Form_Resize() {
-  constexpr Twips minWidth = 6500;
-  constexpr Twips minHeight = 3000;
-  if (Width() < minWidth || Height() < minHeight) {
+  if (Width() < LeastWidth || Height() < LeastHeight) {
     // The window's new size raises this event again, and that pass does the layout.
-    if (Width() < minWidth) Resume([&] { SetWidth(UpToWholePixel(minWidth)); });
-    if (Height() < minHeight) Resume([&] { SetHeight(UpToWholePixel(minHeight)); });
+    if (Width() < LeastWidth) Resume([&] { SetWidth(UpToWholePixel(LeastWidth)); });
+    if (Height() < LeastHeight) Resume([&] { SetHeight(UpToWholePixel(LeastHeight)); });
     return;
   }
   Resume([&] { List1.Move({30, 450, Width() - 180, Height() - btnVelmaro.Height() - 1200}); });

@@ -8,6 +8,8 @@ formVelmaro::formVelmaro()
     : Form({.Caption = "Zeld's Velmaro Process",
             .ClientWidth = 7170,
             .ClientHeight = 4110,
+            .MinWidth = LeastWidth,
+            .MinHeight = LeastHeight,
             .KeyPreview = true,
             .Icon = velmaro::Picture::App}),
       List1(*this, {.At = {30, 420, 7140, 2835},

@@ -17,6 +17,10 @@ namespace velmaro {
 // above define the handlers that belong to them in their own files; this header knows none of them.
 class formVelmaro : public Form {
  public:
+  // The smallest outer size that the layout allows.
+  static constexpr Twips LeastWidth = 6500;
+  static constexpr Twips LeastHeight = 3000;
+
   formVelmaro();
 
   ListBox List1;
@@ -114,6 +118,8 @@ class formVelmaro : public Form {
   void btnFreeMem_Click();
   // Frees memory in a window of its own that comes and goes; returns when it is done.
   void FreeMemoryUnattended();
+  // The same with a window that stays, and is returned.
+  Form& FreeMemoryInWindow();
   void mnuFileRun_Click();
   void btnLaunch_Click();
   void mnuEditKillListHere_Click();

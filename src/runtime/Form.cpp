@@ -75,6 +75,7 @@ void Form::Appear(Form* owner) {
   // A form that shows already comes to the front.
   visible_ = true;
   App().CameToFront(*this);
+  owner_ = owner;
   peer_->Show(owner);
 }
 
@@ -111,7 +112,13 @@ void Form::Hide() {
   if (!visible_) return;
   visible_ = false;
   Unblock();
-  if (peer_) peer_->Hide();
+  if (peer_) peer_->Hide(Next());
+}
+
+// The form that takes over from this one: its owner, where that can be seen and takes input.
+Form* Form::Next() const {
+  if (std::ranges::count(App().Forms(), owner_) == 0) return nullptr;
+  return owner_->Visible() && owner_->blocks_ <= 0 ? owner_ : nullptr;
 }
 
 void Form::CreatePeers() {

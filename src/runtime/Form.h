@@ -27,6 +27,8 @@ struct FormArgs {
   std::string Caption = {};
   Twips ClientWidth = 0;
   Twips ClientHeight = 0;
+  Twips MinWidth = 0;  // the outer size that the user's mouse stops at
+  Twips MinHeight = 0;
   velmaro::BorderStyle BorderStyle = velmaro::BorderStyle::Sizable;
   bool MinButton = true;
   bool MaxButton = true;
@@ -134,12 +136,14 @@ class Form {
   void SetSize(Twips width, Twips height);
   void Block(bool on);
   void Unblock();
+  Form* Next() const;
 
   FormArgs args_;
   std::vector<Control*> controls_;
   std::vector<Menu*> menus_;
   std::vector<Timer*> timers_;
   std::unique_ptr<FormPeer> peer_;
+  Form* owner_ = nullptr;
   Twips width_;
   Twips height_;
   Twips scaleWidth_;

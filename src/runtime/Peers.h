@@ -41,8 +41,9 @@ class FormPeer : public Peer {
  public:
   // Shows the window, placed by the form's start-up position when it is shown first, above `owner` where there is one.
   virtual void Show(Form* owner) = 0;
-  // Takes the window off the screen.
-  virtual void Hide() = 0;
+  // Takes the window off the screen. Where it is the active one, `next` becomes active first, unless that is null: a
+  // desktop left to itself brings up whatever window is under it, of any program.
+  virtual void Hide(Form* next) = 0;
   // Lets the window take no input while a modal form stands above it, or lets it take input again.
   virtual void Block(bool blocked) = 0;
   // Shows a changed menu: its check mark, whether it can be chosen, whether it stands on the menu bar.

@@ -146,6 +146,10 @@ class LayoutTest : public testing::Test {
 TEST_F(LayoutTest, ControlsFollowTheWindowAndItsLimits) {
   Front(main);
   ExpectLook(main, "main");
+  MINMAXINFO limits{};
+  ::SendMessageW(main, WM_GETMINMAXINFO, 0, reinterpret_cast<LPARAM>(&limits));
+  EXPECT_EQ(limits.ptMinTrackSize.x, Limit(6500)) << "the mouse stops there";
+  EXPECT_EQ(limits.ptMinTrackSize.y, Limit(3000));
   // Smaller than it may be, it springs back, and the side that is large enough stays.
   for (const SIZE size : {SIZE{777, 555}, SIZE{200, 900}, SIZE{900, 100}}) {
     SCOPED_TRACE(testing::Message() << size.cx << " x " << size.cy);

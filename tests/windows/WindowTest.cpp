@@ -65,23 +65,25 @@ TEST_F(WindowTest, WindowThatHangsHoldsNothingUp) {
   EXPECT_TRUE(Gone(target));
 }
 
-TEST_F(WindowTest, AboutStandsAboveAllUntilItIsClosed) {
+TEST_F(WindowTest, FormsGiveWayToTheirOwnerAndAboutStandsAboveAllUntilThen) {
   velmaro.Press(L"Free &Mem");
   const auto meter = velmaro.Form();
   ASSERT_TRUE(meter);
   EXPECT_TRUE(Until([&] { return ::GetForegroundWindow() == meter; }, 5000));
-  Front(velmaro.Main());
-  Keys({VK_F1});
-  HWND about = nullptr;
-  ASSERT_TRUE(Until([&] { return ::GetWindow(about = velmaro.Form(), GW_OWNER) == velmaro.Main(); }))
-      << "not the meter";
-  EXPECT_FALSE(::IsWindowEnabled(velmaro.Main()));
-  Front(target);
-  for (auto below = about; below; below = ::GetWindow(below, GW_HWNDPREV)) EXPECT_NE(below, target);
-  Front(about);
-  Keys({VK_ESCAPE});
-  EXPECT_TRUE(Gone(about));
-  EXPECT_TRUE(Until([&] { return ::IsWindowEnabled(velmaro.Main()) && ::GetForegroundWindow() == velmaro.Main(); }));
+  for (const bool about : {false, true}) {
+    Front(velmaro.Main());
+    Keys({about ? VK_F1 : VK_F3});
+    HWND form = nullptr;
+    ASSERT_TRUE(Until([&] { return ::GetWindow(form = velmaro.Form(), GW_OWNER) == velmaro.Main(); }))
+        << "not the meter";
+    EXPECT_FALSE(::IsWindowEnabled(velmaro.Main()));
+    Front(target);
+    for (auto below = form; about && below; below = ::GetWindow(below, GW_HWNDPREV)) EXPECT_NE(below, target);
+    Front(form);
+    Keys({VK_ESCAPE});
+    EXPECT_TRUE(Gone(form));
+    EXPECT_TRUE(Until([&] { return ::IsWindowEnabled(velmaro.Main()) && ::GetForegroundWindow() == velmaro.Main(); }));
+  }
 }
 
 TEST_F(WindowTest, OptionsMenusTakeTurnsWithTheirShortcuts) {

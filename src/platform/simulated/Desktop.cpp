@@ -108,6 +108,7 @@ void Desktop::NoteActivation() {
 
 void Desktop::GoToAnotherProgram() {
   anotherProgramInFront = true;
+  for (auto* form : forms) form->underOthers = true;
   NoteActivation();
 }
 

@@ -198,7 +198,7 @@ void FormWindow::Show(velmaro::Form* owner) {
   widget_->activateWindow();
 }
 
-void FormWindow::Hide() {
+void FormWindow::Hide(velmaro::Form*) {
   auto* handle = widget_->windowHandle();
   auto* under = handle ? handle->transientParent() : nullptr;
   widget_->hide();

@@ -34,7 +34,7 @@ class FormWindow : public velmaro::FormPeer, public OwnWindow {
   void Apply(velmaro::Change what) override;
   platform::WindowHandle hWnd() const override { return number_; }
   void Show(velmaro::Form* owner) override;
-  void Hide() override;
+  void Hide(velmaro::Form* next) override;
   void Block(bool blocked) override { blocked_ = blocked; }
   void ApplyMenu(velmaro::Menu& menu) override;
   void PopupMenu(velmaro::Menu& menu, std::optional<velmaro::Bounds> place, velmaro::Menu* defaultEntry) override;

@@ -99,6 +99,7 @@ void FormWindow::Apply(velmaro::Change what) {
 bool FormWindow::TakesInput() const { return window.visible && !blocked_ && state_ != velmaro::WindowState::Minimized; }
 
 void FormWindow::ToFront() {
+  underOthers = false;
   std::erase(desktop_.forms, this);
   desktop_.forms.insert(desktop_.forms.begin(), this);
   desktop_.NoteActivation();
@@ -112,12 +113,15 @@ void FormWindow::Show(velmaro::Form* above) {
   if (auto* still = WindowFor(form)) still->ToFront();
 }
 
-void FormWindow::Hide() {
+void FormWindow::Hide(velmaro::Form* next) {
+  if (auto* heir = next && desktop_.ActiveForm() == &form ? WindowFor(*next) : nullptr) heir->ToFront();
   window.visible = false;
-  // Where none of the program's windows can take its place, the system brings up another program's.
+  // Where none of the program's windows can take its place, the system brings up another program's, as it does where
+  // that lies right below.
   const auto& forms = desktop_.forms;
-  if (std::ranges::any_of(forms, [](const auto* other) { return other->window.visible; }) &&
-      std::ranges::none_of(forms, &FormWindow::TakesInput))
+  const auto below = std::ranges::find_if(forms, &FormWindow::TakesInput);
+  if (below != forms.end() ? (*below)->underOthers
+                           : std::ranges::any_of(forms, [](const auto* other) { return other->window.visible; }))
     desktop_.anotherProgramInFront = true;
   desktop_.NoteActivation();
 }

@@ -22,7 +22,7 @@ class FormWindow final : public velmaro::FormPeer {
   void Apply(velmaro::Change what) override;
   platform::WindowHandle hWnd() const override { return window.handle; }
   void Show(velmaro::Form* owner) override;
-  void Hide() override;
+  void Hide(velmaro::Form* next) override;
   void Block(bool blocked) override;
   void ApplyMenu(velmaro::Menu& menu) override { menus_[&menu] = {menu.Checked(), menu.Visible()}; }
   void PopupMenu(velmaro::Menu& menu, std::optional<velmaro::Bounds> place, velmaro::Menu* defaultEntry) override;
@@ -46,6 +46,7 @@ class FormWindow final : public velmaro::FormPeer {
   Window window;
   velmaro::Form* owner = nullptr;
   velmaro::Control* focus = nullptr;  // the control that has the keyboard, null for none
+  bool underOthers = false;           // another program's window lies between this one and the front
 
  private:
   struct Size {

@@ -12,6 +12,8 @@ namespace {
 
 // Sent to the form's own window when its menu bar was changed.
 constexpr UINT RedrawMenuBar = WM_APP;
+// WM_GETDPISCALEDSIZE, which not all headers have.
+constexpr UINT NewResolutionAsked = 0x02E4;
 
 ATOM RegisterFormClass(const wchar_t* name, WNDPROC procedure) {
   UseControlClasses(ICC_STANDARD_CLASSES);
@@ -88,7 +90,10 @@ void FormWindow::Show(velmaro::Form* owner) {
   ::RedrawWindow(window_.get(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
 }
 
-void FormWindow::Hide() { ::ShowWindow(window_.get(), SW_HIDE); }
+void FormWindow::Hide(velmaro::Form* next) {
+  if (next && ::GetActiveWindow() == window_.get()) ::SetActiveWindow(platform::ToNative<HWND>(next->hWnd()));
+  ::ShowWindow(window_.get(), SW_HIDE);
+}
 
 void FormWindow::Block(bool blocked) { ::EnableWindow(window_.get(), !blocked); }
 
@@ -151,9 +156,17 @@ std::optional<LRESULT> FormWindow::Handle(const Message& message) {
       form_.CloseByUser();
       return 0;
     case WM_QUERYENDSESSION:
-      return form_.MayEndSession();
+      return MayEndSession();
+    case WM_GETMINMAXINFO:
+      return LimitSize(*reinterpret_cast<MINMAXINFO*>(message.lParam));
+    case NewResolutionAsked:
+      return SizeAsked(static_cast<int>(message.wParam), *reinterpret_cast<SIZE*>(message.lParam));
     case WM_DPICHANGED:
       return NewResolution(LOWORD(message.wParam), *reinterpret_cast<const RECT*>(message.lParam));
+    case WM_SETTINGCHANGE:
+      if (message.wParam == SPI_SETHIGHCONTRAST)
+        ::RedrawWindow(window_.get(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+      return {};
     case DM_GETDEFID:
       return DefaultId();
     case RedrawMenuBar:
@@ -161,6 +174,14 @@ std::optional<LRESULT> FormWindow::Handle(const Message& message) {
     default:
       return {};
   }
+}
+
+// The system covers a question that takes long with its list of what holds the end of the session up, and the reason.
+LRESULT FormWindow::MayEndSession() {
+  ::ShutdownBlockReasonCreate(window_.get(), L"There are unsaved changes.");
+  const bool may = form_.MayEndSession();
+  ::ShutdownBlockReasonDestroy(window_.get());
+  return may;
 }
 
 LRESULT FormWindow::Command(const Message& message) {
@@ -198,25 +219,6 @@ LRESULT FormWindow::DefaultId() const {
   const auto* button = form_.DefaultButton();
   if (!button) return 0;
   return MAKELRESULT(::GetDlgCtrlID(platform::ToNative<HWND>(button->hWnd())), DC_HASDEFID);
-}
-
-LRESULT FormWindow::NewResolution(int dpi, const RECT& suggested) {
-  scale_ = Resolution(dpi);
-  Rescale();
-  const auto size = PlaceOf(suggested);
-  ::SetWindowPos(window_.get(), nullptr, suggested.left, suggested.top, size.width, size.height,
-                 SWP_NOZORDER | SWP_NOACTIVATE);
-  if (form_.Args().BorderStyle != velmaro::BorderStyle::Sizable) SizeClient();
-  if (placed_) Report();
-  return 0;
-}
-
-void FormWindow::Rescale() {
-  // The old fonts stay until no control shows them any more.
-  const auto before = tools_.TakeFonts();
-  LoadIcons();
-  for (const auto* control : form_.Controls())
-    if (auto* peer = static_cast<ControlPeer*>(control->Peer())) peer->Rescale();
 }
 
 void FormWindow::LoadIcons() {

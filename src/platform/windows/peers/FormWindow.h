@@ -24,7 +24,7 @@ class FormWindow final : public velmaro::FormPeer {
   void Apply(velmaro::Change what) override;
   platform::WindowHandle hWnd() const override { return platform::ToNumber(window_.get()); }
   void Show(velmaro::Form* owner) override;
-  void Hide() override;
+  void Hide(velmaro::Form* next) override;
   void Block(bool blocked) override;
   void ApplyMenu(velmaro::Menu& menu) override;
   void PopupMenu(velmaro::Menu& menu, std::optional<velmaro::Bounds> place, velmaro::Menu* defaultEntry) override;
@@ -54,11 +54,14 @@ class FormWindow final : public velmaro::FormPeer {
   static LRESULT CALLBACK Procedure(HWND window, UINT id, WPARAM wParam, LPARAM lParam) noexcept;
   static ATOM WindowClass();
   std::optional<LRESULT> Handle(const Message& message);
+  LRESULT MayEndSession();
   LRESULT Command(const Message& message);
   LRESULT Tick(UINT_PTR id);
   LRESULT Erase(HDC context);
   LRESULT Activated(const Message& message);
   LRESULT TakeFocus();
+  LRESULT LimitSize(MINMAXINFO& limits) const;
+  std::optional<LRESULT> SizeAsked(int dpi, SIZE& outer) const;
   LRESULT NewResolution(int dpi, const RECT& suggested);
   LRESULT DefaultId() const;
 
@@ -67,6 +70,7 @@ class FormWindow final : public velmaro::FormPeer {
 
   Size Measure() const;
   void Report();
+  std::optional<SIZE> FixedSizeAt(Resolution scale) const;
   void SizeClient();
   void PlaceFirst(HWND owner);
   void Center(HWND owner);
