@@ -91,13 +91,23 @@ TEST_F(Starting, TheHelpTellsEverySwitchAndNothingElseIsDone) {
   EXPECT_EQ(application.ExitCode() + static_cast<int>(desktop.memory.claims), 0);
 }
 
-TEST_F(Starting, AFormThatCantBeShownHoldsNoOtherUp) {
+TEST_F(Starting, AFormGivesWayToItsOwnerAndOneThatCantBeShownHoldsNoOtherUp) {
   auto& form = Start();
-  desktop.windowsFail = true;
-  for (auto* entry :
-       {&form.mnuHelpAbout, &form.mnuFind, &form.mnuFileFreeMem, &form.mnuFileRun, &form.mnuEditKillListHere}) {
-    Choose(*entry);
-    EXPECT_TRUE(application.Forms().size() == 1 && &FrontForm() == &form) << entry->Caption();
+  Press(form.btnFreeMem);
+  for (const bool shows : {true, false}) {
+    desktop.windowsFail = !shows;
+    for (auto* entry : {&form.mnuHelpAbout, &form.mnuFind, &form.mnuFileRun, &form.mnuEditKillListHere}) {
+      if (shows)
+        desktop.Then([&] {
+          auto& modal = FrontForm();
+          desktop.GoToAnotherProgram();
+          Activate(modal);
+          Press(*modal.CancelButton());
+        });
+      Choose(*entry);
+      EXPECT_EQ(application.Forms().size(), 2U) << entry->Caption();
+      EXPECT_EQ(desktop.ActiveForm(), &form) << "and no other program's window";
+    }
   }
 }
 
@@ -165,6 +175,24 @@ TEST_F(Starting, AValueOfTheRegistryIsReadWholeOrNotAtAll) {
   desktop.closeKeyResult = 5;
   EXPECT_EQ(RegGetString(1, "Key", "Value"), "x");
   ExpectLastBox("RegCloseKey Failed: Key", 48);
+}
+
+TEST(StartingLines, ATargetThatNeedsAnAdministratorIsStartedByTheShellWhileTheMeterShows) {
+  const auto asked = [](const std::string& line) {
+    Program program;
+    auto& desktop = program.desktop;
+    for (const auto* file : {"C:\\My Games\\game.exe", "C:\\Emu\\vgs.exe"}) desktop.files[file].bytes = "x";
+    desktop.onStart = [&](const auto& start) { return !desktop.ActiveForm() ? 42 : start.call[5] == 'E' ? 2 : 740; };
+    desktop.memory.available = desktop.memory.total;
+    program.Start("/q /m " + line);
+    EXPECT_FALSE(desktop.ActiveForm());
+    const auto& start = desktop.starts.back();
+    return start.call + '|' + start.file + '|' + start.parameters + '|' + start.folder;
+  };
+  ExpectEach(asked, {R"(C:\My Games\game.exe -a "b c" => ShellExecuteA|C:\My Games\game.exe|-a "b c"|C:\)",
+                     R"("C:\My Games\game" -full => ShellExecuteA|C:\My Games\game.exe|-full|C:\)",
+                     R"(game a b => ShellExecuteA|game|a b|C:\)", R"("game => ShellExecuteA|game||C:\)",
+                     R"("C:\Emu\vgs.exe" => ShellExecuteA|C:\Emu\vgs.exe||)"});
 }
 
 const std::string Station = "Connectix Virtual Game Station";

@@ -63,12 +63,14 @@ void formFreeMem::Form_Unload(bool& Cancel) {
   Cancel = true;
 }
 
-void formVelmaro::FreeMemoryUnattended() {
+Form& formVelmaro::FreeMemoryInWindow() {
   auto& form = App().New<formFreeMem>();
   form.Show();
   Resume([&] { form.HScroll1.SetValue(form.HScroll1.Max() / 2); });
   Resume([&] { form.btnFree_Click(); });
-  UnloadForm(form);
+  return form;
 }
+
+void formVelmaro::FreeMemoryUnattended() { UnloadForm(FreeMemoryInWindow()); }
 
 }  // namespace velmaro

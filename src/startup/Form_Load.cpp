@@ -28,7 +28,8 @@ void formVelmaro::Form_Load() {
   HideWindowTitle = options.hideTitle;
   if (options.killRun) mnuFileKillProcesses_Click();
   const bool starts = !options.target.empty();
-  if (options.freeMemory && starts) platform::DoBeforeStart([this] { FreeMemoryUnattended(); });
+  Form* meter = nullptr;
+  if (options.freeMemory && starts) platform::DoBeforeStart([&] { meter = &FreeMemoryInWindow(); });
   if (options.freeMemory && !starts) FreeMemoryUnattended();
   if (options.high) mnuOptions_Click(1);
   if (options.idle) mnuOptions_Click(3);
@@ -37,7 +38,10 @@ void formVelmaro::Form_Load() {
     mnuOptions_Click(2);
     return;
   }
-  App().End(RunTarget(options.target));
+  const int exitCode = RunTarget(options.target);
+  // A program whose last window has gone may not let another one come to the front.
+  if (meter) UnloadForm(*meter);
+  App().End(exitCode);
 }
 
 }  // namespace velmaro

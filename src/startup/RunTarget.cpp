@@ -51,11 +51,10 @@ void formVelmaro::RunProgram(const std::string& target) {
 }
 
 void formVelmaro::RunEmulator(const std::string& target) {
-  constexpr int normalWithFocus = 1;
   if (platform::AppActivate(EmulatorTitle)) {
     platform::SendKeys("~");
   } else if (const auto command = EmulatorCommand(std::string(DropQuotes(target)), AppPath); !command.empty()) {
-    platform::Shell(command, normalWithFocus);
+    StartCommandLine(command);
   }
   platform::AppActivate(EmulatorTitle);
   WalkProcesses(EmulatorProcess, CheckedPriorityIndex(), QuietMode, nullptr);

@@ -3,6 +3,7 @@
 #include "runtime/Application.h"
 
 int main(int count, char** arguments) {
+  platform::BeginProgram();
   if (count == 2 && platform::AnswersTheShell(arguments[1])) return 0;
   velmaro::Application application;
   application.Default<velmaro::formVelmaro>().Show();

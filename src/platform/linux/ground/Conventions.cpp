@@ -30,11 +30,19 @@ constexpr std::string_view Version = "velmaro " VELMARO_VERSION "\n";
 
 }  // namespace
 
+void BeginProgram() {}
+
 bool AnswersTheShell(std::string_view question) {
   const auto answer = question == "--help" ? Help : question == "--version" ? Version : std::string_view();
   if (answer.empty()) return false;
   // Nobody may be left to read it.
   return ::write(STDOUT_FILENO, answer.data(), answer.size()) != 0;
 }
+
+// A name is the same bytes everywhere, whatever the locale.
+std::string FromUtf8(std::string_view bytes) { return std::string(bytes); }
+std::string ToUtf8(std::string_view text) { return std::string(text); }
+std::optional<std::string> FromLocalPage(std::string_view) { return std::nullopt; }
+std::optional<std::string> ToLocalPage(std::string_view) { return std::nullopt; }
 
 }  // namespace platform

@@ -59,6 +59,9 @@ bool ShellTakesEveryFile() { return false; }
 // Without a folder of its own, a command runs at the root, as a file that the desktop starts does.
 std::uint32_t WinExec(const std::string& commandLine, int) { return Run(onlinux::SplitCommand(commandLine), "/"); }
 
-bool Shell(const std::string& commandLine, int) { return Run(onlinux::SplitCommand(commandLine), "") == Started; }
+std::uint32_t Shell(const std::string& commandLine, int) { return Run(onlinux::SplitCommand(commandLine), ""); }
+
+// No start here asks for it.
+std::string FindProgram(const std::string&) { return {}; }
 
 }  // namespace platform

@@ -15,6 +15,8 @@ std::string AppFolder() { return TheDesktop().appFolder; }
 
 char PathSeparator() { return '\\'; }
 
+void BeginProgram() {}
+
 bool AnswersTheShell(std::string_view) { return false; }
 
 bool SwitchesAreWords() { return false; }

@@ -47,8 +47,14 @@ std::uint32_t WinExec(const std::string& commandLine, int showCommand) {
   return static_cast<std::uint32_t>(Note({.call = "WinExec", .file = commandLine, .show = showCommand}));
 }
 
-bool Shell(const std::string& commandLine, int windowStyle) {
-  return Note({.call = "Shell", .file = commandLine, .show = windowStyle}) > 31;
+std::uint32_t Shell(const std::string& commandLine, int windowStyle) {
+  return static_cast<std::uint32_t>(Note({.call = "Shell", .file = commandLine, .show = windowStyle}));
+}
+
+std::string FindProgram(const std::string& name) {
+  for (const auto& path : {name, name + ".exe"})
+    if (TheDesktop().files.contains(path)) return path;
+  return {};
 }
 
 void DoBeforeStart(const std::function<void()>& work) { work(); }

@@ -26,7 +26,28 @@ std::wstring ExecutablePath() {
   }
 }
 
+// A folder with letters that the code page does not hold goes by its short name.
+std::string ReachablePath(const std::wstring& path) {
+  auto text = Narrow(path);
+  if (Widen(text) == path) return text;
+  std::wstring shorter(path.size() + MAX_PATH, L'\0');
+  const auto length = ::GetShortPathNameW(path.c_str(), shorter.data(), static_cast<DWORD>(shorter.size()));
+  return length > 0 && length < shorter.size() ? Narrow(shorter.substr(0, length)) : text;
+}
+
 }  // namespace
+
+void BeginProgram() {
+  // What is loaded by its bare name, now and by the system's own libraries, comes from the system's folder alone.
+  using SetFolders = BOOL(WINAPI*)(DWORD);
+  const auto kernel = ::GetModuleHandleW(L"kernel32.dll");
+  const auto find = [&](const char* name) { return reinterpret_cast<void*>(::GetProcAddress(kernel, name)); };
+  if (const auto set = reinterpret_cast<SetFolders>(find("SetDefaultDllDirectories")))
+    set(LOAD_LIBRARY_SEARCH_SYSTEM32);
+  // The answer to a question for a drive without a disk is its failure, and no box. What is started inherits the mode
+  // of the process, and not this one of the thread.
+  ::SetThreadErrorMode(SEM_FAILCRITICALERRORS, nullptr);
+}
 
 std::string CommandLine() { return Narrow(BehindProgramName(::GetCommandLineW())); }
 
@@ -35,7 +56,7 @@ std::string AppFolder() {
   const auto separator = path.find_last_of(L'\\');
   if (separator == std::wstring::npos) return {};
   const bool root = separator > 0 && path[separator - 1] == L':';
-  return Narrow(std::wstring_view(path).substr(0, root ? separator + 1 : separator));
+  return ReachablePath(path.substr(0, root ? separator + 1 : separator));
 }
 
 char PathSeparator() { return '\\'; }
