@@ -143,7 +143,11 @@ TEST_F(Editor, AListIsSavedInTheFormThatItsMarkTells) {
       {"\xFE\xFF\x30\x42\0y"s, "\xE3\x81\x82y", "\xFE\xFF\0z\x30\x42\0y"s},
       // What would not come back stays as it is.
       {"\xFF\xFExyz", "\xFF\xFExyz", "z\xFF\xFExyz"},
-      {"\xFE\xFF\xD8\x3D\0a"s, "\xFE\xFF\xD8\x3D\0a"s, "z\xFE\xFF\xD8\x3D\0a"s}};
+      {"\xFE\xFF\xD8\x3D\0a"s, "\xFE\xFF\xD8\x3D\0a"s, "z\xFE\xFF\xD8\x3D\0a"s},
+      // Without a mark, what is no text of the system's page is text of the user's locale.
+      {"\xC9", "\xC3\x89", "z\xC9"},
+      {"\xC3\x89", "\xC3\x89", "z\xC3\x89"}};
+  desktop.localPageIsLatin1 = true;
   for (const auto& [bytes, text, saved] : cases) {
     desktop.files[KillList].bytes = bytes;
     Edit([&](formEdit& form) {

@@ -144,7 +144,10 @@ void formEdit::Suggest(std::string_view lines) {
 std::string formEdit::ReadText() {
   auto bytes = ReadWholeFile(EditFile);
   FormedText read;
-  if (FormOf(bytes) != TextForm::Plain) read = FromBytes(bytes);
+  if (FormOf(bytes) != TextForm::Plain)
+    read = FromBytes(bytes);
+  else if (auto local = platform::FromLocalPage(bytes))
+    read = {std::move(*local), TextForm::Local};
   // A file whose bytes would not come back is shown and kept byte by byte.
   if (read.form == TextForm::Plain || ToBytes(read.text, read.form) != bytes)
     read = {std::move(bytes), TextForm::Plain};

@@ -71,6 +71,9 @@ bool LineReader::TakeLine(std::string& line) {
   if (at_ == text_.size()) return false;
   while (text_.compare(at_, Utf8Mark.size(), Utf8Mark) == 0) at_ += Utf8Mark.size();
   line.assign(text_, at_, end - at_);
+  if (decoder_.Form() == TextForm::Utf8) line = platform::FromUtf8(line);
+  if (decoder_.Form() == TextForm::Plain)
+    if (auto local = platform::FromLocalPage(line)) line = std::move(*local);
   at_ = end + (text_.compare(end, 2, "\r\n") == 0 ? 2 : end < text_.size() ? 1 : 0);
   return true;
 }

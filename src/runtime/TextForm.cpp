@@ -74,12 +74,17 @@ FormedText FromBytes(std::string bytes) {
   decoder.Append(read.text, bytes);
   decoder.Finish(read.text);
   read.form = decoder.Form();
+  if (read.form == TextForm::Utf8) read.text = platform::FromUtf8(read.text);
   return read;
 }
 
 std::string ToBytes(std::string_view text, TextForm form) {
+  if (form == TextForm::Local) {
+    auto local = platform::ToLocalPage(text);
+    return local ? std::move(*local) : ToBytes(text, TextForm::Utf8);
+  }
   std::string bytes(MarkOf(form));
-  if (!IsUtf16(form)) return bytes.append(text);
+  if (!IsUtf16(form)) return bytes.append(form == TextForm::Utf8 ? platform::ToUtf8(text) : text);
   for (const auto unit : platform::ToUtf16(text)) {
     const auto low = static_cast<char>(unit & 0xFF);
     const auto high = static_cast<char>(unit >> 8);

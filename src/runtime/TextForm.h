@@ -6,13 +6,15 @@
 
 namespace velmaro {
 
-// How the bytes of a text file stand for its text: in the code page, or as the byte order mark before them tells.
-enum class TextForm { Plain, Utf8, Utf16Little, Utf16Big, Utf32 };
+// How the bytes of a text file stand for its text: in the code page, in the page of the user's locale, or as the byte
+// order mark before them tells.
+enum class TextForm { Plain, Local, Utf8, Utf16Little, Utf16Big, Utf32 };
 
 // The mark of a text in UTF-8.
 inline constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
 
-// Turns the bytes of a text file into text of the code page, piece by piece, as the mark before them tells.
+// Turns the bytes of a text file into text of the code page, piece by piece, as the mark before them tells; UTF-8 stays
+// as it is.
 class TextDecoder {
  public:
   // Whether marks of UTF-16 at the beginning of lines are passed over, too.
@@ -47,7 +49,7 @@ struct FormedText {
 // Reads the bytes of a text file by their mark, which the text then lacks. Half a character at the end is dropped.
 // Throws RuntimeError for UTF-32.
 FormedText FromBytes(std::string bytes);
-// The bytes of a text in a form, with its mark.
+// The bytes of a text in a form, with its mark; in UTF-8 where the user's locale has no page for the text.
 std::string ToBytes(std::string_view text, TextForm form);
 
 }  // namespace velmaro

@@ -93,7 +93,11 @@ Program::Program(const std::wstring& path, const std::wstring& line) {
   STARTUPINFOW start{};
   start.cb = sizeof start;
   PROCESS_INFORMATION made{};
-  if (!::CreateProcessW(path.c_str(), command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &made))
+  // A file that was just written can be shut for a moment yet.
+  if (!Until([&] {
+        return ::CreateProcessW(path.c_str(), command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
+                                &made);
+      }))
     throw std::runtime_error("a program did not start");
   handle_.reset(made.hProcess);
   thread_.reset(made.hThread);

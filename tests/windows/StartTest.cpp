@@ -54,4 +54,24 @@ TEST(StartTest, ListsAndMemoryComeBeforeTheTarget) {
   EXPECT_EQ(ClassOf(ReportOf(probe).id), static_cast<DWORD>(HIGH_PRIORITY_CLASS));
 }
 
+TEST(StartTest, ListsHoldWhateverTheSystemsPageIs) {
+  for (const std::string mark : {"", "\xEF\xBB\xBF"}) {
+    const std::string name = mark.empty() ? "z\xFCrich" : "z\xC3\xBCrich";
+    const Folder folder;
+    auto program = folder.Read(L"velmaro.exe");
+    // A system that knows nothing of the page that the manifest asks for. The folder's name it can't spell.
+    for (std::size_t at = 0; !mark.empty() && (at = program.find("activeCodePage")) != std::string::npos;)
+      program.replace(at, 6, "unused");
+    const std::wstring inner = L"\u6e38\\";
+    std::filesystem::create_directory(folder.Path(inner));
+    folder.Write(inner + L"velmaro.exe", program);
+    folder.Write(inner + L"killlist.txt", mark + name + ".exe\r\n" + name + "2.exe");
+    folder.Write(inner + L"nokilllist.txt", mark + name + ".exe");
+    const auto spared = StartProbe(folder.Probe(L"z\u00fcrich.exe"));
+    const auto doomed = StartProbe(folder.Probe(L"z\u00fcrich2.exe"));
+    EXPECT_EQ(Program(folder.Path(inner + L"velmaro.exe"), L"/q /k none").ExitCode(), 0);
+    EXPECT_TRUE(spared.Lives() && !doomed.Lives()) << name;
+  }
+}
+
 }  // namespace

@@ -92,6 +92,7 @@ class Desktop {
   bool replaceFails = false;                    // no file is put in another's place
   bool flushFails = false;
   std::string appFolder = "C:\\Velmaro";
+  bool localPageIsLatin1 = false;  // of the user's plain texts; the system's code page is UTF-8
 
   // The command line, the settings by "application\section\key", and the registry by root, key and value.
   std::string commandLine;

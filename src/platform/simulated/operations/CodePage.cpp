@@ -6,6 +6,9 @@
 #include <stdexcept>
 
 #include "platform/machine.h"
+#include "platform/simulated/Desktop.h"
+
+using simulated::TheDesktop;
 
 // The desktop's code page is UTF-8.
 namespace platform {
@@ -98,6 +101,26 @@ std::u16string ToUtf16(std::string_view text) {
     text.remove_prefix(bytes != 0 ? bytes : 1);
   }
   return units;
+}
+
+std::string FromUtf8(std::string_view bytes) { return std::string(bytes); }
+
+std::string ToUtf8(std::string_view text) { return std::string(text); }
+
+std::optional<std::string> FromLocalPage(std::string_view bytes) {
+  if (!TheDesktop().localPageIsLatin1 || ToUtf16(bytes).find(u'\xFFFD') == std::u16string::npos) return std::nullopt;
+  std::u16string letters;
+  for (const char byte : bytes) letters += static_cast<unsigned char>(byte);
+  return FromUtf16(letters);
+}
+
+std::optional<std::string> ToLocalPage(std::string_view text) {
+  std::string bytes;
+  for (const auto unit : ToUtf16(text)) {
+    if (!TheDesktop().localPageIsLatin1 || unit > 0xFF) return std::nullopt;
+    bytes += static_cast<char>(unit);
+  }
+  return bytes;
 }
 
 std::size_t CharacterLength(std::string_view text) {

@@ -10,11 +10,6 @@ namespace {
 
 constexpr wchar_t EscapeBase = 0xDC00;
 
-bool IsUtf8() {
-  static const bool utf8 = ::GetACP() == CP_UTF8;
-  return utf8;
-}
-
 bool IsHighSurrogate(wchar_t unit) { return unit >= 0xD800 && unit < 0xDC00; }
 bool IsLowSurrogate(wchar_t unit) { return unit >= 0xDC00 && unit < 0xE000; }
 bool IsEscape(wchar_t unit) { return unit == EscapeBase || (unit >= EscapeBase + 0x80 && unit <= EscapeBase + 0xFF); }
@@ -94,10 +89,15 @@ bool AppendInCodePage(std::string& text, std::wstring_view character) {
 
 }  // namespace
 
+bool PageIsUtf8() {
+  static const bool utf8 = ::GetACP() == CP_UTF8;
+  return utf8;
+}
+
 Character FirstCharacter(std::string_view text) {
   const auto first = static_cast<unsigned char>(text[0]);
   if (first < 0x80) return {.units = {static_cast<wchar_t>(first)}};
-  if (IsUtf8()) return FirstUtf8(text);
+  if (PageIsUtf8()) return FirstUtf8(text);
   if (::IsDBCSLeadByteEx(CP_ACP, first)) return FirstInCodePage(text);
   static const auto singles = SingleBytes();
   return singles[first];
@@ -112,7 +112,7 @@ bool AppendNarrow(std::string& text, std::wstring_view character) {
     text += static_cast<char>(character[0] - EscapeBase);
     return true;
   }
-  if (!IsUtf8()) return AppendInCodePage(text, character);
+  if (!PageIsUtf8()) return AppendInCodePage(text, character);
   if (character.size() == 2)
     AppendUtf8(text, 0x10000 + ((character[0] & 0x3FFU) << 10 | (character[1] & 0x3FFU)));
   else if (IsHighSurrogate(character[0]) || IsLowSurrogate(character[0]))
@@ -142,7 +142,7 @@ std::string Narrow(std::wstring_view text) {
   while (!text.empty()) {
     const bool pair = text.size() > 1 && IsHighSurrogate(text[0]) && IsLowSurrogate(text[1]);
     const auto character = text.substr(0, pair ? 2 : 1);
-    if (!AppendNarrow(bytes, character)) bytes += IsUtf8() ? "\xEF\xBF\xBD" : "?";
+    if (!AppendNarrow(bytes, character)) bytes += PageIsUtf8() ? "\xEF\xBF\xBD" : "?";
     text.remove_prefix(character.size());
   }
   return bytes;

@@ -18,6 +18,9 @@ struct Character {
 // Takes the first character apart of a text that is not empty.
 Character FirstCharacter(std::string_view text);
 
+// True where the system's code page is UTF-8, as the manifest asks.
+bool PageIsUtf8();
+
 // What becomes of a NUL: the system's calls end a text at it, and a native control would cut the text there.
 enum class Nul { Kept, Escaped };
 
