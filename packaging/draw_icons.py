@@ -6,8 +6,8 @@ import struct
 import sys
 import zlib
 
-# Windows draws pictures and window icons at these sizes, from 100 % to 200 %.
-SIZES = (16, 20, 24, 32, 40, 48, 64)
+# Windows draws pictures and window icons at these sizes, from 100 % to 300 %.
+SIZES = (16, 20, 24, 32, 40, 48, 64, 72, 80, 96)
 # The largest is for the file in a folder, which shows the first picture of the program.
 FILE_PICTURE, FILE_SIZE = 'app', 256
 # Even at 16 pixels a whole coordinate then falls between two pixels, so straight edges stay sharp.

@@ -161,6 +161,8 @@ class Velmaro : public Program {
   std::wstring Checks() const;
   // Chooses an entry of the menu bar by its text without its shortcut. Does not wait for what it does.
   void Choose(const std::wstring& text) const;
+  // Has the program know that the user wants high contrast.
+  void TellHighContrast() const;
   // Waits for a popup menu, and for a message box.
   HWND Popup() const { return Window({}, L"#32768"); }
   Box Await() const;

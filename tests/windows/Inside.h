@@ -16,4 +16,8 @@ namespace drive {
 constexpr auto MenuQuestion = L"Velmaro.Menu";
 using MenuAnswer = wchar_t[8000];
 
+// Wine can't be told that the user wants high contrast. A message of this name to a window has the library inside tell
+// it to the window's program, for as long as that runs.
+constexpr auto HighContrast = L"Velmaro.HighContrast";
+
 }  // namespace drive

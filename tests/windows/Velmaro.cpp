@@ -13,19 +13,23 @@ std::wstring WithoutMarks(std::wstring text) {
   return text.substr(0, text.find(L'\t'));
 }
 
-// Asks the library inside the program.
-std::wstring MenuLines(HWND window) {
-  const OwnedHandle memory(
-      ::CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, sizeof(MenuAnswer), MenuQuestion));
-  auto* const answer = static_cast<MenuAnswer*>(::MapViewOfFile(memory.get(), FILE_MAP_WRITE, 0, 0, 0));
+// Sends the library inside the program a message.
+void SendInside(HWND window, const wchar_t* message) {
   // Without it most tests would wait in vain, so its lack ends them at once.
   static const auto library = ::LoadLibraryW(Beside(L"inside.dll").c_str());
   if (!library) throw std::runtime_error("inside.dll could not be loaded");
   const auto inside = reinterpret_cast<HOOKPROC>(reinterpret_cast<void*>(::GetProcAddress(library, "Answer")));
   // The system loads the library into the program when it first runs the hook there.
   const auto hook = ::SetWindowsHookExW(WH_CALLWNDPROC, inside, library, ::GetWindowThreadProcessId(window, nullptr));
-  ::SendMessageW(window, ::RegisterWindowMessageW(MenuQuestion), 0, 0);
+  ::SendMessageW(window, ::RegisterWindowMessageW(message), 0, 0);
   ::UnhookWindowsHookEx(hook);
+}
+
+std::wstring MenuLines(HWND window) {
+  const OwnedHandle memory(
+      ::CreateFileMappingW(INVALID_HANDLE_VALUE, nullptr, PAGE_READWRITE, 0, sizeof(MenuAnswer), MenuQuestion));
+  auto* const answer = static_cast<MenuAnswer*>(::MapViewOfFile(memory.get(), FILE_MAP_WRITE, 0, 0, 0));
+  SendInside(window, MenuQuestion);
   std::wstring text = *answer;
   ::UnmapViewOfFile(answer);
   if (text.empty() && ::IsWindow(window)) throw std::runtime_error("inside.dll did not answer in velmaro.exe");
@@ -109,6 +113,11 @@ void Velmaro::Choose(const std::wstring& text) const {
       return;
     }
   throw std::runtime_error("there is no such entry");
+}
+
+void Velmaro::TellHighContrast() const {
+  SendInside(Main(), HighContrast);
+  ::SendMessageW(Main(), WM_SETTINGCHANGE, SPI_SETHIGHCONTRAST, 0);
 }
 
 Box Velmaro::Await() const {

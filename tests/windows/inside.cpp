@@ -1,6 +1,7 @@
 // A library that a test loads into velmaro.exe, to read there what no other program can.
 #include "Inside.h"
 
+#include <algorithm>
 #include <array>
 #include <string>
 
@@ -35,6 +36,26 @@ std::wstring Menu(HWND window) {
   return lines;
 }
 
+BOOL WINAPI AskSystem(UINT what, UINT size, void* data, UINT flags) {
+  if (what != SPI_GETHIGHCONTRAST) return ::SystemParametersInfoW(what, size, data, flags);
+  static_cast<HIGHCONTRASTW*>(data)->dwFlags = HCF_HIGHCONTRASTON;
+  return TRUE;
+}
+
+// Takes the place of the system's function among those that the program imports.
+void TellHighContrast() {
+  auto* const program = reinterpret_cast<BYTE*>(::GetModuleHandleW(nullptr));
+  const auto& header =
+      *reinterpret_cast<IMAGE_NT_HEADERS*>(program + reinterpret_cast<IMAGE_DOS_HEADER*>(program)->e_lfanew);
+  const auto& table = header.OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IAT];
+  auto* const imports = reinterpret_cast<FARPROC*>(program + table.VirtualAddress);
+  const auto asked = ::GetProcAddress(::GetModuleHandleW(L"user32.dll"), "SystemParametersInfoW");
+  std::replace(imports, imports + table.Size / sizeof *imports, asked,
+               reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&AskSystem)));
+  HMODULE stays = nullptr;
+  ::GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_PIN, L"inside.dll", &stays);
+}
+
 }  // namespace
 
 // A hook on the thread of the window that is asked about: there, no handler is half through its work.
@@ -48,5 +69,6 @@ extern "C" __declspec(dllexport) LRESULT CALLBACK Answer(int code, WPARAM wParam
     }
     ::CloseHandle(memory);
   }
+  if (code == HC_ACTION && message.message == ::RegisterWindowMessageW(drive::HighContrast)) TellHighContrast();
   return ::CallNextHookEx(nullptr, code, wParam, lParam);
 }

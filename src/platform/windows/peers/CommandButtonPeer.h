@@ -15,7 +15,11 @@ class CommandButtonPeer final : public ControlPeer {
  private:
   void ShowPicture();
   LRESULT Draw(const NMCUSTOMDRAW& drawing) const;
-  bool HasBackColor() const { return button_.Graphical() && !velmaro::SystemColor::Is(button_.BackColor()); }
+  // False also where that colour is not to be seen.
+  bool HasBackColor() const {
+    const auto back = button_.BackColor();
+    return button_.Graphical() && !velmaro::SystemColor::Is(back) && ColorsOf(button_.ForeColor(), back).back == back;
+  }
 
   velmaro::CommandButton& button_;
   OwnedImages images_;

@@ -154,9 +154,10 @@ velmaro::Color ControlPeer::ContainerColor() const {
 }
 
 LRESULT ControlPeer::UseColors(HDC context, velmaro::Color back) const {
-  ::SetTextColor(context, ToNative(control_.ForeColor()));
-  ::SetBkColor(context, ToNative(back));
-  return reinterpret_cast<LRESULT>(form_.BrushFor(back));
+  const auto colors = ColorsOf(control_.ForeColor(), back);
+  ::SetTextColor(context, ToNative(colors.text));
+  ::SetBkColor(context, ToNative(colors.back));
+  return reinterpret_cast<LRESULT>(form_.BrushFor(colors.back));
 }
 
 std::optional<LRESULT> ControlPeer::Notified(const Message& message) {

@@ -1,5 +1,8 @@
 #include "platform/windows/peers/Drawing.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include "platform/windows/ground/Codepage.h"
 
 namespace windows {
@@ -25,7 +28,46 @@ OwnedFont MakeFont(const velmaro::Font& font, Resolution resolution) {
 
 int SystemIndex(velmaro::Color color) { return static_cast<int>(color & 0xFF); }
 
+double Luminance(COLORREF color) {
+  const auto part = [color](int shift) {
+    const double value = (color >> shift & 0xFF) / 255.0;
+    return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+  };
+  return 0.2126 * part(0) + 0.7152 * part(8) + 0.0722 * part(16);
+}
+
+bool IsReadable(COLORREF a, COLORREF b) {
+  const auto [low, high] = std::minmax({Luminance(a), Luminance(b)});
+  return (high + 0.05) / (low + 0.05) >= 4.5;
+}
+
+velmaro::Color TextOn(velmaro::Color back) {
+  switch (back) {
+    case velmaro::SystemColor::ButtonFace:
+      return velmaro::SystemColor::ButtonText;
+    case velmaro::SystemColor::Highlight:
+      return velmaro::SystemColor::HighlightText;
+    default:
+      return velmaro::SystemColor::WindowText;
+  }
+}
+
 }  // namespace
+
+bool IsHighContrast() {
+  HIGHCONTRASTW setting{};
+  setting.cbSize = sizeof setting;
+  return ::SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof setting, &setting, 0) &&
+         (setting.dwFlags & HCF_HIGHCONTRASTON);
+}
+
+TextColors ColorsOf(velmaro::Color text, velmaro::Color back) {
+  using velmaro::SystemColor::Is;
+  const bool fits = Is(text) == Is(back) || IsReadable(ToNative(text), ToNative(back));
+  if (fits && !IsHighContrast()) return {text, back};
+  const auto shown = Is(back) ? back : velmaro::SystemColor::Window;
+  return {TextOn(shown), shown};
+}
 
 COLORREF ToNative(velmaro::Color color) {
   return velmaro::SystemColor::Is(color) ? ::GetSysColor(SystemIndex(color)) : color;
@@ -42,7 +84,8 @@ HFONT DrawingTools::FontFor(const velmaro::Font& font, Resolution resolution) {
   return fonts_.emplace_back(font, MakeFont(font, resolution)).second.get();
 }
 
-HBRUSH DrawingTools::BrushFor(velmaro::Color color) {
+HBRUSH DrawingTools::BrushFor(velmaro::Color back) {
+  const auto color = ColorsOf(back, back).back;
   if (velmaro::SystemColor::Is(color)) return ::GetSysColorBrush(SystemIndex(color));
   for (const auto& [known, handle] : brushes_)
     if (known == color) return handle.get();

@@ -8,8 +8,19 @@
 
 namespace windows {
 
+// True while the user has the system show everything in high contrast.
+bool IsHighContrast();
+
 // A model's colour as the system's own value.
 COLORREF ToNative(velmaro::Color color);
+
+// A text's colour and that of its back, as they are shown. Where the user wants high contrast they are always two of
+// the system's that belong together; elsewhere only where one of them is, and the other one can't be read with it.
+struct TextColors {
+  velmaro::Color text;
+  velmaro::Color back;
+};
+TextColors ColorsOf(velmaro::Color text, velmaro::Color back);
 
 // Loads a picture of the executable at a size in pixels.
 OwnedIcon LoadPicture(velmaro::Picture picture, int pixels);
@@ -18,7 +29,8 @@ OwnedIcon LoadPicture(velmaro::Picture picture, int pixels);
 class DrawingTools {
  public:
   HFONT FontFor(const velmaro::Font& font, Resolution resolution);
-  HBRUSH BrushFor(velmaro::Color color);
+  // The brush of a back, in the colour in which it is shown.
+  HBRUSH BrushFor(velmaro::Color back);
   // Gives the fonts out of care, for when all controls get new ones.
   std::vector<std::pair<velmaro::Font, OwnedFont>> TakeFonts() { return std::exchange(fonts_, {}); }
 

@@ -66,7 +66,7 @@ void LabelPeer::Draw(HDC context) const {
   const int outside = std::max(0, -Form().Scale().ToPixels(label_.Left()));
   if (outside > 0) {
     const RECT edge{0, 0, outside, Form().Scale().ToPixels(label_.Height())};
-    ::FillRect(context, &edge, Form().BrushFor(Back()));
+    ::FillRect(context, &edge, Form().BrushFor(ColorsOf(label_.ForeColor(), Back()).back));
     ::SetViewportOrgEx(context, outside, 0, nullptr);
   }
   Default({Window(), WM_PRINTCLIENT, reinterpret_cast<WPARAM>(context), PRF_CLIENT});

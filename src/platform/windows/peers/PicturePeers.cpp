@@ -46,7 +46,9 @@ void LinePeer::Draw(HDC context) const {
   ::GetClientRect(Window(), &client);
   ::FillRect(context, &client, Form().BrushFor(ContainerColor()));
   const int width = Form().Scale().Scaled(line_.BorderWidth());
-  const OwnedPen pen(::CreatePen(PS_SOLID, width, ToNative(line_.ForeColor())));
+  // What is no text need not stand out as much.
+  const auto color = IsHighContrast() ? ColorsOf(line_.ForeColor(), ContainerColor()).text : line_.ForeColor();
+  const OwnedPen pen(::CreatePen(PS_SOLID, width, ToNative(color)));
   const Selected selected(context, pen.get());
   ::MoveToEx(context, 0, width / 2, nullptr);
   ::LineTo(context, client.right, std::max<int>(width / 2, client.bottom - (width + 1) / 2));
