@@ -5,9 +5,16 @@
 namespace windows {
 namespace {
 
-// By its bare name, since only that is led to the manifest's version, and only from the system's own folders.
+// By its bare name, since only that is led to the manifest's version, and only from the system's own folders. A Windows
+// 7 without updates knows no such choice of folders; there too, the manifest leads to the full path before any is
+// looked into.
+HMODULE LoadControls() {
+  const auto library = ::LoadLibraryExW(L"comctl32.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
+  return library ? library : ::LoadLibraryW(L"comctl32.dll");
+}
+
 FARPROC FindControlsFunction(const char* name) {
-  static const HMODULE library = ::LoadLibraryExW(L"comctl32.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
+  static const HMODULE library = LoadControls();
   return library ? ::GetProcAddress(library, name) : nullptr;
 }
 

@@ -33,10 +33,11 @@
 
 namespace platform {
 
-// A handle of ours as the system's own type, and back.
+// A handle of ours as the system's own type, and back. The system's handles have 32 bits, with their sign, in 64-bit
+// programs too; a module's is an address, and none of these.
 template <class Native>
 Native ToNative(std::uint32_t handle) {
-  return reinterpret_cast<Native>(static_cast<std::uintptr_t>(handle));
+  return reinterpret_cast<Native>(static_cast<std::intptr_t>(static_cast<std::int32_t>(handle)));
 }
 template <class Native>
 std::uint32_t ToNumber(Native* handle) {

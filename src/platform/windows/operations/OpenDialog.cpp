@@ -27,7 +27,7 @@ bool GetOpenFileNameA(OPENFILENAME& dialog) {
   OPENFILENAMEW native{};
   native.lStructSize = OPENFILENAME_SIZE_VERSION_400W;
   native.hwndOwner = ToNative<HWND>(dialog.hwndOwner);
-  native.hInstance = ToNative<HINSTANCE>(dialog.hInstance);
+  native.hInstance = ::GetModuleHandleW(nullptr);
   native.lpstrFilter = filter.c_str();
   native.nFilterIndex = dialog.nFilterIndex;
   native.lpstrFile = file.data();

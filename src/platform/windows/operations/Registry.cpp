@@ -4,7 +4,8 @@ namespace platform {
 
 std::int32_t RegOpenKeyA(std::uint32_t root, const std::string& subKey, std::uint32_t& key) {
   HKEY opened = nullptr;
-  const auto result = ::RegOpenKeyExA(ToNative<HKEY>(root), subKey.c_str(), 0, KEY_READ, &opened);
+  // What 32-bit programs wrote there, whatever this one is.
+  const auto result = ::RegOpenKeyExA(ToNative<HKEY>(root), subKey.c_str(), 0, KEY_READ | KEY_WOW64_32KEY, &opened);
   key = ToNumber(opened);
   return result;
 }

@@ -35,10 +35,10 @@ UINT WideMessage(std::uint32_t message) {
 }  // namespace
 
 WindowHandle CreateWindowExA(std::uint32_t extendedStyle, const std::string& windowClass, std::uint32_t style, int x,
-                             int y, int width, int height, WindowHandle owner, std::uint32_t instance) {
+                             int y, int width, int height, WindowHandle owner, std::uint32_t) {
   windows::UseControlClasses(ICC_BAR_CLASSES);
   return ToNumber(::CreateWindowExW(extendedStyle, Widen(windowClass).c_str(), nullptr, style, x, y, width, height,
-                                    ToNative<HWND>(owner), nullptr, ToNative<HINSTANCE>(instance), nullptr));
+                                    ToNative<HWND>(owner), nullptr, ::GetModuleHandleW(nullptr), nullptr));
 }
 
 void SendMessageA(WindowHandle window, std::uint32_t message, std::uint32_t wParam, const TOOLINFO& tool) {
