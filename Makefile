@@ -1,7 +1,7 @@
 # The front door: make run | run-windows | test | install | uninstall | bench | fuzz | monkey | deb | dist | pictures
 # One at a time: what each of them installs must not meet the other's, and a build uses all cores by itself.
 .NOTPARALLEL:
-.PHONY: run run-windows test install uninstall bench fuzz monkey deb dist pictures linux windows native native-asan linux-asan
+.PHONY: run run-windows test install uninstall bench fuzz monkey deb dist pictures linux windows windows64 native native-asan linux-asan
 
 # The command line reaches the program through the environment alone, so that no quote or dollar sign in it is lost.
 export VELMARO_ARGS := $(value ARGS)
@@ -10,10 +10,11 @@ PREFIX ?= /usr/local
 run: linux
 	@tools/run.sh
 
-run-windows: windows
-	@tools/run-windows.sh
+# BITS=64 runs the 64-bit program.
+run-windows: windows$(filter 64,$(BITS))
+	@tools/run-windows.sh $(BITS)
 
-test: native native-asan linux linux-asan windows
+test: native native-asan linux linux-asan windows windows64
 	@tools/test.sh
 
 install: linux
@@ -33,10 +34,10 @@ uninstall:
 deb: linux
 	@tools/deb.sh
 
-dist: linux windows
+dist: linux windows windows64
 	@tools/dist.sh
 
-pictures: linux windows
+pictures: linux windows windows64
 	@tools/setup.sh pictures
 	@tools/pictures.sh
 
@@ -45,7 +46,7 @@ monkey: linux-asan windows
 	@tools/monkey.sh linux $(or $(SECONDS),300) $(or $(SEED),1)
 	@tools/monkey.sh windows $(or $(SECONDS),300) $(or $(SEED),1)
 
-linux windows native native-asan linux-asan:
+linux windows windows64 native native-asan linux-asan:
 	@tools/setup.sh $(@:-asan=)
 	@mkdir -p build
 	@cmake --preset $@ >build/$@.log || { cat build/$@.log; exit 1; }

@@ -31,9 +31,13 @@ if(TARGET velmaro AND EXISTS ${CMAKE_SOURCE_DIR}/src/startup/main.cpp)
   # The address space can be laid out anew only while the relocations are in the file.
   if(CMAKE_SYSTEM_PROCESSOR STREQUAL i686)
     target_link_options(velmaro_exe PRIVATE -Wl,--large-address-aware)
+  else()
+    target_link_options(velmaro_exe PRIVATE -Wl,--high-entropy-va)
   endif()
   target_link_options(velmaro_exe PRIVATE -s -Wl,--gc-sections -Wl,--no-insert-timestamp
-    -Wl,--dynamicbase -Wl,--nxcompat -Wl,--enable-reloc-section)
+    -Wl,--dynamicbase -Wl,--nxcompat -Wl,--enable-reloc-section
+    # Older systems than the oldest that has all of it say so by themselves.
+    -Wl,--subsystem,windows:6.0,--major-os-version,6,--minor-os-version,0)
 endif()
 
 add_executable(run_raw WIN32 tools/run_raw.cpp)

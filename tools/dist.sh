@@ -16,7 +16,8 @@ tools/deb.sh build/linux "$dist"
 
 mkdir "$stage/zip"
 cp build/windows/velmaro.exe "$stage/zip"
-python3 tools/player_text.py README.md docs/command-line.md docs/lists.md docs/memory.md >"$stage/README.txt"
+cp build/windows64/velmaro.exe "$stage/zip/velmaro64.exe"
+python3 tools/player_text.py README.md docs/windows.md docs/command-line.md docs/lists.md docs/memory.md >"$stage/README.txt"
 # Velmaro ends a line at a carriage return, as the system's own editors write it.
 for text in "$stage/README.txt" packaging/samples/killlist.txt packaging/samples/nokilllist.txt; do
   sed 's/$/\r/' "$text" >"$stage/zip/${text##*/}"
@@ -25,7 +26,7 @@ done
 (cd "$stage/zip" && python3 - "$dist/velmaro-$version-windows.zip" <<'PACK'
 import os, sys, time, zipfile
 with zipfile.ZipFile(sys.argv[1], 'w', zipfile.ZIP_DEFLATED) as archive:
-    for name in ('velmaro.exe', 'README.txt', 'killlist.txt', 'nokilllist.txt'):
+    for name in ('velmaro.exe', 'velmaro64.exe', 'README.txt', 'killlist.txt', 'nokilllist.txt'):
         entry = zipfile.ZipInfo(name, time.gmtime(int(os.environ['SOURCE_DATE_EPOCH']))[:6])
         entry.external_attr = 0o644 << 16
         archive.writestr(entry, open(name, 'rb').read(), zipfile.ZIP_DEFLATED)

@@ -122,13 +122,13 @@ windows_pictures() {
   DISPLAY=:$(cut -d ' ' -f 1 "$(tools/wine.sh --display-file)")
   export DISPLAY
   ground
-  local games=build/wine32/drive_c/Games
-  [ "$1" = 96 ] || games=build/wine32-$1/drive_c/Games
+  local games=build/wine$bits/drive_c/Games
+  [ "$1" = 96 ] || games=build/wine$bits-$1/drive_c/Games
   mkdir -p "$games"
-  cp build/windows/velmaro.exe "$games"
+  cp $programs/velmaro.exe "$games"
   sed 's/$/\r/' packaging/samples/killlist.txt >"$games/killlist.txt"
   for name in star-emu pad-mapper music-player; do
-    cp build/windows/probe.exe "$games/$name.exe"
+    cp $programs/probe.exe "$games/$name.exe"
     tools/wine.sh "C:\\Games\\$name.exe" >/dev/null 2>&1 &
   done
   sleep 2
@@ -139,8 +139,12 @@ windows_pictures() {
 }
 
 for dpi in 96 144; do linux_pictures $dpi; done
-if [ "$(tools/wine.sh --bits)" = 32 ]; then
+# Both kinds look the same, and either shows it.
+bits=$(tools/wine.sh --bits)
+programs=build/windows$([ "$bits" = 32 ] || echo 64)
+if [ -n "$bits" ]; then
+  export VELMARO_BITS=$bits
   for dpi in 96 144; do windows_pictures $dpi; done
 else
-  echo 'No 32-bit Wine here: the pictures of velmaro.exe stay as they are.'
+  echo 'No Wine here: the pictures of velmaro.exe stay as they are.'
 fi

@@ -19,7 +19,7 @@ export TZ=Asia/Tokyo LC_ALL=C.UTF-8 CCACHE_DISABLE=1
 
 objects=(linux/CMakeFiles/velmaro.dir/src/platform/linux/ground/{Conventions,Places}.cpp.o
   linux/CMakeFiles/velmaro.dir/src/desktop/formSplash.cpp.o
-  windows/CMakeFiles/velmaro_resources.dir/packaging/velmaro.rc.res)
+  windows{,64}/CMakeFiles/velmaro_resources.dir/packaging/velmaro.rc.res)
 linux=(velmaro_toolkit velmaro_x11 velmaro_icon velmaro_documents)
 windows=(velmaro_resources)
 for object in "${objects[@]}"; do
@@ -28,9 +28,11 @@ done
 [ "${1:-}" != --whole ] || { linux+=(velmaro_exe velmaro_set_class) windows+=(velmaro_exe); }
 {
   cmake --preset linux -DBUILD_TESTING=OFF && cmake --build --preset linux --target "${linux[@]}"
-  cmake --preset windows -DBUILD_TESTING=OFF && cmake --build --preset windows --target "${windows[@]}"
+  for preset in windows windows64; do
+    cmake --preset $preset -DBUILD_TESTING=OFF && cmake --build --preset $preset --target "${windows[@]}"
+  done
 } >"$work/log" 2>&1 || { tail -n 40 "$work/log"; exit 1; }
-for file in linux/velmaro linux/velmaro-set-class windows/velmaro.exe; do
+for file in linux/velmaro linux/velmaro-set-class windows/velmaro.exe windows64/velmaro.exe; do
   [ -e "build/$file" ] || cp -p "$first/build/$file" "build/$file"
 done
 

@@ -1,14 +1,15 @@
 #!/usr/bin/env bash
-# Starts velmaro.exe under Wine with the command line in VELMARO_ARGS, unchanged. Without a display it runs on a virtual
-# one, and a picture of its window is saved under build/.
+# Starts velmaro.exe under Wine with the command line in VELMARO_ARGS, unchanged: run-windows.sh [64] for the 64-bit
+# program. Without a display it runs on a virtual one, and a picture of its window is saved under build/.
 cd "$(dirname "$0")/.." || exit 1
-bits=$(tools/wine.sh --bits)
+bits=${1:-$(tools/wine.sh --bits)}
 [ -n "$bits" ] || { echo 'Wine cannot run here: build/windows/velmaro.exe is built, and runs on any Windows.'; exit 1; }
 folder=build/windows
 if [ "$bits" = 64 ]; then
-  # No 32-bit program runs here: a 64-bit build of the same sources stands in.
+  # Where no 32-bit program runs it stands in, and was not asked for.
   folder=build/windows64
-  { cmake --preset windows64 && cmake --build --preset windows64 --target velmaro_exe run_raw; } || exit 1
+  { tools/setup.sh windows64 && cmake --preset windows64 && cmake --build --preset windows64 --target velmaro_exe run_raw; } ||
+    exit 1
 fi
 export VELMARO_BITS=$bits VELMARO_PROGRAM
 VELMARO_PROGRAM="Z:$(pwd | tr / '\\')\\${folder//\//\\}\\velmaro.exe"

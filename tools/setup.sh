@@ -3,7 +3,8 @@
 # With "checks" instead: what looks at a release, with "fuzz" what the fuzz targets are built with: what can't be had of
 # them is skipped. With "pictures": what takes those of the documents, and with "monkey" what plays at random.
 # What builds a platform must be there in the end. Wine, which runs velmaro.exe, may stay missing: where no 32-bit Wine
-# can be had, the 64-bit one and a compiler for it are installed, and a 64-bit build of the same sources stands in.
+# can be had, the 64-bit one and a compiler for it are installed, and the 64-bit program stands in. "windows64" asks for
+# that one itself, and for 64-bit Wine only where it fits beside what is installed.
 set -u
 cd "$(dirname "$0")/.." || exit 1
 export DEBIAN_FRONTEND=noninteractive LC_ALL=C
@@ -12,6 +13,7 @@ tools=(make cmake ninja-build g++ python3 libgtest-dev googletest libbenchmark-d
 display=(xvfb xauth x11-utils imagemagick)
 wine=()
 stand_in=()
+beside=()
 checks=()
 
 # Some kernels run no 32-bit programs. The smallest one that there is, one that only exits, tells.
@@ -37,6 +39,10 @@ for platform in "$@"; do
       wine+=(wine wine32:i386 fonts-liberation fonts-wine "${display[@]}")
       stand_in+=(wine wine64 g++-mingw-w64-x86-64-posix fonts-liberation fonts-wine "${display[@]}")
       ;;
+    windows64)
+      tools+=(g++-mingw-w64-x86-64-posix)
+      beside+=(wine64)
+      ;;
     pictures | monkey) tools+=(xdotool openbox util-linux "${display[@]}") ;;
     checks) tools=() checks+=(mandoc man-db groff-base appstream desktop-file-utils lintian) ;;
     fuzz) checks+=(clang libclang-rt-dev) ;;
@@ -53,6 +59,7 @@ mapfile -t need_tools < <(missing "${tools[@]}")
 mapfile -t need_checks < <(missing "${checks[@]}")
 mapfile -t need_wine < <(missing "${wine[@]}")
 mapfile -t need_stand_in < <(missing "${stand_in[@]}")
+mapfile -t need_beside < <(missing "${beside[@]}")
 # Where the stand-in serves, 32-bit Wine is tried again after a day: a package index that is out of step heals.
 refused=build/no-wine32
 if ! runs_32_bit; then
@@ -62,7 +69,10 @@ elif [ ${#need_wine[@]} -eq 0 ]; then
 elif [ ${#need_stand_in[@]} -eq 0 ] && { [ "$(id -u)" -ne 0 ] || [ -n "$(find $refused -mtime -1 2>/dev/null)" ]; }; then
   need_wine=()
 fi
-[ $((${#need_tools[@]} + ${#need_checks[@]} + ${#need_wine[@]} + ${#need_stand_in[@]})) -gt 0 ] || exit 0
+no_room=build/no-wine64
+if [ "$(id -u)" -ne 0 ] || [ -n "$(find $no_room -mtime -1 2>/dev/null)" ]; then need_beside=(); fi
+[ $((${#need_tools[@]} + ${#need_checks[@]} + ${#need_wine[@]} + ${#need_stand_in[@]} + ${#need_beside[@]})) -gt 0 ] ||
+  exit 0
 
 if [ "$(id -u)" -ne 0 ]; then
   foreign=
@@ -91,6 +101,14 @@ apt update >/dev/null 2>"$scratch/update.log" || sed 's/^/apt-get update: /' "$s
 
 if [ ${#need_tools[@]} -gt 0 ]; then
   get "${need_tools[@]}" || { echo "Could not install: ${need_tools[*]}" >&2; exit 1; }
+fi
+
+# Not at the price of 32-bit Wine, or of anything else: what would have to go shows in a plan.
+if [ ${#need_beside[@]} -gt 0 ]; then
+  plan=$(get -s "${need_beside[@]}" 2>/dev/null) && ! grep -q '^Remv' <<<"$plan" && get "${need_beside[@]}" || {
+    echo '64-bit Wine does not fit beside what is installed: velmaro64.exe is built, and not driven.' >&2
+    mkdir -p build && touch $no_room
+  }
 fi
 
 for check in ${need_checks[@]+"${need_checks[@]}"}; do
