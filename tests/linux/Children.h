@@ -32,6 +32,12 @@ namespace velmaro {
 
 namespace fs = std::filesystem;
 
+#ifdef __SANITIZE_ADDRESS__
+inline constexpr bool UnderSanitizer = true;
+#else
+inline constexpr bool UnderSanitizer = false;
+#endif
+
 // Waits until something holds, for as long as a busy machine may need.
 template <class Test>
 bool Eventually(Test test) {

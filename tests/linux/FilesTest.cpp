@@ -160,9 +160,14 @@ TEST_F(LinuxFiles, ANoKillListThatIsNoFileOrHasNoEndProtectsEverything) {
   ::chmod(list.c_str(), 0);
   std::ofstream(folder / "endless").seekp(std::streamoff{1} << 40).put('x');
   Alone([&] {
-    const rlimit room{1 << 28, 1 << 28};
-    ASSERT_TRUE(BecomeNobody() && ::setrlimit(RLIMIT_AS, &room) == 0);
-    for (const auto* name : {"list.txt", "zero", "none", "pipe", "endless", ""}) {
+    ASSERT_TRUE(BecomeNobody());
+    std::vector<std::string> names = {"list.txt", "zero", "none", "pipe", ""};
+    if (!UnderSanitizer) {  // which ends a program that gets no memory
+      const rlimit room{1 << 28, 1 << 28};
+      ASSERT_EQ(::setrlimit(RLIMIT_AS, &room), 0);
+      names.push_back("endless");
+    }
+    for (const auto& name : names) {
       NoKillListPath = folder / name;
       EXPECT_TRUE(!CanKillProcess("any") && ReadTextFile(NoKillListPath).empty()) << name;
     }

@@ -54,8 +54,9 @@ std::optional<std::vector<std::string>> AttributesOf(const Old& old) {
   const auto path = old.Path();
   const auto all = Sized([&](char* room, std::size_t size) { return ::listxattr(path.c_str(), room, size); });
   if (!all && errno != ENOTSUP) return std::nullopt;
+  const auto listed = all.value_or("");
   std::vector<std::string> names;
-  for (std::string_view left = all.value_or(""); !left.empty();) {
+  for (std::string_view left = listed; !left.empty();) {
     const auto name = left.substr(0, left.find('\0'));
     if (name.starts_with("user.") || (name.starts_with("system.") && name != Acl)) names.emplace_back(name);
     left.remove_prefix(std::min(name.size() + 1, left.size()));
