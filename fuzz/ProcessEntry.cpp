@@ -23,6 +23,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const auto process = onlinux::ReadProcess({folder.get(), 7, "7", 0});
   if (!process) return 0;
   const auto& [state, parent, terminal, flags, nice, threads, start, policy, shortName] = process->status;
-  fuzz::Expect(stat.find('(' + shortName + ')') != std::string::npos && shortName.find('\0') == std::string::npos);
+  fuzz::Expect(stat.find('(' + shortName + ')') != std::string::npos);
   return 0;
 }
