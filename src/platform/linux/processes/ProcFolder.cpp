@@ -2,9 +2,9 @@
 
 #include <dirent.h>
 
-#include <charconv>
 #include <memory>
 
+#include "platform/linux/ground/ReadNumber.h"
 #include "platform/linux/ground/ReadWhole.h"
 
 namespace onlinux {
@@ -14,12 +14,6 @@ struct CloseFolder {
   void operator()(DIR* folder) const { ::closedir(folder); }
 };
 using Folder = std::unique_ptr<DIR, CloseFolder>;
-
-template <class Number>
-bool ReadNumber(std::string_view text, Number& number) {
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  return error == std::errc() && end == text.data() + text.size();
-}
 
 template <class Visit>
 void ForEachNumber(DIR* folder, Visit visit) {

@@ -4,19 +4,13 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <utility>
 
+#include "platform/linux/ground/ReadNumber.h"
 #include "platform/linux/ground/ReadWhole.h"
 
 namespace onlinux {
 namespace {
-
-template <class Number>
-bool ReadNumber(std::string_view text, Number& number) {
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  return error == std::errc() && end == text.data() + text.size();
-}
 
 // The library's search for one of several characters calls a function for each one that it passes.
 bool IsBlank(char c) { return c == ' ' || c == '\n'; }

@@ -64,25 +64,24 @@ void ShowFirst(const onlinux::Descent& descent, int showCommand) {
 // none.
 class Tasks {
  public:
-  explicit Tasks(const Start& start) : start_(start), before_(onlinux::AppUnits()) {
-    if (start.showCommand != SW_SHOWNORMAL || Follows()) mark_.emplace();
+  explicit Tasks(const Start& start) : start_(start) {
+    // Without a manager of units nothing makes one for itself.
+    if (start.priorityClass != 0 && onlinux::HasManager()) before_ = onlinux::AppUnits();
+    if (start.showCommand != SW_SHOWNORMAL || before_) mark_.emplace();
   }
   void Begin(pid_t process, std::uint32_t priorityClass) const {
     if (start_.titleToHide) onlinux::DoAside(-1, [&] { HideByTitle(*start_.titleToHide); });
     if (!mark_) return;
     const onlinux::Descent descent{static_cast<std::uint32_t>(process), mark_->Line()};
     if (start_.showCommand != SW_SHOWNORMAL) onlinux::DoAside(-1, [&] { ShowFirst(descent, start_.showCommand); });
-    if (Follows() && priorityClass != 0)
-      onlinux::DoAside(-1, [&] { onlinux::FollowIntoUnits(descent, priorityClass, before_); });
+    if (before_ && priorityClass != 0)
+      onlinux::DoAside(-1, [&] { onlinux::FollowIntoUnits(descent, priorityClass, *before_); });
   }
 
  private:
-  // Without a manager of units nothing makes one for itself.
-  bool Follows() const { return start_.priorityClass != 0 && onlinux::HasManager(); }
-
   const Start& start_;
-  std::set<std::string> before_;
-  std::optional<onlinux::Mark> mark_;  // stands in the environment while the program starts
+  std::optional<std::set<std::string>> before_;  // the units that there were, where the start is followed
+  std::optional<onlinux::Mark> mark_;            // stands in the environment while the program starts
 };
 
 // Lends the group that this program shares with others its class for as long as it runs.
