@@ -10,8 +10,9 @@
 namespace platform {
 
 // Takes a snapshot for a list that is only looked at: names, classes and identities are up to date, and where the
-// platform reads all else process by process, it may be that of an earlier list. What acts on a process takes the other
-// kind.
+// platform reads all else process by process, it may be that of an earlier list. Where programs have their time in
+// groups, these classes are those that count against other apps. What acts on a process takes the other kind, which
+// looks at no group: it is to be had at once.
 Handle CreateListSnapshot();
 
 // True where a command of the window goes to the process of the selected row itself, false where it goes to the first

@@ -62,7 +62,6 @@ bool IsTheListedOne(std::uint32_t processId, const Descriptor& process) {
 Handle CreateToolhelp32Snapshot(std::uint32_t flags) {
   if (!(flags & TH32CS_SNAPPROCESS)) return InvalidHandle;
   auto processes = onlinux::ReadProcesses();
-  if (processes) onlinux::TakeUnitsIntoAccount(*processes);
   return processes ? onlinux::Keep(Snapshot{.processes = std::move(*processes)}) : InvalidHandle;
 }
 

@@ -11,27 +11,36 @@ namespace {
 
 using Tree = Reply<xcb_query_tree_reply_t>;
 
-Tree ReadTree(XServer& server, xcb_window_t window) {
-  return Tree(::xcb_query_tree_reply(server.Line(), ::xcb_query_tree(server.Line(), window), nullptr));
-}
-
-// The child of the root that holds a window, or is it.
-xcb_window_t Outermost(XServer& server, xcb_window_t window) {
-  constexpr int deepest = 8;
-  for (int depth = 0; depth < deepest; ++depth) {
-    const auto tree = ReadTree(server, window);
-    if (!tree || tree->parent == XCB_NONE) return XCB_NONE;
-    if (tree->parent == server.Root()) return window;
-    window = tree->parent;
-  }
-  return XCB_NONE;
+// All are asked about before the first answer is awaited.
+std::vector<Tree> ReadTrees(XServer& server, const std::vector<xcb_window_t>& windows) {
+  std::vector<xcb_query_tree_cookie_t> requests;
+  for (const auto window : windows) requests.push_back(::xcb_query_tree(server.Line(), window));
+  std::vector<Tree> trees;
+  for (const auto& request : requests) trees.emplace_back(::xcb_query_tree_reply(server.Line(), request, nullptr));
+  return trees;
 }
 
 // The windows that the window manager looks after, by the frames that it put around them.
 std::map<xcb_window_t, xcb_window_t> ManagedByFrame(XServer& server) {
   std::map<xcb_window_t, xcb_window_t> byFrame;
-  for (const auto window : server.ReadNumbers(server.Root(), "_NET_CLIENT_LIST_STACKING"))
-    if (const auto frame = Outermost(server, window); frame != XCB_NONE) byFrame[frame] = window;
+  auto windows = server.ReadNumbers(server.Root(), "_NET_CLIENT_LIST_STACKING");
+  auto around = windows;
+  constexpr int deepest = 8;
+  for (int depth = 0; depth < deepest && !around.empty(); ++depth) {
+    const auto trees = ReadTrees(server, around);
+    std::vector<xcb_window_t> left, outer;
+    for (std::size_t i = 0; i < trees.size(); ++i) {
+      if (!trees[i] || trees[i]->parent == XCB_NONE) continue;
+      if (trees[i]->parent == server.Root()) {
+        byFrame[around[i]] = windows[i];
+      } else {
+        left.push_back(windows[i]);
+        outer.push_back(trees[i]->parent);
+      }
+    }
+    windows = std::move(left);
+    around = std::move(outer);
+  }
   return byFrame;
 }
 
@@ -70,19 +79,22 @@ class Standstill {
 };
 
 // Asks no more than that: what reads a title may have a line of its own to the server, which stands still.
-bool HasTitle(XServer& server, xcb_window_t window) {
-  const auto [title, old] = server.ReadTwo(window, "_NET_WM_NAME", "WM_NAME");
-  return !title.bytes.empty() || !old.bytes.empty();
+std::vector<bool> HaveTitles(XServer& server, const std::vector<xcb_window_t>& windows) {
+  std::vector<bool> have;
+  for (const auto& [title, old] : server.ReadTwo(windows, "_NET_WM_NAME", "WM_NAME"))
+    have.push_back(!title.bytes.empty() || !old.bytes.empty());
+  return have;
 }
 
 // The window in a frame that its manager has not yet taken up, or not yet given back; else the window itself.
 xcb_window_t InsideOf(XServer& server, xcb_window_t frame) {
-  if (HasTitle(server, frame)) return frame;
-  const auto tree = ReadTree(server, frame);
+  const auto tree = std::move(ReadTrees(server, {frame}).front());
   if (!tree) return frame;
-  const auto* children = ::xcb_query_tree_children(tree.get());
-  for (int i = 0; i < ::xcb_query_tree_children_length(tree.get()); ++i)
-    if (!server.Read(children[i], "WM_STATE").bytes.empty() || HasTitle(server, children[i])) return children[i];
+  const auto* first = ::xcb_query_tree_children(tree.get());
+  const std::vector<xcb_window_t> children(first, first + ::xcb_query_tree_children_length(tree.get()));
+  const auto titled = HaveTitles(server, children);
+  for (std::size_t i = 0; i < children.size(); ++i)
+    if (titled[i] || !server.Read(children[i], "WM_STATE").bytes.empty()) return children[i];
   return frame;
 }
 
@@ -90,6 +102,13 @@ std::string FromLatin1(const std::string& bytes) {
   std::string text;
   for (const char byte : bytes) AppendCharacter(text, static_cast<unsigned char>(byte));
   return text;
+}
+
+std::string TitleOf(XServer& server, const Property& modern, const Property& title) {
+  if (!modern.bytes.empty()) return modern.bytes.substr(0, modern.bytes.find('\0'));
+  auto text = title.type == server.Atom("COMPOUND_TEXT") ? FromCompoundText(title.bytes) : std::string();
+  if (text.empty()) text = title.bytes.substr(0, title.bytes.find('\0'));
+  return title.type == XCB_ATOM_STRING ? FromLatin1(text) : text;
 }
 
 }  // namespace
@@ -102,7 +121,7 @@ WindowFacts ReadFacts(XServer& server, xcb_window_t window) {
 std::vector<xcb_window_t> TopLevels(XServer& server) {
   const Standstill standstill(server);
   const auto managed = ManagedByFrame(server);
-  const auto root = ReadTree(server, server.Root());
+  const auto root = std::move(ReadTrees(server, {server.Root()}).front());
   if (!root) return {};
   const auto* children = ::xcb_query_tree_children(root.get());
   std::vector<xcb_window_t> windows(children, children + ::xcb_query_tree_children_length(root.get()));
@@ -110,19 +129,22 @@ std::vector<xcb_window_t> TopLevels(XServer& server) {
   // The window manager's mark is a window of its own, with a title that nobody sees.
   for (const auto mark : server.ReadNumbers(server.Root(), "_NET_SUPPORTING_WM_CHECK")) std::erase(windows, mark);
   windows = Drawable(server, windows);
-  for (auto& window : windows) {
-    const auto at = managed.find(window);
-    window = at != managed.end() ? at->second : InsideOf(server, window);
+  const auto titled = HaveTitles(server, windows);
+  for (std::size_t i = 0; i < windows.size(); ++i) {
+    const auto at = managed.find(windows[i]);
+    if (at != managed.end())
+      windows[i] = at->second;
+    else if (!titled[i])
+      windows[i] = InsideOf(server, windows[i]);
   }
   return windows;
 }
 
-std::string TitleOf(XServer& server, xcb_window_t window) {
-  const auto [modern, title] = server.ReadTwo(window, "_NET_WM_NAME", "WM_NAME");
-  if (!modern.bytes.empty()) return modern.bytes.substr(0, modern.bytes.find('\0'));
-  auto text = title.type == server.Atom("COMPOUND_TEXT") ? FromCompoundText(title.bytes) : std::string();
-  if (text.empty()) text = title.bytes.substr(0, title.bytes.find('\0'));
-  return title.type == XCB_ATOM_STRING ? FromLatin1(text) : text;
+std::vector<std::string> TitlesOf(XServer& server, const std::vector<xcb_window_t>& windows) {
+  std::vector<std::string> titles;
+  for (const auto& [modern, title] : server.ReadTwo(windows, "_NET_WM_NAME", "WM_NAME"))
+    titles.push_back(TitleOf(server, modern, title));
+  return titles;
 }
 
 bool IsManaged(XServer& server, xcb_window_t window) {

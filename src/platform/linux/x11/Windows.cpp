@@ -22,20 +22,39 @@ bool IsOnX(WindowHandle window) { return window != 0 && window < 0x20000000; }
 // True for a request that came from a tool of the user and not from the window's own program.
 constexpr std::uint32_t FromUsersTool = 2;
 
-std::vector<WindowHandle> AllWindows() {
-  std::vector<WindowHandle> windows;
-  if (auto* server = TheXServer()) windows = TopLevels(*server);
-  std::vector<WindowHandle> own;
+struct Titled {
+  WindowHandle window = 0;
+  std::string title;
+};
+
+std::vector<Titled> AllWindows() {
+  std::vector<WindowHandle> onServer;
+  std::vector<std::string> titles;
+  if (auto* server = TheXServer()) {
+    onServer = TopLevels(*server);
+    titles = TitlesOf(*server, onServer);
+  }
+  std::vector<Titled> windows;
   for (const auto* form : OwnForms())
-    if (std::ranges::count(windows, form->Number()) == 0) own.push_back(form->Number());
-  windows.insert(windows.begin(), own.begin(), own.end());
+    if (std::ranges::count(onServer, form->Number()) == 0) windows.push_back({form->Number(), form->Title()});
+  for (std::size_t i = 0; i < onServer.size(); ++i) {
+    const auto* own = FindOwn(onServer[i]);
+    windows.push_back({onServer[i], own && own->IsForm() ? own->Title() : titles[i]});
+  }
   return windows;
 }
 
+// The window at which an enumeration is: its title was read with those of all others.
+Titled& TheEnumerated() {
+  static Titled enumerated;
+  return enumerated;
+}
+
 std::string TitleOf(WindowHandle window) {
+  if (const auto& at = TheEnumerated(); window != 0 && window == at.window) return at.title;
   if (const auto* own = FindOwn(window); own && own->IsForm()) return own->Title();
   auto* server = IsOnX(window) ? TheXServer() : nullptr;
-  return server ? TitleOf(*server, window) : std::string();
+  return server ? TitlesOf(*server, {window}).front() : std::string();
 }
 
 bool Shows(WindowHandle window) {
@@ -104,8 +123,8 @@ bool KeepOwnAbove(OwnWindow& own, bool above) {
 
 WindowHandle FindWindowA(const std::string& title) {
   const auto wanted = platform::LowerCase(title);
-  for (const auto window : AllWindows())
-    if (platform::LowerCase(TitleOf(window)) == wanted) return window;
+  for (const auto& [window, text] : AllWindows())
+    if (platform::LowerCase(text) == wanted) return window;
   return 0;
 }
 
@@ -127,9 +146,14 @@ bool SetForegroundWindow(WindowHandle window) {
 }
 
 bool EnumWindows(const std::function<bool(WindowHandle)>& callback) {
-  for (const auto window : AllWindows())
-    if (!callback(window)) return false;
-  return true;
+  auto windows = AllWindows();
+  const bool all = std::ranges::all_of(windows, [&](Titled& titled) {
+    const auto window = titled.window;
+    TheEnumerated() = std::move(titled);
+    return callback(window);
+  });
+  TheEnumerated() = {};
+  return all;
 }
 
 int GetWindowTextLengthA(WindowHandle window) { return static_cast<int>(TitleOf(window).size()); }
@@ -160,8 +184,7 @@ bool SetWindowPos(WindowHandle window, std::int32_t insertAfter, int x, int y, i
 
 bool AppActivate(const std::string& title) {
   WindowHandle found = 0;
-  for (const auto window : AllWindows()) {
-    const auto text = TitleOf(window);
+  for (const auto& [window, text] : AllWindows()) {
     if (!text.starts_with(title) || !Shows(window)) continue;
     if (text == title) {
       found = window;

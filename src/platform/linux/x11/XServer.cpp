@@ -46,10 +46,19 @@ Property XServer::Answer(xcb_get_property_cookie_t request) {
 
 Property XServer::Read(xcb_window_t window, const std::string& name) { return Answer(Ask(window, name)); }
 
-std::pair<Property, Property> XServer::ReadTwo(xcb_window_t window, const std::string& name, const std::string& other) {
-  const std::array requests = {Ask(window, name), Ask(window, other)};
-  auto first = Answer(requests[0]);
-  return {std::move(first), Answer(requests[1])};
+std::vector<std::pair<Property, Property>> XServer::ReadTwo(const std::vector<xcb_window_t>& windows,
+                                                            const std::string& name, const std::string& other) {
+  std::vector<std::pair<xcb_get_property_cookie_t, xcb_get_property_cookie_t>> requests;
+  for (const auto window : windows) {
+    const auto first = Ask(window, name);
+    requests.emplace_back(first, Ask(window, other));
+  }
+  std::vector<std::pair<Property, Property>> properties;
+  for (const auto& [first, second] : requests) {
+    auto answer = Answer(first);
+    properties.emplace_back(std::move(answer), Answer(second));
+  }
+  return properties;
 }
 
 std::vector<std::uint32_t> XServer::ReadNumbers(xcb_window_t window, const std::string& name) {

@@ -46,8 +46,9 @@ class XServer {
   Property Read(xcb_window_t window, const std::string& name);
   // The same, of a property that is a list of numbers of 32 bits.
   std::vector<std::uint32_t> ReadNumbers(xcb_window_t window, const std::string& name);
-  // Two properties of a window, asked for at once.
-  std::pair<Property, Property> ReadTwo(xcb_window_t window, const std::string& name, const std::string& other);
+  // Two properties of each of some windows, all asked for before the first answer is awaited.
+  std::vector<std::pair<Property, Property>> ReadTwo(const std::vector<xcb_window_t>& windows, const std::string& name,
+                                                     const std::string& other);
   // True where the server did what it was asked.
   bool Did(xcb_void_cookie_t request);
   // Asks the window manager for something about a window.
