@@ -7,12 +7,14 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <filesystem>
 #include <optional>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 #include "platform/linux/ground/Place.h"
+#include "platform/linux/ground/UserFolder.h"
 #include "platform/linux/processes/Handles.h"
 
 namespace onlinux {
@@ -98,10 +100,18 @@ bool Fits(int to, const Old& old, Keeping keeping) {
   return given || keeping == Keeping::Nothing;
 }
 
+// Where a save goes. The program's folder of the user's own is made for the first one.
+Place PlaceToWrite(const std::string& path) {
+  auto place = PlaceOf(path);
+  const auto own = UserFolder("velmaro");
+  const bool isMissing = !place.folder && !place.isRefused && std::filesystem::path(path).parent_path() == own;
+  return isMissing && MakeUserFolder(own) ? PlaceOf(path) : std::move(place);
+}
+
 }  // namespace
 
 Descriptor OpenToWrite(const std::string& path, int flags) {
-  const auto place = PlaceOf(path);
+  const auto place = PlaceToWrite(path);
   const auto open = [&](int more) {
     return Descriptor(::openat(place.folder.get(), place.name.c_str(), flags | O_NOFOLLOW | more, 0666));
   };
@@ -138,7 +148,7 @@ bool TakePlace(platform::Replacement& replacement, Keeping keeping) {
 namespace platform {
 
 Replacement CreateReplacement(const std::string& path) {
-  auto place = onlinux::PlaceOf(path);
+  auto place = onlinux::PlaceToWrite(path);
   Replacement made{.target = place.name};
   if (!place.folder) return made;
   const int folder = place.folder.get();

@@ -45,10 +45,7 @@ std::string LibraryPath(const std::string& name) {
 namespace platform {
 
 std::string AppFolder() {
-  if (onlinux::InstalledPrefix().empty()) return onlinux::ProgramFolder();
-  const auto folder = onlinux::UserFolder("velmaro");
-  onlinux::MakeUserFolder(folder);
-  return folder.string();
+  return onlinux::InstalledPrefix().empty() ? onlinux::ProgramFolder() : onlinux::UserFolder("velmaro").string();
 }
 
 }  // namespace platform
