@@ -22,7 +22,8 @@ endif()
 if(VELMARO_FUZZ)
   # What of Linux only takes texts and files apart.
   set(readers files/SettingsText ground/Descriptor ground/GroupPlace ground/ReadWhole ground/Words memory/ControlGroup
-    processes/ProcFolder processes/ProcessNames processes/ProcessStatus processes/Script starts/Command)
+    processes/ProcFolder processes/ProcessNames processes/ProcessStatus processes/Script starts/Command
+    starts/DesktopEntry)
   list(TRANSFORM readers REPLACE "(.+)" "src/platform/linux/\\1.cpp")
   add_library(velmaro_linux_readers STATIC ${readers})
   target_link_libraries(velmaro_linux_readers PUBLIC velmaro)

@@ -26,10 +26,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     again += Quoted(word) + "\t";
   }
   fuzz::Expect(onlinux::SplitWords(again) == words);
-  int error = 0;
-  if (const auto command = onlinux::Resolve(onlinux::SplitCommand(line), error))
+  onlinux::Refusal refusal;
+  if (const auto command = onlinux::Resolve(onlinux::SplitCommand(line), refusal))
     fuzz::Expect(onlinux::IsProgram(command->path) && !command->words.empty());
   else
-    fuzz::Expect(error == ENOENT || error == EACCES);
+    fuzz::Expect(refusal.error == ENOENT || refusal.error == EACCES);
   return 0;
 }

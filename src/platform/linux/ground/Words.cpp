@@ -9,7 +9,7 @@ std::vector<char*> Pointers(const std::vector<std::string>& words) {
   return pointers;
 }
 
-std::vector<std::string> SplitWords(std::string_view line) {
+std::vector<std::string> SplitWords(std::string_view line, std::string_view escaped) {
   std::vector<std::string> words;
   bool open = false;  // a word has begun, which may be empty
   char quote = 0;
@@ -26,7 +26,7 @@ std::vector<std::string> SplitWords(std::string_view line) {
       quote = 0;
     } else if (quote == 0 && (c == '"' || c == '\'')) {
       quote = c;
-    } else if (c == '\\' && next != '\0' && (quote == 0 || (quote == '"' && (next == '"' || next == '\\')))) {
+    } else if (c == '\\' && next != '\0' && (quote == 0 || (quote == '"' && escaped.find(next) != escaped.npos))) {
       words.back() += next;
       ++i;
     } else {

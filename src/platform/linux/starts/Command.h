@@ -20,11 +20,19 @@ std::string Absolute(const std::string& path);
 struct Command {
   std::string path;
   std::vector<std::string> words;
+  std::string folder = {};  // where it begins; empty leaves that to whoever starts it
 };
-// What a program's words come down to: the program, or the desktop's opener for a document or an address. Nothing where
-// there is no such file or no opener; `error` is then the system's.
-std::optional<Command> Resolve(const std::vector<std::string>& words, int& error);
-// The command that opens a file or an address with the desktop's opener; nothing where there is no opener.
-std::optional<Command> Opener(const std::string& what);
+// Why nothing can be executed: the system's error, and the name that it is about.
+struct Refusal {
+  int error = 0;
+  std::string name = {};
+};
+// What a program's words come down to: the program, what a desktop entry starts, or the desktop's opener for a document
+// or an address. Nothing where there is no such file or nothing to open it.
+std::optional<Command> Resolve(const std::vector<std::string>& words, Refusal& refusal);
+// What runs or opens a file that is no program of this system: Wine for one of Windows, the shell for a script that may
+// be executed and names no interpreter, else the desktop's opener. Nothing where that is not there, or would ask this
+// program again.
+std::optional<Command> InPlaceOf(const Command& command);
 
 }  // namespace onlinux

@@ -35,10 +35,10 @@ bool OpensTexts() {
 }
 
 std::uint32_t Run(const std::vector<std::string>& words, const std::string& folder) {
-  int error = 0;
-  auto command = onlinux::Resolve(words, error);
+  onlinux::Refusal refusal;
+  auto command = onlinux::Resolve(words, refusal);
   if (command) command->path = onlinux::Absolute(command->path);
-  if (command) error = onlinux::StartApart(*command, folder).error;
+  const int error = command ? onlinux::StartApart(*command, folder).error : refusal.error;
   if (command && error == 0) return Started;
   return error == ENOENT ? NotFound : AccessDenied;
 }

@@ -63,7 +63,8 @@ int Run(void* told) {
 
 Apart StartOne(const Command& command, const std::string& folder, std::uint32_t priorityClass) {
   const auto pointers = Pointers(command.words);
-  Plan plan{command.path.c_str(), pointers.data(), folder.c_str(), priorityClass, {}};
+  const auto& begins = command.folder.empty() ? folder : command.folder;
+  Plan plan{command.path.c_str(), pointers.data(), begins.c_str(), priorityClass, {}};
   // Two copies of the tables of this memory would take as long as the rest of a start.
   const auto child = ::vfork();
   if (child < 0) plan.apart.error = errno;
@@ -72,20 +73,10 @@ Apart StartOne(const Command& command, const std::string& folder, std::uint32_t 
   return plan.apart;
 }
 
-// What a file stands for that may be executed and is no program after all: a script that names no interpreter, or a
-// document on a disk where all files may be executed.
-std::optional<Command> InPlaceOf(const Command& command) {
-  const auto path = Absolute(command.path);
-  if (!path.ends_with(".sh")) return Opener(path);
-  Command shell{"/bin/sh", command.words};
-  shell.words.front() = path;
-  shell.words.insert(shell.words.begin(), shell.path);
-  return shell;
-}
-
 }  // namespace
 
 int Become(const Command& command) {
+  if (!command.folder.empty() && ::chdir(command.folder.c_str()) != 0 && ::chdir("/") != 0) return errno;
   ::execve(command.path.c_str(), Pointers(command.words).data(), StartEnvironment());
   const auto error = errno;
   const auto other = error == ENOEXEC ? InPlaceOf(command) : std::nullopt;

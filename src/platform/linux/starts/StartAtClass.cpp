@@ -124,9 +124,9 @@ Started StartBeside(const Start& start, Command command) {
 
 std::optional<Started> StartAtClass(const Start& start) {
   const auto words = WordsOf(start.command);
-  int error = 0;
-  const auto command = onlinux::Resolve(words, error);
-  if (!command) return Failed(words.empty() ? std::string() : words.front(), error);
+  onlinux::Refusal refusal;
+  const auto command = onlinux::Resolve(words, refusal);
+  if (!command) return Failed(refusal.name, refusal.error);
   return start.takesPlace ? TakePlace(start, *command) : StartBeside(start, *command);
 }
 
