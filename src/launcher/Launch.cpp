@@ -32,8 +32,9 @@ void formLauncher::btnOK_Click() {
     Hide();
     SaveSetting("LastRun", command);
     const auto entry = ChosenEntry();
-    if (StartAtMode({.command = command, .atHome = true}, entry, true)) {
+    if (const auto started = StartAtMode({.command = command, .atHome = true}, entry, true)) {
       MarkEntry(entry);
+      if (!App().Default<formVelmaro>().QuietMode) TellIfNotRaised(*started, entry);
     } else {
       StartCommand(command, platform::SW_SHOWNORMAL);
       MarkEntry(entry);

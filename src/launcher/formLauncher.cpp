@@ -93,4 +93,11 @@ void formVelmaro::mnuFileRun_Click() { App().Default<formLauncher>().ShowModal(t
 
 void formVelmaro::btnLaunch_Click() { mnuFileRun_Click(); }
 
+void formVelmaro::Form_DropFiles(const std::vector<std::string>& Files) {
+  auto& launcher = App().Default<formLauncher>();
+  LoadForm(launcher);
+  launcher.cmbRun.SetText(Files.front());
+  launcher.ShowModal(this);
+}
+
 }  // namespace velmaro

@@ -94,6 +94,7 @@ void formVelmaro::BindEvents() {
   Load = [this] { Form_Load(); };
   Resize = [this] { Form_Resize(); };
   KeyUp = [this](int keyCode, int shift) { Form_KeyUp(keyCode, shift); };
+  DropFiles = [this](const std::vector<std::string>& files) { Form_DropFiles(files); };
   Timer1.Tick = [this] { Timer1_Timer(); };
 
   List1.DblClick = [this] { List1_DblClick(); };

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "runtime/Buttons.h"
 #include "runtime/Form.h"
@@ -122,6 +123,8 @@ class formVelmaro : public Form {
   Form& FreeMemoryInWindow();
   void mnuFileRun_Click();
   void btnLaunch_Click();
+  // Opens the Run dialog with the first of the files as its command.
+  void Form_DropFiles(const std::vector<std::string>& Files);
   void mnuEditKillListHere_Click();
   void mnuEditNoKillListHere_Click();
 

@@ -65,13 +65,25 @@ CommandParts PartsOf(const std::string& commandLine) {
   return parts(std::min(first, commandLine.size()));
 }
 
+namespace {
+
+void TellClass(const platform::Started& started, std::uint32_t asked) {
+  const ClassOutcome outcome{.made = started.shortfall.empty(), .now = started.priorityClass};
+  MsgBox(ClassSentence(started.program, asked, outcome, started.shortfall + '.'), platform::MB_ICONINFORMATION);
+}
+
+}  // namespace
+
+void TellIfNotRaised(const platform::Started& started, std::int16_t mode) {
+  const auto now = started.priorityClass;
+  const bool isRaised = now == platform::HIGH_PRIORITY_CLASS || now == platform::REALTIME_PRIORITY_CLASS;
+  if (now != 0 && !isRaised && !started.shortfall.empty()) TellClass(started, ClassOfMode(mode));
+}
+
 std::optional<platform::Started> StartAtMode(platform::Start start, std::int16_t mode, bool quiet) {
   start.priorityClass = ClassOfMode(mode);
   auto started = platform::StartAtClass(start);
-  if (quiet || !started || started->priorityClass == 0) return started;
-  const ClassOutcome outcome{.made = started->shortfall.empty(), .now = started->priorityClass};
-  const auto sentence = ClassSentence(started->program, start.priorityClass, outcome, started->shortfall + '.');
-  MsgBox(sentence, platform::MB_ICONINFORMATION);
+  if (!quiet && started && started->priorityClass != 0) TellClass(*started, start.priorityClass);
   return started;
 }
 

@@ -28,4 +28,7 @@ CommandParts PartsOf(const std::string& commandLine);
 // started then.
 std::optional<platform::Started> StartAtMode(platform::Start start, std::int16_t mode, bool quiet);
 
+// Tells in a box of a start that was refused every class above the usual one, and what would help.
+void TellIfNotRaised(const platform::Started& started, std::int16_t mode);
+
 }  // namespace velmaro

@@ -202,6 +202,10 @@ void Form::RaiseKeyUp(int keyCode, int shift) {
   if (args_.KeyPreview && KeyUp) Resume([&] { KeyUp(keyCode, shift); });
 }
 
+void Form::RaiseDropFiles(const std::vector<std::string>& files) {
+  if (DropFiles && !files.empty() && !unloaded_) Resume([&] { DropFiles(files); });
+}
+
 void LoadForm(Form& form) {
   if (form.loaded_ || form.unloaded_) return;
   form.loaded_ = true;

@@ -57,6 +57,8 @@ class Form {
   // A key was pressed or released in the window, told before the control that has the keyboard sees it (KeyPreview).
   std::function<void(int KeyCode, int Shift)> KeyDown;
   std::function<void(int KeyCode, int Shift)> KeyUp;
+  // Files were dropped on the window, by their paths. A form without a handler takes none.
+  std::function<void(const std::vector<std::string>& Files)> DropFiles;
   // The form is about to end; Cancel keeps it.
   std::function<void(bool& Cancel)> Unload;
   // The user's session is about to end, and the form with it; Cancel refuses.
@@ -119,6 +121,7 @@ class Form {
   void RaiseActivate();
   void RaiseKeyDown(int keyCode, int shift);
   void RaiseKeyUp(int keyCode, int shift);
+  void RaiseDropFiles(const std::vector<std::string>& files);
 
   // For the parts: they belong to the form from their making to their end.
   void Add(Control& control) { controls_.push_back(&control); }

@@ -254,4 +254,10 @@ void Restore(Form& form) { Reach(form).SetState(velmaro::WindowState::Normal); }
 
 void Activate(Form& form) { ReachInside(form); }
 
+void Drop(Form& form, const std::vector<std::string>& files) {
+  ReachInside(form);
+  if (!form.DropFiles) Refuse(form.Caption(), "it takes no files");
+  form.RaiseDropFiles(files);
+}
+
 }  // namespace simulated

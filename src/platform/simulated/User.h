@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "runtime/Buttons.h"
 #include "runtime/ComboBox.h"
@@ -63,5 +64,7 @@ void Minimize(velmaro::Form& form);
 void Maximize(velmaro::Form& form);
 void Restore(velmaro::Form& form);
 void Activate(velmaro::Form& form);
+// Drops files on a window.
+void Drop(velmaro::Form& form, const std::vector<std::string>& files);
 
 }  // namespace simulated

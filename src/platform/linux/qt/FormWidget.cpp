@@ -3,11 +3,25 @@
 #include <xcb/xcb.h>
 
 #include <QCloseEvent>
+#include <QDropEvent>
+#include <QFile>
+#include <QMimeData>
 #include <QTimer>
+#include <QUrl>
 
 #include "platform/linux/qt/FormWindow.h"
 
 namespace onlinux {
+namespace {
+
+std::vector<std::string> FilesIn(const QMimeData& data) {
+  std::vector<std::string> files;
+  for (const auto& address : data.urls())
+    if (address.isLocalFile()) files.push_back(QFile::encodeName(address.toLocalFile()).toStdString());
+  return files;
+}
+
+}  // namespace
 
 bool FormWidget::event(QEvent* event) {
   const bool handled = QWidget::event(event);
@@ -21,6 +35,16 @@ void FormWidget::resizeEvent(QResizeEvent*) { owner_.Resized(); }
 void FormWidget::closeEvent(QCloseEvent* event) {
   event->ignore();
   owner_.CloseAsked();
+}
+
+void FormWidget::dragEnterEvent(QDragEnterEvent* event) {
+  if (!FilesIn(*event->mimeData()).empty()) event->acceptProposedAction();
+}
+
+// Whoever dropped them waits for the answer, and what the form does with them may take as long as it likes.
+void FormWidget::dropEvent(QDropEvent* event) {
+  event->acceptProposedAction();
+  QTimer::singleShot(0, this, [this, files = FilesIn(*event->mimeData())] { owner_.Dropped(files); });
 }
 
 void FormWidget::changeEvent(QEvent* event) {

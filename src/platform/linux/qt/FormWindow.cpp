@@ -84,6 +84,7 @@ FormWindow::FormWindow(velmaro::Form& form)
   ++LiveForms();
   const auto& args = form.Args();
   widget_->setWindowTitle(ToQtLine(args.Caption));
+  widget_->setAcceptDrops(form.DropFiles != nullptr);
   widget_->setWindowIcon(IconOf(args.Icon));
   QObject::connect(qGuiApp, &QGuiApplication::commitDataRequest, widget_.get(),
                    [this](QSessionManager& session) { EndSession(session); });
@@ -207,6 +208,10 @@ void FormWindow::Hide(velmaro::Form*) {
 
 void FormWindow::CloseAsked() {
   if (!blocked_) form_.CloseByUser();
+}
+
+void FormWindow::Dropped(const std::vector<std::string>& files) {
+  if (!blocked_) form_.RaiseDropFiles(files);
 }
 
 // Nobody can see the form any more, whatever it has to say to that.

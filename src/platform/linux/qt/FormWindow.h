@@ -5,6 +5,8 @@
 #include <QWidget>
 #include <memory>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "platform/linux/ground/OwnWindows.h"
 #include "platform/linux/qt/FormMenus.h"
@@ -64,6 +66,7 @@ class FormWindow : public velmaro::FormPeer, public OwnWindow {
   void Resized();
   void Activated() { form_.RaiseActivate(); }
   void CloseAsked();
+  void Dropped(const std::vector<std::string>& files);
   void Destroyed();
   // Tells the form of a key. True where the form had a use for it.
   bool HandleKey(const QKeyEvent& event);

@@ -55,7 +55,7 @@ FormWindow::FormWindow(velmaro::Form& form) : form_(form), menus_(form.MenuBar()
   window_ = Create({.windowClass = reinterpret_cast<const wchar_t*>(static_cast<ULONG_PTR>(WindowClass())),
                     .text = form.Caption(),
                     .style = StyleOf(form.Args()),
-                    .extendedStyle = ExtendedStyleOf(form.Args()),
+                    .extendedStyle = ExtendedStyleOf(form.Args()) | (form.DropFiles ? WS_EX_ACCEPTFILES : 0),
                     .place = LikelyPlace(form.Args(), menus_.Bar()),
                     .menu = menus_.Bar()});
   ::SetWindowLongPtrW(window_.get(), GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
@@ -155,6 +155,8 @@ std::optional<LRESULT> FormWindow::Handle(const Message& message) {
     case WM_CLOSE:
       form_.CloseByUser();
       return 0;
+    case WM_DROPFILES:
+      return FilesDropped(reinterpret_cast<HDROP>(message.wParam));
     case WM_QUERYENDSESSION:
       return MayEndSession();
     case WM_GETMINMAXINFO:

@@ -55,6 +55,7 @@ class FormWindow final : public velmaro::FormPeer {
   static ATOM WindowClass();
   std::optional<LRESULT> Handle(const Message& message);
   LRESULT MayEndSession();
+  LRESULT FilesDropped(HDROP dropped);
   LRESULT Command(const Message& message);
   LRESULT Tick(UINT_PTR id);
   LRESULT Erase(HDC context);
