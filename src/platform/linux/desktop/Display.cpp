@@ -52,14 +52,20 @@ bool IsServerThere(const std::string& plugin) {
   return calls && calls->HasServer();
 }
 
+// A compositor may start an X server when it is first asked for one, which takes long, and nobody may need it.
+bool IsSecondX(const std::string& plugin, const std::string& before) {
+  return plugin.starts_with("xcb") && !before.empty() && !Told("DISPLAY").empty();
+}
+
 }  // namespace
 
 std::string WaysToShow() {
   const auto named = Told("QT_QPA_PLATFORM");
-  std::istringstream ways(named.empty() ? "xcb;wayland" : named);
+  std::istringstream ways(named.empty() ? "wayland;xcb" : named);
   std::string there;
   for (std::string way; std::getline(ways, way, ';');)
-    if (IsServerThere(platform::LowerCase(way))) there += (there.empty() ? "" : ";") + way;
+    if (IsSecondX(platform::LowerCase(way), there) || IsServerThere(platform::LowerCase(way)))
+      there += (there.empty() ? "" : ";") + way;
   return there;
 }
 

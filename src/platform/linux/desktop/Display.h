@@ -5,8 +5,9 @@
 namespace onlinux {
 
 // The ways of showing windows that the toolkit may take, by the names of Qt's plugins for them with ";" between: those
-// that the user names, else X before Wayland, for only there windows can be pinned, and those of other programs be
-// listed. One whose server does not answer in time is left out; Qt would wait for it, or end the whole program.
+// that the user names, else Wayland before X, for only there text is sharp at every scale. One whose server does not
+// answer in time is left out; Qt would wait for it, or end the whole program. X behind another way is not asked:
+// whoever takes it asks.
 std::string WaysToShow();
 
 }  // namespace onlinux

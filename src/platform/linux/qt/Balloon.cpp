@@ -10,6 +10,7 @@
 #include <QToolTip>
 #include <algorithm>
 
+#include "platform/linux/qt/Look.h"
 #include "platform/linux/qt/QtText.h"
 
 namespace onlinux {
@@ -42,6 +43,7 @@ class TipWidget : public QWidget {
       : QWidget(over->window(), Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowTransparentForInput),
         balloon_(look.balloon) {
     setAttribute(Qt::WA_ShowWithoutActivating);
+    setAttribute(Qt::WA_TranslucentBackground, balloon_ && IsOnWayland());
     auto colors = QToolTip::palette();
     if (look.textColor) colors.setColor(QPalette::ToolTipText, *look.textColor);
     if (look.groundColor) colors.setColor(QPalette::ToolTipBase, *look.groundColor);
@@ -93,9 +95,11 @@ class TipWidget : public QWidget {
     return path.united(pointer);
   }
 
-  // Under the control, or above it where the screen ends.
+  // Under the control, or above it where the screen ends. What stays inside of the window is surely on the screen.
   void Place(bool centered, const QWidget* over) {
-    const auto screen = over->screen()->availableGeometry();
+    const auto* around = over->window();
+    const auto screen =
+        IsOnWayland() ? QRect(around->mapToGlobal(QPoint(0, 0)), around->size()) : over->screen()->availableGeometry();
     const QRect control(over->mapToGlobal(QPoint(0, 0)), over->size());
     const int middle = control.center().x();
     int left = centered || !balloon_ ? middle - width() / 2 : middle - 2 * radius;

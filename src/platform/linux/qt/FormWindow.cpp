@@ -228,6 +228,9 @@ void FormWindow::PopupMenu(velmaro::Menu& menu, std::optional<velmaro::Bounds> p
   std::map<const velmaro::Menu*, QAction*> actions;
   FillMenu(popup, menu, actions);
   if (const auto at = actions.find(defaultEntry); at != actions.end()) popup.setDefaultAction(at->second);
+  // Wayland takes a menu that belongs to no window for one of its own.
+  popup.winId();
+  popup.windowHandle()->setTransientParent(widget_->windowHandle());
   popup.exec(place ? client_->mapToGlobal(scale_.Pixels(*place).topLeft()) : menuPlace_.value_or(QCursor::pos()));
 }
 

@@ -66,6 +66,8 @@ double BaseSize(const QFont& font, double twipsPerPixel) {
 
 }  // namespace
 
+bool IsOnWayland() { return QApplication::platformName().startsWith("wayland"); }
+
 Scale::Scale() : twipsPerPixel_(15) {
   const auto* screen = QApplication::primaryScreen();
   if (screen) twipsPerPixel_ = static_cast<velmaro::Twips>(1440.0 / screen->logicalDotsPerInchX());

@@ -16,6 +16,10 @@ class Control;
 
 namespace onlinux {
 
+// True where windows are Wayland's. There they are all blended and none is cut out, and nobody is told where on the
+// screen they are.
+bool IsOnWayland();
+
 // What lengths on a form come to on the screen. Qt's pixels, which it scales itself where the screen is set so.
 class Scale {
  public:

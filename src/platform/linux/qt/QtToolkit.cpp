@@ -21,6 +21,7 @@
 #include "platform/linux/qt/PanelPeers.h"
 #include "platform/linux/qt/ScrollBarPeer.h"
 #include "platform/linux/qt/TimerPeer.h"
+#include "platform/linux/x11/XServer.h"
 
 namespace onlinux {
 namespace {
@@ -39,15 +40,20 @@ QStringList PluginFolders() {
   return folders << qEnvironmentVariable("QT_QPA_PLATFORM_PLUGIN_PATH");
 }
 
-// Of the ways to show windows those that Qt has a plugin for. It ends the whole program where it finds none.
+bool HasPlugin(const QString& way) {
+  const auto name = "libq" + way.section(':', 0, 0).toLower() + "*.so";
+  return std::ranges::any_of(PluginFolders(), [&](const QString& folder) {
+    return !folder.isEmpty() && !QDir(folder).entryList({name}).isEmpty();
+  });
+}
+
+// Of the ways to show windows those that Qt has a plugin for. It ends the whole program where it finds none, or where
+// the first of them leads nowhere.
 std::string Installed(const char* ways) {
   QStringList installed;
   for (const auto& way : QString::fromUtf8(ways).split(';', Qt::SkipEmptyParts)) {
-    const auto name = "libq" + way.section(':', 0, 0).toLower() + "*.so";
-    if (std::ranges::any_of(PluginFolders(), [&](const QString& folder) {
-          return !folder.isEmpty() && !QDir(folder).entryList({name}).isEmpty();
-        }))
-      installed << way;
+    const bool isFirstX = installed.isEmpty() && way.startsWith("xcb", Qt::CaseInsensitive);
+    if (HasPlugin(way) && (!isFirstX || TheXServer())) installed << way;
   }
   return installed.join(';').toStdString();
 }
