@@ -68,7 +68,8 @@ class formVelmaro : public Form {
 
   // mainform/: the layout, the end and the about box.
 
-  // Lets the list grow with the window, or pushes a window below its limits back.
+  // Lets the list grow with the window, or pushes a window below its limits back. Where that is in vain, what it holds
+  // follows the size that it has.
   void Form_Resize();
   void mnuFileExit_Click();
   void lblCredits_Click();
@@ -149,6 +150,9 @@ class formVelmaro : public Form {
   void KillListedProcesses(const std::string& path);
   void EnumHiddenWindowProc(platform::WindowHandle window);
   void BindEvents();
+  void FitRows();
+
+  std::vector<Bounds> Designed;  // the places of the buttons, as they were made
 
   bool ListIsSeen = false;  // the start has come to where the window comes up
 };

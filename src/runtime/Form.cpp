@@ -169,12 +169,14 @@ CommandButton* Form::CancelButton() const {
   return FindButton(controls_, [](const CommandButton& button) { return button.Cancel(); });
 }
 
-void Form::ResizedTo(Twips width, Twips height, Twips scaleWidth, Twips scaleHeight, velmaro::WindowState state) {
+void Form::ResizedTo(Twips width, Twips height, Twips scaleWidth, Twips scaleHeight, velmaro::WindowState state,
+                     bool imposed) {
   width_ = width;
   height_ = height;
   scaleWidth_ = scaleWidth;
   scaleHeight_ = scaleHeight;
   state_ = state;
+  imposed_ = imposed;
   if (Resize) Resume(Resize);
 }
 

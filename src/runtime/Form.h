@@ -90,6 +90,8 @@ class Form {
   // becomes.
   Twips UpToWholePixel(Twips length) const;
   velmaro::WindowState WindowState() const { return state_; }
+  // True where the window has a size below the form's least one that the desktop imposes: to set another is in vain.
+  bool SizeIsImposed() const { return imposed_; }
   bool Visible() const { return visible_; }
   bool Loaded() const { return loaded_; }
   // True once the form has been unloaded. It is not shown again; a new instance takes its place.
@@ -111,8 +113,9 @@ class Form {
 
   // For the application, once no event of the form can be running: ends the native side.
   void DropPeers();
-  // For peers: the window got another size, in twips. Raises Resize.
-  void ResizedTo(Twips width, Twips height, Twips scaleWidth, Twips scaleHeight, velmaro::WindowState state);
+  // For peers: the window got another size, in twips, or its size is imposed. Raises Resize.
+  void ResizedTo(Twips width, Twips height, Twips scaleWidth, Twips scaleHeight, velmaro::WindowState state,
+                 bool imposed = false);
   // For peers: the user asks to close the window.
   void CloseByUser();
   // For peers: true where the form lets the user's session end.
@@ -152,6 +155,7 @@ class Form {
   Twips scaleWidth_;
   Twips scaleHeight_;
   velmaro::WindowState state_ = velmaro::WindowState::Normal;
+  bool imposed_ = false;
   bool visible_ = false;
   bool loaded_ = false;
   bool unloaded_ = false;

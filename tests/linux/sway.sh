@@ -2,7 +2,9 @@
 # Under a Wayland compositor with an X server beside it, the window is Wayland's own and bears the program's name. Ends
 # with 77 where that can't be had.
 set -u
-for tool in sway swaymsg Xwayland; do command -v $tool >/dev/null || { echo "skipped: there is no $tool"; exit 77; }; done
+for tool in sway swaymsg Xwayland; do
+  command -v $tool >/dev/null || { echo "skipped: there is no $tool"; exit 77; }
+done
 folder=$(mktemp -d) && cp "$1"/velmaro "$1"/velmaro-*.so "$folder" || exit 1
 trap 'kill $compositor; wait $compositor 2>/dev/null; rm -rf "$folder"' EXIT
 as=(env)  # the compositor does not run as an administrator

@@ -240,6 +240,10 @@ void ResizeWindow(Form& form, velmaro::Twips width, velmaro::Twips height) {
   window.SizeTo(width, height);
 }
 
+void ImposeSize(Form& form, velmaro::Twips width, velmaro::Twips height) {
+  ReachInside(form).ImposeSize(width, height);
+}
+
 void Minimize(Form& form) {
   if (!form.Args().MinButton) Refuse(form.Caption(), "it can't be minimized");
   Reach(form).SetState(velmaro::WindowState::Minimized);

@@ -60,6 +60,8 @@ void Slide(velmaro::HScrollBar& bar, int value);
 // What a window's title bar and frame do; the outer size is in twips.
 void CloseBox(velmaro::Form& form);
 void ResizeWindow(velmaro::Form& form, velmaro::Twips width, velmaro::Twips height);
+// A desktop that lays windows out side by side gives this one a size and holds it there.
+void ImposeSize(velmaro::Form& form, velmaro::Twips width, velmaro::Twips height);
 void Minimize(velmaro::Form& form);
 void Maximize(velmaro::Form& form);
 void Restore(velmaro::Form& form);

@@ -8,11 +8,15 @@
 #include <QMimeData>
 #include <QTimer>
 #include <QUrl>
+#include <utility>
 
 #include "platform/linux/qt/FormWindow.h"
 
 namespace onlinux {
 namespace {
+
+// In milliseconds: within it a desktop that lays windows out itself has given one that it shows its size.
+constexpr int arrangingTime = 1000;
 
 std::vector<std::string> FilesIn(const QMimeData& data) {
   std::vector<std::string> files;
@@ -26,6 +30,8 @@ std::vector<std::string> FilesIn(const QMimeData& data) {
 bool FormWidget::event(QEvent* event) {
   const bool handled = QWidget::event(event);
   if (event->type() == QEvent::WindowActivate) owner_.Activated();
+  if (event->type() == QEvent::Paint && !std::exchange(painted_, true))
+    QTimer::singleShot(arrangingTime, this, [this] { owner_.Arranged(); });
   return handled;
 }
 
@@ -52,11 +58,14 @@ void FormWidget::changeEvent(QEvent* event) {
   if (event->type() == QEvent::WindowStateChange) owner_.Resized();
 }
 
-// Any program may destroy any window of the X server, and Qt goes on as if it were there.
+// Any program may destroy any window of the X server, and Qt goes on as if it were there. It does so too where the
+// window keeps its size.
 bool FormWidget::nativeEvent(const QByteArray& kind, void* message, qintptr*) {
   if (kind != "xcb_generic_event_t") return false;
   const auto* event = static_cast<const xcb_destroy_notify_event_t*>(message);
-  if ((event->response_type & 0x7F) == XCB_DESTROY_NOTIFY && event->window == internalWinId())
+  const auto what = event->response_type & 0x7F;
+  if (what == XCB_CONFIGURE_NOTIFY) QTimer::singleShot(0, this, [this] { owner_.Configured(); });
+  if (what == XCB_DESTROY_NOTIFY && event->window == internalWinId())
     QTimer::singleShot(0, this, [this] { owner_.Destroyed(); });
   return false;
 }

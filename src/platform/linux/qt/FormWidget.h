@@ -23,6 +23,7 @@ class FormWidget : public QWidget {
 
  private:
   FormWindow& owner_;
+  bool painted_ = false;
 };
 
 }  // namespace onlinux

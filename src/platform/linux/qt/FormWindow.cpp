@@ -22,15 +22,6 @@
 namespace onlinux {
 namespace {
 
-// What forms count as their frame, menu bar included. The real frame is the window manager's and is not known before
-// the window shows, and forms lay out what they hold by the difference of outer and inner size.
-constexpr velmaro::Twips frameWidth = 120;
-constexpr velmaro::Twips frameHeight = 405;
-constexpr velmaro::Twips menuHeight = 285;
-
-// So soon after a window was pushed to a size, the same push again means that the desktop does not give it that size.
-constexpr int settlingTime = 500;
-
 bool IsOnX() { return QApplication::platformName() == "xcb"; }
 
 Qt::WindowFlags FlagsOf(const velmaro::FormArgs& args) {
@@ -40,15 +31,6 @@ Qt::WindowFlags FlagsOf(const velmaro::FormArgs& args) {
   if (args.MinButton) flags |= Qt::WindowMinimizeButtonHint;
   if (args.MaxButton) flags |= Qt::WindowMaximizeButtonHint;
   return flags;
-}
-
-velmaro::WindowState StateOf(const QWidget& window) {
-  if (window.isMinimized()) return velmaro::WindowState::Minimized;
-  return window.isMaximized() || window.isFullScreen() ? velmaro::WindowState::Maximized : velmaro::WindowState::Normal;
-}
-
-velmaro::Twips FrameHeight(const velmaro::Form& form) {
-  return frameHeight + (form.MenuBar().empty() ? 0 : menuHeight);
 }
 
 int& LiveForms() {
@@ -128,42 +110,6 @@ void FormWindow::Apply(velmaro::Change what) {
   if (what == velmaro::Change::Bounds) SizeTo(form_.Width(), form_.Height());
 }
 
-void FormWindow::SizeTo(velmaro::Twips width, velmaro::Twips height) {
-  const QSize wanted(scale_.Pixels(width - frameWidth), scale_.Pixels(height - FrameHeight(form_)) + BarHeight());
-  const auto now = widget_->size();
-  if (wanted == now) return;
-  // A size that a form pushes itself back to is a limit of the window: the desktop need not offer less.
-  if (reporting_ && wanted.width() > now.width()) widget_->setMinimumWidth(wanted.width());
-  if (reporting_ && wanted.height() > now.height()) widget_->setMinimumHeight(wanted.height());
-  const bool again = pushedFrom_ == now && sincePush_.isValid() && sincePush_.elapsed() < settlingTime;
-  if (reporting_ && again) return;
-  pushedFrom_ = now;
-  sincePush_.start();
-  widget_->resize(wanted);
-}
-
-void FormWindow::Resized() {
-  PlaceParts();
-  if (!shownBefore_) return;
-  const bool outer = std::exchange(reporting_, true);
-  const auto width = scale_.Twips(client_->width());
-  const auto height = scale_.Twips(client_->height());
-  form_.ResizedTo(width + frameWidth, height + FrameHeight(form_), width, height, StateOf(*widget_));
-  reporting_ = outer;
-}
-
-void FormWindow::PlaceFirst(const velmaro::Form* owner) {
-  if (form_.Args().StartUpPosition == velmaro::StartUpPosition::Manual) return;
-  const auto* above = owner ? static_cast<const FormWindow*>(owner->Peer()) : nullptr;
-  const bool overOwner = above && form_.Args().StartUpPosition == velmaro::StartUpPosition::CenterOwner;
-  const auto screen = widget_->screen()->availableGeometry();
-  auto place = widget_->rect();
-  place.moveCenter(overOwner ? above->widget_->frameGeometry().center() : screen.center());
-  place.moveRight(std::min(place.right(), screen.right()));
-  place.moveBottom(std::min(place.bottom(), screen.bottom()));
-  widget_->move(std::max(place.left(), screen.left()), std::max(place.top(), screen.top()));
-}
-
 // The widgets that take the keyboard, in the order that the form's tab indexes give. Where they overlap with texts and
 // pictures they lie above them.
 void FormWindow::OrderTabs() {
@@ -184,8 +130,10 @@ void FormWindow::OrderTabs() {
 
 void FormWindow::Show(velmaro::Form* owner) {
   if (!shownBefore_) {
+    if (const auto least = IsOnWayland() ? LeastTile() : LeastSize(); least.isValid()) widget_->setMinimumSize(least);
     PlaceFirst(owner);
     OrderTabs();
+    asked_ = widget_->size();
   }
   widget_->setWindowModality(owner ? Qt::ApplicationModal : Qt::NonModal);
   if (owner && owner->Peer()) {

@@ -64,6 +64,8 @@ class FormWindow : public velmaro::FormPeer, public OwnWindow {
   }
   // For the window itself: what the user and the desktop did.
   void Resized();
+  void Arranged();
+  void Configured();
   void Activated() { form_.RaiseActivate(); }
   void CloseAsked();
   void Dropped(const std::vector<std::string>& files);
@@ -80,6 +82,8 @@ class FormWindow : public velmaro::FormPeer, public OwnWindow {
   void PlaceParts();
   void OrderTabs();
   QSize ClientSize() const;
+  QSize LeastSize() const;
+  QSize LeastTile() const;
   int BarHeight() const;
   bool HandlePress(int keyCode, int shift);
   bool PressAccessKey(const QKeyEvent& event);
@@ -96,6 +100,8 @@ class FormWindow : public velmaro::FormPeer, public OwnWindow {
   bool blocked_ = false;
   bool shownBefore_ = false;
   bool reporting_ = false;
+  bool inVain_ = false;  // the window was pushed from a size below its least one, and has kept it
+  QSize asked_;          // the window's size when it was first shown
   QSize pushedFrom_;
   QElapsedTimer sincePush_;
 };

@@ -74,13 +74,23 @@ platform::PixelRect FormWindow::Client() const {
 void FormWindow::Report() {
   const auto twips = [this](int pixels) { return static_cast<velmaro::Twips>(pixels) * twipsPerPixel_; };
   const auto client = Client();
-  form.ResizedTo(twips(Outer().width), twips(Outer().height), twips(client.right), twips(client.bottom), state_);
+  form.ResizedTo(twips(Outer().width), twips(Outer().height), twips(client.right), twips(client.bottom), state_,
+                 inVain_);
 }
 
 void FormWindow::SizeTo(velmaro::Twips width, velmaro::Twips height) {
+  inVain_ = held_;
+  if (held_) return Report();
   const Size size{std::max(Pixels(width), Frame().width), std::max(Pixels(height), Frame().height)};
   if (size == normal_) return;
   normal_ = size;
+  Report();
+}
+
+void FormWindow::ImposeSize(velmaro::Twips width, velmaro::Twips height) {
+  normal_ = {Pixels(width), Pixels(height)};
+  held_ = true;
+  inVain_ = false;
   Report();
 }
 

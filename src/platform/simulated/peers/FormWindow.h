@@ -37,6 +37,8 @@ class FormWindow final : public velmaro::FormPeer {
   void ToFront();
   // Gives the window another outer size, in twips, and tells the form; the size it has changes nothing.
   void SizeTo(velmaro::Twips width, velmaro::Twips height);
+  // The same, and holds the window at that size, whatever the form does.
+  void ImposeSize(velmaro::Twips width, velmaro::Twips height);
   // Minimizes, maximizes or restores the window and tells the form.
   void SetState(velmaro::WindowState state);
   // The inner rectangle in pixels.
@@ -64,6 +66,8 @@ class FormWindow final : public velmaro::FormPeer {
   Living living_;
   velmaro::Twips twipsPerPixel_ = desktop_.twipsPerPixel;
   Size normal_;
+  bool held_ = false;
+  bool inVain_ = false;  // the form asked for another size since
   velmaro::WindowState state_ = velmaro::WindowState::Normal;
   std::map<const velmaro::Menu*, std::pair<bool, bool>> menus_;  // checked, visible
   bool blocked_ = false;
