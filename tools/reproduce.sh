@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Makes a release twice and compares the bytes: reproduce.sh [--whole]. The second time it is made from the source
 # archive of the first, in another folder, at another time, with another mask and language.
-# All of it takes minutes. Without --whole a telling part is compiled anew: the two libraries of the Linux program, all
+# All of it takes minutes. Without --whole a telling part is compiled anew: the three libraries of the Linux program, all
 # that is drawn, written or numbered by the build, and what knows its version or place. The rest is taken from the first.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -20,7 +20,7 @@ export TZ=Asia/Tokyo LC_ALL=C.UTF-8 CCACHE_DISABLE=1
 objects=(linux/CMakeFiles/velmaro.dir/src/platform/linux/ground/{Conventions,Places}.cpp.o
   linux/CMakeFiles/velmaro.dir/src/desktop/formSplash.cpp.o
   windows{,64}/CMakeFiles/velmaro_resources.dir/packaging/velmaro.rc.res)
-linux=(velmaro_toolkit velmaro_x11 velmaro_icon velmaro_documents)
+linux=(velmaro_toolkit velmaro_x11 velmaro_wayland velmaro_icon velmaro_documents)
 windows=(velmaro_resources)
 for object in "${objects[@]}"; do
   case $object in linux/*) linux+=("${object#*/}") ;; esac

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Installs what a machine with Debian 12 or 13 lacks to build Velmaro for the named platforms: setup.sh [linux] [windows]
-# With "checks" instead: what looks at a release, with "fuzz" what the fuzz targets are built with: what can't be had of
-# them is skipped. With "pictures": what takes those of the documents, and with "monkey" what plays at random.
+# With "checks" instead: what looks at a release, and a Wayland compositor for the tests, with "fuzz" what the fuzz
+# targets are built with: what can't be had of them is skipped. With "pictures": what takes those of the documents, and
+# with "monkey" what plays at random.
 # What builds a platform must be there in the end. Wine, which runs velmaro.exe, may stay missing: where no 32-bit Wine
 # can be had, the 64-bit one and a compiler for it are installed, and the 64-bit program stands in. "windows64" asks for
 # that one itself, and for 64-bit Wine only where it fits beside what is installed.
@@ -31,7 +32,8 @@ runs_32_bit() {
 for platform in "$@"; do
   case $platform in
     linux)
-      tools+=(pkg-config qt6-base-dev qt6-wayland libx11-dev libxcb1-dev libxcb-res0-dev libxcb-xtest0-dev openbox procps
+      tools+=(pkg-config qt6-base-dev qt6-wayland libx11-dev libxcb1-dev libxcb-res0-dev libxcb-xtest0-dev
+        libwayland-dev plasma-wayland-protocols openbox procps
         polkitd pkexec dbus-daemon dpkg-dev file "${display[@]}")
       ;;
     windows)
@@ -44,7 +46,7 @@ for platform in "$@"; do
       beside+=(wine64)
       ;;
     pictures | monkey) tools+=(xdotool openbox util-linux "${display[@]}") ;;
-    checks) tools=() checks+=(mandoc man-db groff-base appstream desktop-file-utils lintian) ;;
+    checks) tools=() checks+=(mandoc man-db groff-base appstream desktop-file-utils lintian sway xwayland) ;;
     fuzz) checks+=(clang libclang-rt-dev) ;;
   esac
 done

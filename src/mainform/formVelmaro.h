@@ -149,12 +149,15 @@ class formVelmaro : public Form {
   // Ends the programs of a kill list.
   void KillListedProcesses(const std::string& path);
   void EnumHiddenWindowProc(platform::WindowHandle window);
+  // Tells the user once where the desktop keeps windows from the list.
+  void TellOfMissingWindows();
   void BindEvents();
   void FitRows();
 
   std::vector<Bounds> Designed;  // the places of the buttons, as they were made
 
   bool ListIsSeen = false;  // the start has come to where the window comes up
+  bool MissingWindowsTold = false;
 };
 
 }  // namespace velmaro

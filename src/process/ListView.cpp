@@ -27,10 +27,12 @@ void formVelmaro::Option1_Click(std::int16_t Index) {
   const bool windows = Index == 6;
   mnuOptionsMain.SetVisible(!windows);
   mnuWOptionsMain.SetVisible(windows);
-  if (windows)
-    ListHiddenWindows();
-  else
+  if (!windows) {
     mnuFileRefresh_Click();
+    return;
+  }
+  ListHiddenWindows();
+  TellOfMissingWindows();
 }
 
 void formVelmaro::Timer1_Timer() {

@@ -1,7 +1,10 @@
 #include <optional>
+#include <utility>
 
 #include "mainform/formVelmaro.h"
+#include "platform/reach.h"
 #include "platform/user32.h"
+#include "runtime/Boxes.h"
 
 namespace velmaro {
 namespace {
@@ -55,15 +58,22 @@ void formVelmaro::EnumHiddenWindowProc(platform::WindowHandle window) {
     if (!mnuListHiddenWindows.Checked()) return;
     title = " - Hidden Window - " + std::to_string(static_cast<std::int32_t>(window));
   }
-  List1.AddItem(std::move(title));
+  List1.AddItem(title + platform::WindowRemark(window));
   List1.SetItemData(row, static_cast<std::int32_t>(window));
 }
 
 void formVelmaro::mnuWOption_Click(std::int16_t Index) {
   if (List1.ListIndex() < 0) return;
   const auto window = static_cast<platform::WindowHandle>(List1.ItemData(List1.ListIndex()));
-  if (const auto command = CommandOf(Index))
-    platform::SetWindowPos(window, command->insertAfter, 0, 0, 0, 0, command->flags);
+  const auto command = CommandOf(Index);
+  if (!command || platform::SetWindowPos(window, command->insertAfter, 0, 0, 0, 0, command->flags)) return;
+  if (const auto why = platform::WhyOutOfReach(window, command->flags); !why.empty())
+    MsgBox(why, platform::MB_ICONINFORMATION);
+}
+
+void formVelmaro::TellOfMissingWindows() {
+  if (std::exchange(MissingWindowsTold, true)) return;
+  if (const auto why = platform::WhyWindowsAreMissing(); !why.empty()) MsgBox(why, platform::MB_ICONINFORMATION);
 }
 
 void formVelmaro::mnuListHiddenWindows_Click() {

@@ -2,7 +2,7 @@
 #include <memory>
 
 #include "Children.h"
-#include "platform/linux/x11/Calls.h"
+#include "platform/linux/desktop/FirstWindow.h"
 #include "platform/linux/x11/TopLevels.h"
 #include "platform/linux/x11/WindowState.h"
 #include "platform/machine.h"

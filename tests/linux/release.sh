@@ -44,6 +44,6 @@ case $check in
     for told in package metainfo changes; do same "$work/program" "$work/$told"; done
     ;;
   # No file names a folder to look for libraries in: beside the program it could be anybody's.
-  loading) need readelf; ! readelf -d "$build"/velmaro{,-set-class,-x11.so,-toolkit.so} | grep -E 'RPATH|RUNPATH' ;;
+  loading) need readelf; ! readelf -d "$build"/velmaro{,-set-class,-x11.so,-wayland.so,-toolkit.so} | grep -E 'RPATH|RUNPATH' ;;
   *) echo "there is no check $check"; exit 1 ;;
 esac

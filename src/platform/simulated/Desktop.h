@@ -75,6 +75,7 @@ class Desktop {
   std::deque<Window> windows;
   std::vector<Placing> placings;
   std::vector<platform::WindowHandle> broughtToFront;  // by SetForegroundWindow
+  std::string whyWindowsAreMissing;
   platform::WindowHandle AddWindow(const std::string& title, bool visible = true);
   // A window of any program, the program's own forms too. Throws std::logic_error where there is none.
   Window& WindowOf(platform::WindowHandle handle);

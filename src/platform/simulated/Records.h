@@ -44,6 +44,8 @@ struct Window {
   std::string title;
   bool visible = true;
   bool topmost = false;
+  std::string remark = {};  // what is said of it behind its title
+  bool outOfReach = false;  // for programs that are to place it
 };
 
 // One call of SetWindowPos.

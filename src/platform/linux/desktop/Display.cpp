@@ -2,14 +2,13 @@
 
 #include <poll.h>
 #include <sys/socket.h>
-#include <sys/un.h>
 
 #include <array>
 #include <cstdlib>
 #include <sstream>
 
+#include "platform/linux/desktop/CompositorLine.h"
 #include "platform/linux/desktop/WindowCalls.h"
-#include "platform/linux/ground/Descriptor.h"
 #include "platform/machine.h"
 
 namespace onlinux {
@@ -32,23 +31,14 @@ bool Answers(const Descriptor& line) {
 }
 
 bool IsWaylandThere() {
-  auto path = Told("WAYLAND_DISPLAY");
-  if (path.empty()) return false;
-  if (path.front() != '/') path = Told("XDG_RUNTIME_DIR") + '/' + path;
-  sockaddr_un address{};
-  address.sun_family = AF_UNIX;
-  if (path.size() >= sizeof address.sun_path) return false;
-  path.copy(address.sun_path, path.size());
-  // A line on which nobody is heard must not hold up the connection either.
-  const Descriptor line(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
-  if (!line || ::connect(line.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) return false;
-  return Answers(line);
+  const auto line = LineToCompositor();
+  return line && Answers(line);
 }
 
 bool IsServerThere(const std::string& plugin) {
   if (plugin.starts_with("wayland")) return IsWaylandThere();
   if (!plugin.starts_with("xcb")) return true;
-  const auto* calls = TheWindowCalls();
+  const auto* calls = TheXCalls();
   return calls && calls->HasServer();
 }
 

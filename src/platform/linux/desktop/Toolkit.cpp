@@ -38,7 +38,7 @@ Place& ThePlace() {
 void LoadLibraries(Place& place) {
   // The toolkit needs it, and would look for it by itself where only this program looks safely. As soon as it is there,
   // the X server can be asked.
-  TheWindowCalls();
+  TheXCalls();
   place.entry = reinterpret_cast<Entry>(LoadEntry(ToolkitName, ToolkitEntry, place.error));
   if (place.entry && !HasMeansForToolkit()) {
     place.entry = nullptr;

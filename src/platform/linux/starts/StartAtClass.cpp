@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "platform/kernel32.h"
-#include "platform/linux/desktop/WindowCalls.h"
+#include "platform/linux/desktop/FirstWindow.h"
 #include "platform/linux/ground/Say.h"
 #include "platform/linux/processes/Descent.h"
 #include "platform/linux/processes/EndProcess.h"
@@ -56,8 +56,7 @@ void HideByTitle(const std::string& title) {
 
 void ShowFirst(const onlinux::Descent& descent, int showCommand) {
   constexpr std::chrono::seconds limit{10};
-  if (const auto* calls = onlinux::TheWindowCalls())
-    calls->ShowFirstWindow(descent, static_cast<onlinux::ShowState>(showCommand), limit);
+  onlinux::ShowFirstWindow(descent, static_cast<onlinux::ShowState>(showCommand), limit);
 }
 
 // What is done to a program that starts and to its windows: each task by a process of its own, none where there is

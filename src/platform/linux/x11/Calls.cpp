@@ -3,18 +3,18 @@
 #include "platform/linux/x11/XServer.h"
 
 // The one function of the library that others find by its name.
-extern "C" const onlinux::WindowCalls* VelmaroWindowCalls() {
+extern "C" const onlinux::XCalls* VelmaroXCalls() {
   using namespace onlinux;
-  static constexpr WindowCalls calls{.HasServer = [] { return TheXServer() != nullptr; },
-                                     .FindWindowA = FindWindowA,
-                                     .ShowWindow = ShowWindow,
-                                     .SetForegroundWindow = SetForegroundWindow,
-                                     .EnumWindows = EnumWindows,
-                                     .GetWindowTextLengthA = GetWindowTextLengthA,
-                                     .GetWindowTextA = GetWindowTextA,
-                                     .SetWindowPos = SetWindowPos,
-                                     .AppActivate = AppActivate,
-                                     .SendKeys = SendKeys,
-                                     .ShowFirstWindow = ShowFirstWindow};
+  static constexpr XCalls calls{{.Windows = Windows,
+                                 .TitleOf = TitleOf,
+                                 .Shows = Shows,
+                                 .Show = Show,
+                                 .BringToFront = BringToFront,
+                                 .KeepAbove = KeepAbove,
+                                 .TraitsOf = TraitsOf,
+                                 .LookOut = LookOnX},
+                                [] { return TheXServer() != nullptr; },
+                                Place,
+                                SendKeys};
   return &calls;
 }

@@ -1,8 +1,7 @@
-#include <poll.h>
-
 #include <algorithm>
 #include <array>
 #include <ranges>
+#include <utility>
 
 #include "platform/linux/processes/Descent.h"
 #include "platform/linux/x11/Calls.h"
@@ -12,12 +11,6 @@
 
 namespace onlinux {
 namespace {
-
-using Clock = std::chrono::steady_clock;
-using std::chrono::milliseconds;
-
-// Many a game takes its first window away and shows another, or the same again, before it settles.
-constexpr milliseconds settlingTime{1000};
 
 // What a program shows beside its windows, or before the first of them.
 bool IsForShow(XServer& server, xcb_window_t window) {
@@ -56,54 +49,46 @@ bool TellsOfWindows(XServer& server, const xcb_generic_event_t& event) {
   return name == server.Atom("_NET_CLIENT_LIST") || name == server.Atom("_NET_CLIENT_LIST_STACKING");
 }
 
-// Waits for such an event, and no longer than a moment: what a program or a manager writes on a window that it has
-// shown is told to nobody else.
-void AwaitNews(XServer& server, milliseconds left) {
-  const auto end = Clock::now() + std::min(left, milliseconds(200));
-  for (;;) {
-    bool news = false;
-    while (const Reply<xcb_generic_event_t> event{::xcb_poll_for_event(server.Line())})
-      news = TellsOfWindows(server, *event) || news;
-    const auto rest = std::chrono::ceil<milliseconds>(end - Clock::now());
-    if (news || rest.count() <= 0 || !server.Works()) return;
-    pollfd line{::xcb_get_file_descriptor(server.Line()), POLLIN, 0};
-    ::poll(&line, 1, static_cast<int>(rest.count()));
-  }
-}
-
 void Listen(XServer& server) {
   const std::uint32_t events = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
   ::xcb_change_window_attributes(server.Line(), server.Root(), XCB_CW_EVENT_MASK, &events);
 }
 
+class FirstXWindow : public FirstWindow {
+ public:
+  FirstXWindow(Descent descent, ShowState state) : descent_(std::move(descent)), state_(state) {
+    if (server_.Works()) Listen(server_);
+  }
+  int Line() const override { return server_.Works() ? ::xcb_get_file_descriptor(server_.Line()) : -1; }
+  bool HasNews() override {
+    bool news = false;
+    while (const Reply<xcb_generic_event_t> event{::xcb_poll_for_event(server_.Line())})
+      news = TellsOfWindows(server_, *event) || news;
+    return news;
+  }
+  Stage Look() override {
+    // The number of a window that went away can be a stranger's by now.
+    const bool had = window_ != XCB_NONE;
+    if (had && (!ReadFacts(server_, window_) || !BelongsTo(server_, window_, descent_))) window_ = XCB_NONE;
+    if (!had) window_ = FindFirst(server_, descent_);
+    if (window_ == XCB_NONE) return Stage::None;
+    if (IsInState(server_, window_, state_)) return Stage::Reached;
+    RequestState(server_, window_, state_);
+    return Stage::Asked;
+  }
+
+ private:
+  XServer server_;
+  Descent descent_;
+  ShowState state_;
+  xcb_window_t window_ = XCB_NONE;
+};
+
 }  // namespace
 
-bool ShowFirstWindow(const Descent& descent, ShowState state, milliseconds limit) {
-  if (state == ShowState::Normal) return true;
-  XServer server;
-  if (!server.Works()) return false;
-  Listen(server);
-  const auto end = Clock::now() + limit;
-  xcb_window_t window = XCB_NONE;
-  constexpr auto notYet = Clock::time_point::max();
-  auto settled = notYet;  // when the window will have kept its state for long enough
-  for (auto left = limit; server.Works() && left.count() > 0;
-       left = std::chrono::ceil<milliseconds>(end - Clock::now())) {
-    // The number of a window that went away can be a stranger's by now.
-    if (!ReadFacts(server, window) || !BelongsTo(server, window, descent)) {
-      window = FindFirst(server, descent);
-      settled = notYet;
-    }
-    if (window != XCB_NONE && IsInState(server, window, state)) {
-      settled = std::min(settled, Clock::now() + settlingTime);
-      if (Clock::now() >= settled) return true;
-    } else if (window != XCB_NONE) {
-      RequestState(server, window, state);
-      settled = notYet;
-    }
-    AwaitNews(server, left);
-  }
-  return settled != notYet;
+std::unique_ptr<FirstWindow> LookOnX(const Descent& descent, ShowState state) {
+  auto first = std::make_unique<FirstXWindow>(descent, state);
+  return first->Line() >= 0 ? std::move(first) : nullptr;
 }
 
 }  // namespace onlinux

@@ -92,7 +92,7 @@ bool SetWindowPos(WindowHandle handle, std::int32_t insertAfter, int x, int y, i
     return true;
   }
   auto* window = desktop.FindWindow(handle);
-  if (!window) return false;
+  if (!window || window->outOfReach) return false;
   Place(*window, insertAfter, flags);
   desktop.NoteActivation();
   return true;
