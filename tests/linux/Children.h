@@ -244,7 +244,10 @@ class VirtualDisplay {
     if (server_) server_->End(SIGTERM);  // so it takes its socket along
   }
   // Has its display be the one in the environment. False where there is none.
-  bool Use() const { return !number_.empty() && ::setenv("DISPLAY", (':' + number_).c_str(), 1) == 0; }
+  bool Use() const {
+    ::unsetenv("WAYLAND_DISPLAY");
+    return !number_.empty() && ::setenv("DISPLAY", (':' + number_).c_str(), 1) == 0;
+  }
 
  private:
   std::optional<Child> server_;

@@ -107,6 +107,9 @@ TEST_F(LinuxDisplays, AnInstalledProgramIsWholeAndTakesItsToolkitFromNowhereElse
   for (const auto* file :
        {"applications/velmaro.desktop", "icons/hicolor/128x128/apps/velmaro.png", "man/man1/velmaro.1.gz"})
     EXPECT_TRUE(fs::exists(folder / "usr/share/" + file)) << file;
+  EXPECT_NE(ReadBytes(folder / "usr/share/applications/velmaro.desktop").find("\nExec=" + (folder / "usr/bin/velmaro")),
+            std::string::npos)
+      << "Plasma tells of windows only to a program of that path";
 }
 
 class LinuxProgram : public InFolder {
