@@ -31,12 +31,15 @@ bool IsUnit(const std::string& name) { return name.ends_with(".scope") || name.e
 
 // The manager's own names for what a user starts; all others are the session's own.
 bool IsApp(const std::string& name) {
-  constexpr const char* beginnings[] = {"app-", "velmaro-", "run-", "dbus-:"};
+  constexpr const char* beginnings[] = {"app-", "velmaro-", "run-", "dbus-:", "snap."};
   return std::ranges::any_of(beginnings, [&](const char* beginning) { return name.starts_with(beginning); });
 }
 
-// One app by the way that they are made, whoever waits at a terminal in them.
-bool IsForOneApp(const std::string& name) { return name.starts_with("velmaro-") || name.starts_with("app-flatpak-"); }
+// Made for one start, whoever waits at a terminal in there.
+bool IsOwn(const std::string& name) { return name.starts_with("velmaro-"); }
+
+// By these, an app in a sandbox is known to the desktop: none of its processes may leave.
+bool IsWhole(const std::string& name) { return name.starts_with("app-flatpak-") || name.starts_with("snap."); }
 
 // Visits the folders of the groups below one, as deep as units may lie.
 template <class Visit>
@@ -90,8 +93,12 @@ std::vector<pid_t> ProcessesOf(const Unit& unit) {
 
 bool IsAppOf(const Unit& unit, std::uint32_t processId) {
   if (!IsApp(unit.name)) return false;
-  if (IsForOneApp(unit.name)) return true;
+  if (IsWhole(unit.name)) return true;
   const auto processes = ProcessesOf(unit);
+  // What runs below another program there is a part of that one: a library of games, a browser, a script.
+  if (const auto status = ReadStatus(processId))
+    if (std::ranges::find(processes, static_cast<pid_t>(status->parent)) != processes.end()) return false;
+  if (IsOwn(unit.name)) return true;
   return std::ranges::none_of(processes, [&](pid_t other) {
     const auto id = static_cast<std::uint32_t>(other);
     const auto status = ReadStatus(id);

@@ -25,8 +25,8 @@ std::optional<Unit> FindUnit(const std::string& groups);
 std::optional<Unit> UnitOf(std::uint32_t processId);
 // The processes in a unit, those of groups inside it too.
 std::vector<pid_t> ProcessesOf(const Unit& unit);
-// True where a unit is that of the app which a process is a part of, and not that of a terminal, of the session or of a
-// service of it, which others share.
+// True where a unit is that of the app which a process began, and not that of a program which has started it, of a
+// terminal, of the session or of a service of it, which others share. An app in a sandbox is taken as a whole.
 bool IsAppOf(const Unit& unit, std::uint32_t processId);
 // The nice value that stands for the weight of a unit; 0 where it has none of its own.
 int UnitNice(const Unit& unit);

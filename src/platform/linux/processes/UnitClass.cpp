@@ -30,13 +30,21 @@ bool Holds(std::uint32_t process, const std::string& unit, int nice) {
   return false;
 }
 
+std::string UnitName(std::uint32_t process) {
+  const auto unit = UnitOf(process);
+  return unit ? unit->name : std::string();
+}
+
+// A process and what came from it and is in its unit still: what has left for another one belongs there.
 std::vector<pid_t> WithDescendants(std::uint32_t process) {
   std::vector<pid_t> family = {static_cast<pid_t>(process)};
   const auto all = ReadProcesses();
   if (!all) return family;
   const Parents parents(*all);
+  const auto unit = UnitName(process);
   for (const auto& other : *all)
-    if (other.id != process && parents.Descends(other.id, process)) family.push_back(static_cast<pid_t>(other.id));
+    if (other.id != process && parents.Descends(other.id, process) && UnitName(other.id) == unit)
+      family.push_back(static_cast<pid_t>(other.id));
   return family;
 }
 
@@ -49,8 +57,8 @@ bool Give(std::uint32_t process, std::uint32_t priorityClass, bool refused, bool
   if (!unit && !refused) return false;
   if (unit && !apart && IsAppOf(*unit, process))
     return UnitNice(*unit) == nice || (SetUnitWeight(unit->name, weight) && Holds(process, unit->name, nice));
-  // To be as everybody takes no unit.
-  if (nice == 0 && !apart) return false;
+  // To be as everybody takes no unit, but where what others share has another class.
+  if (nice == 0 && !apart && (!unit || UnitNice(*unit) == 0)) return false;
   const auto name = "velmaro-" + std::to_string(process) + ".scope";
   return StartScope(name, family(), weight) && Holds(process, name, nice);
 }

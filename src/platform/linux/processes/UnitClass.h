@@ -7,9 +7,9 @@
 namespace onlinux {
 
 // Gives the app that a process is a part of a priority class, as the weight of its unit: it holds for all that runs in
-// there, and needs no right. A process in a unit that is not its own gets one, with its descendants. `refused` tells
-// that its threads did not get the class: only then a process leaves a session that no such manager runs, since it
-// would lose its place among the programs there. False where that is not done.
+// there, and needs no right. A process in a unit that is not its own gets one, with its descendants in there. `refused`
+// tells that its threads did not get the class: only then a process leaves a session that no such manager runs, since
+// it would lose its place among the programs there. False where that is not done.
 bool SetUnitClass(std::uint32_t processId, std::uint32_t priorityClass, bool refused);
 // The same for this process alone, which is about to become a program. With `apart`, in a unit of its own in any case.
 bool TakeUnitClass(std::uint32_t priorityClass, bool refused, bool apart);

@@ -5,10 +5,22 @@
 
 #include "platform/kernel32.h"
 #include "platform/linux/processes/PriorityClass.h"
+#include "platform/linux/processes/ProcFolder.h"
+#include "platform/linux/processes/ProcessStatus.h"
 #include "platform/linux/processes/ServiceManager.h"
 #include "platform/linux/processes/Unit.h"
 
 namespace onlinux {
+namespace {
+
+// True while anything runs that came from a start.
+bool IsLeft(const Descent& descent) {
+  if (const auto status = ReadStatus(descent.process); status && !status->Ended()) return true;
+  const auto processes = ReadProcesses();
+  return processes && std::ranges::any_of(*processes, [&](const auto& one) { return CameFrom(one.id, descent); });
+}
+
+}  // namespace
 
 std::set<std::string> AppUnits() {
   std::set<std::string> names;
@@ -17,16 +29,23 @@ std::set<std::string> AppUnits() {
 }
 
 void FollowIntoUnits(const Descent& descent, std::uint32_t priorityClass, std::set<std::string> before) {
-  using Clock = std::chrono::steady_clock;
-  constexpr std::chrono::seconds limit{10};
-  constexpr std::uint32_t pause = 50;  // milliseconds
+  using std::chrono::milliseconds;
+  using std::chrono::steady_clock;
+  constexpr milliseconds enough{10'000};
+  constexpr milliseconds limit{60'000};
+  constexpr milliseconds::rep shortest = 50;
+  constexpr milliseconds::rep longest = 500;
   const auto cameFrom = [&](pid_t process) { return CameFrom(static_cast<std::uint32_t>(process), descent); };
-  for (const auto end = Clock::now() + limit; Clock::now() < end; platform::Sleep(pause))
+  const auto start = steady_clock::now();
+  for (milliseconds passed{0}; passed < enough || (passed < limit && IsLeft(descent));) {
     ForEachApp([&](const Unit& unit) {
       if (before.contains(unit.name) || !std::ranges::any_of(ProcessesOf(unit), cameFrom)) return;
-      before.insert(unit.name);
-      SetUnitWeight(unit.name, WeightOfClass(priorityClass));
+      // A manager that is busy doesn't answer in time, and is asked again.
+      if (SetUnitWeight(unit.name, WeightOfClass(priorityClass))) before.insert(unit.name);
     });
+    platform::Sleep(static_cast<std::uint32_t>(std::clamp(passed.count() / 100, shortest, longest)));
+    passed = std::chrono::duration_cast<milliseconds>(steady_clock::now() - start);
+  }
 }
 
 }  // namespace onlinux

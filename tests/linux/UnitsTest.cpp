@@ -1,0 +1,34 @@
+#include <unistd.h>
+
+#include <fstream>
+
+#include "Children.h"
+#include "platform/linux/processes/Unit.h"
+
+namespace {
+
+using namespace velmaro;
+
+using LinuxSharedUnits = InFolder;
+
+TEST_F(LinuxSharedUnits, AnAppIsWhatBeganItAndNoPartOfIt) {
+  const Child game(std::vector<std::string>{"/bin/sleep", "300"});
+  const auto below = static_cast<std::uint32_t>(game.Id());
+  const auto launcher = static_cast<std::uint32_t>(::getpid());
+  std::ofstream(folder / "cgroup.procs") << launcher << '\n' << below << '\n';
+  const auto isAppOf = [&](const char* unit, std::uint32_t process) {
+    return onlinux::IsAppOf({unit, folder.Path()}, process);
+  };
+  for (const auto* unit : {"app-library.scope", "velmaro-7.scope", "run-u7.service"}) {
+    EXPECT_TRUE(isAppOf(unit, launcher)) << unit;
+    EXPECT_FALSE(isAppOf(unit, below)) << unit << ": the class would go to what started it too";
+  }
+  for (const auto* unit : {"app-flatpak-org.example.Game-7.scope", "snap.game.game-7.scope"})
+    EXPECT_TRUE(isAppOf(unit, below)) << unit << ": it is known to the desktop by its unit";
+  for (const auto* unit : {"session-2.scope", "plasma-plasmashell.service"})
+    EXPECT_FALSE(isAppOf(unit, launcher)) << unit;
+  std::ofstream(folder / "cgroup.procs") << below << '\n';
+  EXPECT_TRUE(isAppOf("app-game.scope", below)) << "who started it is elsewhere";
+}
+
+}  // namespace
