@@ -84,6 +84,9 @@ used() { # NAME...: ticks that processes of these names have used, and how many 
   echo "$sum $count"
 }
 
+opener=(gio launch)
+[[ $desktop != *KDE* ]] || opener=(kioclient exec)
+
 start() { # WAY CLASS: starts the game, and sets `game` to the names of its processes
   game=(sharegame)
   case $1 in
@@ -112,6 +115,12 @@ start() { # WAY CLASS: starts the game, and sets `game` to the names of its proc
       ;;
     script) entry game "$velmaro" /q "/$2" "$at/waits.sh" ;;
     detach) entry game "$velmaro" /q "/$2" "$at/leaves.sh" ;;
+    desktop-file)
+      entries+=("game-$$")
+      printf '[Desktop Entry]\nType=Application\nName=game\nExec=%s\n' "$at/sharegame" \
+        >"$HOME/.local/share/applications/game-$$.desktop"
+      entry game "$velmaro" /q "/$2" "${opener[@]}" "$HOME/.local/share/applications/game-$$.desktop"
+      ;;
     terminal) entry game xterm -e "$velmaro" /q "/$2" "$at/sharegame" ;;
     flatpak)
       [ -n "${FLATPAK:-}" ] || { echo 'FLATPAK is not set' >&2; return 1; }

@@ -28,15 +28,18 @@ void PrintRatio(const Way& program, const Way& other, double wanted) {
   std::printf("\n");
 }
 
-int main() {
+// With a word, such as "starts", only that is measured.
+int main(int count, char** words) {
+  const std::string only = count > 1 ? words[1] : "";
+  const auto isWanted = [&](const char* name) { return only.empty() || only == name; };
   try {
     if (double load = 0; ::getloadavg(&load, 1) == 1 && load > 1)
       std::printf("others use this machine (load %.1f): only processor times count\n", load);
-    CompareAttended();
+    if (isWanted("attended")) CompareAttended();
     StayOnOneCore();
-    CompareWalks();
-    CompareStarts();
-    CompareShares();
+    if (isWanted("walks")) CompareWalks();
+    if (isWanted("starts")) CompareStarts();
+    if (isWanted("shares")) CompareShares();
   } catch (const Failure& failure) {
     std::printf("FAILED: %s\n", failure.what());
     return 1;

@@ -78,7 +78,9 @@ TEST_F(LinuxManager, IsAskedForUnitsByProcessesThatCantBeMistaken) {
   EXPECT_EQ(Heard(true, true, start), QStringList({call + "PIDFDs" + rest, call + "PIDs" + rest}));
   EXPECT_EQ(Heard(true, true, [] { return onlinux::SetUnitWeight("b.service", 1); }),
             QStringList("SetUnitProperties sba(sv) b.service true CPUWeight=1"));
+  EXPECT_EQ(onlinux::OwnerOnBus("org.freedesktop.systemd1"), own);
   line.unregisterService("org.freedesktop.systemd1");
+  EXPECT_EQ(onlinux::OwnerOnBus("org.freedesktop.systemd1"), 0);
   EXPECT_FALSE(start() || onlinux::SetUnitWeight("b.service", 1)) << "nobody starts a manager for it";
 }
 

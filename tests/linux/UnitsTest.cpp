@@ -4,6 +4,7 @@
 
 #include "Children.h"
 #include "platform/linux/processes/Unit.h"
+#include "platform/linux/starts/Activation.h"
 
 namespace {
 
@@ -29,6 +30,13 @@ TEST_F(LinuxSharedUnits, AnAppIsWhatBeganItAndNoPartOfIt) {
     EXPECT_FALSE(isAppOf(unit, launcher)) << unit;
   std::ofstream(folder / "cgroup.procs") << below << '\n';
   EXPECT_TRUE(isAppOf("app-game.scope", below)) << "who started it is elsewhere";
+}
+
+TEST(LinuxActivation, AppsAreNamedByTheirEntries) {
+  using Words = std::vector<std::string>;
+  EXPECT_EQ(onlinux::ActivatedApps({"/usr/bin/gtk-launch", "org.example.Game"}), Words{"org.example.Game"});
+  EXPECT_EQ(onlinux::ActivatedApps({"gio", "launch", "/a/org.example.Game.desktop"}), Words{"org.example.Game"});
+  EXPECT_EQ(onlinux::ActivatedApps({"emu", "org.example.Game", "game.desktop", "a b.c.desktop"}), Words{});
 }
 
 }  // namespace

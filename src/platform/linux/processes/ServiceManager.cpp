@@ -95,16 +95,20 @@ OwnedMessage Call(Bus& bus, const Method& method, const std::function<bool(Messa
   return OwnedMessage(done ? reply : nullptr);
 }
 
-// What the bus takes for the number of this process. Among processes of its own, that is another one than its own.
-pid_t NumberOnTheBus(Bus& bus) {
+// What the bus takes for the number of the process that has a name there; 0 where none has.
+pid_t NumberOf(Bus& bus, const char* name) {
   const auto& library = *TheLibrary();
-  const char* name = nullptr;
-  if (library.uniqueName(&bus, &name) < 0) return 0;
   constexpr Method ask{"org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
                        "GetConnectionUnixProcessID"};
   const auto reply = Call(bus, ask, [&](Message& message) { return library.append(&message, "s", name) >= 0; });
   std::uint32_t number = 0;
   return reply && library.readBasic(reply.get(), 'u', &number) > 0 ? static_cast<pid_t>(number) : 0;
+}
+
+// The same of this process. Among processes of its own, that is another one than its own.
+pid_t NumberOnTheBus(Bus& bus) {
+  const char* name = nullptr;
+  return TheLibrary()->uniqueName(&bus, &name) < 0 ? 0 : NumberOf(bus, name);
 }
 
 template <class Values>
@@ -156,6 +160,11 @@ bool StartScope(const std::string& unit, const std::vector<pid_t>& processes, st
   // Managers before version 253 know numbers only.
   return NumberOnTheBus(*bus) == ::getpid() &&
          Start(*bus, unit, weight, [&](Message& message) { return AppendList(message, "PIDs", "u", processes); });
+}
+
+pid_t OwnerOnBus(const std::string& name) {
+  const auto bus = OpenBus();
+  return bus ? NumberOf(*bus, name.c_str()) : 0;
 }
 
 }  // namespace onlinux

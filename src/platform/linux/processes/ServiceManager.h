@@ -18,4 +18,7 @@ bool SetUnitWeight(const std::string& unit, std::uint64_t weight);
 // they are there. False as above, and where there is a unit of that name.
 bool StartScope(const std::string& unit, const std::vector<pid_t>& processes, std::uint64_t weight);
 
+// The process that has a name on the user's bus; 0 where none has, or no bus answers.
+pid_t OwnerOnBus(const std::string& name);
+
 }  // namespace onlinux

@@ -9,6 +9,8 @@
 #include "platform/linux/processes/ProcessStatus.h"
 #include "platform/linux/processes/ServiceManager.h"
 #include "platform/linux/processes/Unit.h"
+#include "platform/linux/processes/UnitClass.h"
+#include "platform/linux/starts/Activation.h"
 
 namespace onlinux {
 namespace {
@@ -22,13 +24,13 @@ bool IsLeft(const Descent& descent) {
 
 }  // namespace
 
-std::set<std::string> AppUnits() {
-  std::set<std::string> names;
-  ForEachApp([&](const Unit& unit) { names.insert(unit.name); });
-  return names;
+Before NoteBefore(const std::vector<std::string>& words) {
+  Before before{.units = {}, .apps = AppsToCome(words)};
+  ForEachApp([&](const Unit& unit) { before.units.insert(unit.name); });
+  return before;
 }
 
-void FollowIntoUnits(const Descent& descent, std::uint32_t priorityClass, std::set<std::string> before) {
+void FollowIntoUnits(const Descent& descent, std::uint32_t priorityClass, Before before) {
   using std::chrono::milliseconds;
   using std::chrono::steady_clock;
   constexpr milliseconds enough{10'000};
@@ -39,9 +41,14 @@ void FollowIntoUnits(const Descent& descent, std::uint32_t priorityClass, std::s
   const auto start = steady_clock::now();
   for (milliseconds passed{0}; passed < enough || (passed < limit && IsLeft(descent));) {
     ForEachApp([&](const Unit& unit) {
-      if (before.contains(unit.name) || !std::ranges::any_of(ProcessesOf(unit), cameFrom)) return;
+      if (before.units.contains(unit.name) || !std::ranges::any_of(ProcessesOf(unit), cameFrom)) return;
       // A manager that is busy doesn't answer in time, and is asked again.
-      if (SetUnitWeight(unit.name, WeightOfClass(priorityClass))) before.insert(unit.name);
+      if (SetUnitWeight(unit.name, WeightOfClass(priorityClass))) before.units.insert(unit.name);
+    });
+    // The bus starts such an app, so that nothing else tells whose it is.
+    std::erase_if(before.apps, [&](const std::string& app) {
+      const auto process = OwnerOnBus(app);
+      return process != 0 && SetUnitClass(static_cast<std::uint32_t>(process), priorityClass, false);
     });
     platform::Sleep(static_cast<std::uint32_t>(std::clamp(passed.count() / 100, shortest, longest)));
     passed = std::chrono::duration_cast<milliseconds>(steady_clock::now() - start);

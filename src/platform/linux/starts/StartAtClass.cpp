@@ -4,7 +4,6 @@
 #include <chrono>
 #include <cstdlib>
 #include <cstring>
-#include <set>
 #include <vector>
 
 #include "platform/kernel32.h"
@@ -63,9 +62,9 @@ void ShowFirst(const onlinux::Descent& descent, int showCommand) {
 // none.
 class Tasks {
  public:
-  explicit Tasks(const Start& start) : start_(start) {
+  Tasks(const Start& start, const Command& command) : start_(start) {
     // Without a manager of units nothing makes one for itself.
-    if (start.priorityClass != 0 && onlinux::HasManager()) before_ = onlinux::AppUnits();
+    if (start.priorityClass != 0 && onlinux::HasManager()) before_ = onlinux::NoteBefore(command.words);
     if (start.showCommand != SW_SHOWNORMAL || before_) mark_.emplace();
   }
   void Begin(pid_t process, std::uint32_t priorityClass) const {
@@ -79,8 +78,8 @@ class Tasks {
 
  private:
   const Start& start_;
-  std::optional<std::set<std::string>> before_;  // the units that there were, where the start is followed
-  std::optional<onlinux::Mark> mark_;            // stands in the environment while the program starts
+  std::optional<onlinux::Before> before_;  // where the start is followed
+  std::optional<onlinux::Mark> mark_;      // stands in the environment while the program starts
 };
 
 // Lends the group that this program shares with others its class for as long as it runs.
@@ -102,7 +101,7 @@ Started TakePlace(const Start& start, Command command) {
   auto taken = onlinux::TakeClass(start.priorityClass);
   if (!onlinux::TakeUnit(taken, false) && !onlinux::TakeGroup(taken.got)) LendGroup(taken.got);
   if (const auto line = onlinux::Shortfall(taken, command.path); !line.empty()) onlinux::Say(line);
-  const Tasks tasks(start);
+  const Tasks tasks(start, command);
   tasks.Begin(::getpid(), taken.got);
   return Failed(command.path, onlinux::Become(command));
 }
@@ -111,7 +110,7 @@ Started StartBeside(const Start& start, Command command) {
   const auto folder = start.atHome ? HomeFolder() : std::string();
   command.path = onlinux::Absolute(command.path);
   if (start.atHome) command.words.front() = command.path;
-  const Tasks tasks(start);
+  const Tasks tasks(start, command);
   const auto apart = onlinux::StartApart(command, folder, start.priorityClass);
   if (apart.error != 0) return Failed(command.path, apart.error);
   if (const auto line = onlinux::Shortfall(apart.taken, command.path); !line.empty()) onlinux::Say(line);
