@@ -119,9 +119,11 @@ TEST_F(Editor, ASaveWritesAllOfAListOrLeavesTheOldOne) {
 }
 
 TEST_F(Editor, AListThatCantBeReadWholeIsNeverWrittenOver) {
-  // The last one is more than the box takes.
+  // One is more than memory holds, and the last more than the box takes.
+  desktop.memory.total = 8;
   const std::vector<std::pair<File, std::set<Change>>> cases = {{{.bytes = "\xFF\xFE\0\0a\0\0\0"s}, {}},
                                                                 {{.bytes = "a.exe", .readable = 3}, {}},
+                                                                {{.bytes = "more.exe\r"}, {}},
                                                                 {{.bytes = "a.exe"}, {Change::Text}}};
   for (const auto& [file, refused] : cases) {
     desktop.files[KillList] = file;

@@ -37,6 +37,8 @@ TEST_F(KillLists, NoKillPatternsFitTheEndOfANameInAnyCase) {
                       "a;b.exe => a;b.exe", "x\r\na.exe => a.exe", "x\ra.exe\ry => a.exe", "x\n a.exe => x\n a.exe",
                       "x\r\n\r\na.exe\r\n => a.exe", "a[].exe => a.exe"});
   ExpectEnded(false, {"\xEF\xBB\xBF\xEF\xBB\xBFx.exe => x.exe", "a\r\xEF\xBB\xBF x.exe => x.exe"});
+  desktop.localPageIsLatin1 = true;
+  ExpectEnded(false, {"x\r\n\xC9.exe => \xC3\x89.exe"});
   // An invalid pattern protects everything, wherever it stands and whatever would fit before it fails.
   ExpectEnded(false, {"[ => a.exe", "x\r\n zzz[ab => a.exe", "[z-a] => q", "q[b-a] => a.exe"});
   ExpectEnded(true, {"explorer => explorer.exe", "*.exe => a.dat", "? => ", "nemu#.exe => nemux.exe",

@@ -62,7 +62,7 @@ TEST(Text, SearchCountsFromOneInSixteenBits) {
                    "0 abc a => 0", "1 xABC abc => 0", "1 " + far.substr(1) + "a a => 32767", "1 " + far + "a a => 0"});
   compare = Compare::IgnoreCase;
   ExpectEach(hit, {"1 xABZ abz => 2", "2 \xC3\xA9\xC3\x89t\xC3\xA9 \xC3\xA9T => 3", "1 \xE2\x84\xAA.exe .EXE => 4",
-                   "1 a\xFF/q /Q => 3"});
+                   "1 \xE2\x84\xAA.\xC3\xA9 \xC3\x89 => 5", "1 a\xFF/q /Q => 3"});
   EXPECT_EQ(FindInText(1, far + "a", "A", Compare::IgnoreCase), 32768U);
   EXPECT_EQ(Trim("  \ta b\t "), "\ta b\t");
   EXPECT_EQ(LCase("Z\xC3\x89\xD0\x96\xFF"), "z\xC3\xA9\xD0\xB6\xFF");

@@ -93,6 +93,8 @@ inline void WriteProgram(const std::string& path, const std::string& bytes) {
   fs::permissions(path, fs::perms::owner_all);
 }
 
+inline std::string ProcOf(pid_t id, const std::string& file) { return "/proc/" + std::to_string(id) + '/' + file; }
+
 inline std::string ReadBytes(const std::string& path) {
   std::ostringstream bytes;
   bytes << std::ifstream(path).rdbuf();
@@ -184,8 +186,7 @@ class Child {
     if (id_ == 0) ::prctl(PR_SET_PDEATHSIG, SIGKILL), Execute(words);
   }
   explicit Child(const std::string& program) : Child(std::vector{program, std::string("300")}) {
-    Eventually(
-        [&] { return ReadBytes("/proc/" + std::to_string(id_) + "/cmdline").find(program) != std::string::npos; });
+    Eventually([&] { return ReadBytes(ProcOf(id_, "cmdline")).find(program) != std::string::npos; });
   }
   Child(const Child&) = delete;
   Child& operator=(const Child&) = delete;
@@ -229,11 +230,13 @@ inline bool MayRaise() {
 // An X server of the tests' own.
 class VirtualDisplay {
  public:
-  VirtualDisplay() {
+  explicit VirtualDisplay(const std::vector<std::string>& guard = {}) {
     std::array<int, 2> ends{};
     if (::pipe(ends.data()) != 0) return;
-    server_.emplace(Start({"/usr/bin/Xvfb", "-displayfd", std::to_string(ends[1]), "-nolisten", "tcp", "-noreset"}, {},
-                          [] { return ::prctl(PR_SET_PDEATHSIG, SIGTERM) == 0; }));
+    std::vector<std::string> words = {"/usr/bin/Xvfb", "-displayfd", std::to_string(ends[1]),
+                                      "-nolisten",     "tcp",        "-noreset"};
+    words.insert(words.end(), guard.begin(), guard.end());
+    server_.emplace(Start(words, {}, [] { return ::prctl(PR_SET_PDEATHSIG, SIGTERM) == 0; }));
     ::close(ends[1]);
     for (char c = 0; ::read(ends[0], &c, 1) == 1 && c != '\n';) number_ += c;
     ::close(ends[0]);

@@ -77,6 +77,27 @@ TEST(LinuxControlGroups, TheNearestGroupWithAShareOfTheProcessorCounts) {
   EXPECT_EQ(group("0::/\n"), groups.Path()) << "a container has one";
 }
 
+TEST(LinuxControlGroups, WhatStrainedAGroupBeforeARunDoesNotStopIt) {
+  const Groups groups;
+  groups.Read("0::/\n", groups.Mount("/", "two", "cgroup2 cgroup2 rw"));
+  groups.Write("two/memory.max", Bytes(2000));
+  groups.Write("two/memory.current", Bytes(0));
+  const auto put = [&](const char* name, const char* over) { return PutOver(groups / name, over); };
+  if (InChild([&] { return put("groups", "/proc/self/cgroup"); }) == 0) GTEST_SKIP() << "no file can stand for another";
+  Alone([&] {
+    ASSERT_TRUE(put("groups", "/proc/self/cgroup") && put("mounts", "/proc/self/mountinfo"));
+    for (const auto* events : {"max 1\n", "max 2\n"}) {
+      groups.Write("two/memory.events", events);
+      platform::VirtualFree(platform::VirtualAlloc(Megabyte), Megabyte);
+      void* const block = platform::VirtualAlloc(Megabyte);
+      EXPECT_NE(block, nullptr) << events;
+      groups.Write("two/memory.events", "max 3\n");
+      EXPECT_EQ(platform::VirtualAlloc(Megabyte), nullptr) << "others claim at the same time";
+      platform::VirtualFree(block, Megabyte);
+    }
+  });
+}
+
 // A group of the real system with a limit, of whichever version this machine has.
 std::string NewLimitedGroup(int megabytes) {
   for (const auto& [folder, limit] :
@@ -107,7 +128,7 @@ TEST(LinuxControlGroups, WhateverBecomesOfAMemoryRunItsTargetStarts) {
   };
   expectStarted(run(), "alone");
   const auto ended = run();
-  const auto children = "/proc/" + std::to_string(ended) + "/task/" + std::to_string(ended) + "/children";
+  const auto children = ProcOf(ended, "task/" + std::to_string(ended) + "/children");
   bool wasEnded = false;
   while (!wasEnded && !fs::exists(folder / "started"))
     if (const auto child = ReadBytes(children); !child.empty()) wasEnded = onlinux::EndProcess(std::stoi(child));

@@ -12,6 +12,8 @@ namespace {
 
 using LinuxDisplays = InFolder;
 
+using namespace std::string_literals;
+
 // A socket on which connections wait for ever.
 onlinux::Descriptor Mute(const std::string& path) {
   sockaddr_un address{};
@@ -87,7 +89,7 @@ TEST_F(LinuxDisplays, AnInstalledProgramIsWholeAndTakesItsToolkitFromNowhereElse
   const onlinux::Descriptor looks(::inotify_init1(IN_NONBLOCK));
   ::inotify_add_watch(looks.get(), (bin + "/platforms").c_str(), IN_OPEN);
   const Child child(Start({bin + "/moved"}, offscreen));
-  const auto maps = "/proc/" + std::to_string(child.Id()) + "/maps";
+  const auto maps = ProcOf(child.Id(), "maps");
   const auto toolkit = folder / "usr/lib/velmaro/velmaro-toolkit.so";
   EXPECT_TRUE(Eventually([&] { return ReadBytes(maps).find(toolkit) != std::string::npos; }));
   EXPECT_TRUE(Eventually([&] { return ReadBytes(maps).find("libqoffscreen.so") != std::string::npos; }));
@@ -155,7 +157,7 @@ TEST_F(LinuxProgram, SaysSoWhereItGetsTooLittleForAWindowAndGoesOnWithoutAnError
   const auto silence = [] { return ::close(STDERR_FILENO) == 0; };
   const Child child(Start({VELMARO_PROGRAM}, variables, silence));
   ASSERT_TRUE(Eventually(Shows));
-  EXPECT_EQ(fs::read_symlink("/proc/" + std::to_string(child.Id()) + "/fd/2"), "/dev/null");
+  EXPECT_EQ(fs::read_symlink(ProcOf(child.Id(), "fd/2")), "/dev/null");
   const std::string look = "test -e /proc/$$/fd/1 && ! test -e /proc/$$/fd/2";
   EXPECT_EQ(Ended(Start({VELMARO_PROGRAM, "/q", "/h", "/bin/sh", "-c", look}, variables, silence)), 0);
 }
@@ -170,8 +172,14 @@ TEST_F(LinuxProgram, ARightOfItsOwnReachesNeitherForeignCodeNorStartedPrograms) 
   fs::copy(VELMARO_QT_PLUGINS "/platforms", folder / "foreign/platforms");
   for (const auto* name : {"QT_PLUGIN_PATH", "QT_QPA_PLATFORM_PLUGIN_PATH"})
     variables.emplace_back(name, folder / (name[3] == 'P' ? "foreign" : "foreign/platforms"));
+  // The display takes whoever knows its word.
+  WriteBytes(folder / "word", "\xFF\xFF\0\0\0\0\0\x12MIT-MAGIC-COOKIE-1\0\x10"s + "a word of 16 by.");
+  const VirtualDisplay guarded({"-auth", folder / "word"});
+  ASSERT_TRUE(guarded.Use());
+  variables[0].second = std::getenv("DISPLAY");
+  variables.emplace_back("XAUTHORITY", folder / "word");
   std::optional<Child> child;
-  const auto loaded = [&] { return ReadBytes("/proc/" + std::to_string(child->Id()) + "/maps"); };
+  const auto loaded = [&] { return ReadBytes(ProcOf(child->Id(), "maps")); };
   const auto shows = [&] { return loaded().find("libqxcb.so") != std::string::npos; };
   // On a busy machine a display can look like one that hangs.
   for (int tries = 0; tries < 3 && !(child && shows()); ++tries) {

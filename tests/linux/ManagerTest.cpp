@@ -4,6 +4,7 @@
 #include "Children.h"
 #include "platform/linux/processes/ServiceManager.h"
 #include "platform/linux/processes/Unit.h"
+#include "platform/linux/processes/UnitClass.h"
 
 namespace {
 
@@ -26,6 +27,11 @@ class Manager : public QDBusVirtualObject {
         list.endStructure();
         asked.back() += ' ' + name;
         if (value.variant().canConvert<QString>()) asked.back() += '=' + value.variant().toString();
+        if (value.variant().userType() != qMetaTypeId<QDBusArgument>()) continue;
+        const auto processes = value.variant().value<QDBusArgument>();
+        int count = 0;
+        for (processes.beginArray(); !processes.atEnd(); ++count) processes.asVariant();
+        asked.back() += '=' + QString::number(count);
       }
     }
     const bool refuses = isOld_ && asked.back().contains("PIDFDs");
@@ -74,8 +80,17 @@ TEST_F(LinuxManager, IsAskedForUnitsByProcessesThatCantBeMistaken) {
   const auto start = [&] { return onlinux::StartScope("a.scope", {own}, 932); };
   const QString rest = " CPUWeight=932 CollectMode=inactive-or-failed";
   const QString call = "StartTransientUnit ssa(sv)a(sa(sv)) a.scope fail ";
-  EXPECT_EQ(Heard(false, true, start), QStringList(call + "PIDFDs" + rest));
-  EXPECT_EQ(Heard(true, true, start), QStringList({call + "PIDFDs" + rest, call + "PIDs" + rest}));
+  EXPECT_EQ(Heard(false, true, start), QStringList(call + "PIDFDs=1" + rest));
+  EXPECT_EQ(Heard(true, true, start), QStringList({call + "PIDFDs=1" + rest, call + "PIDs=1" + rest}));
+  const Child chosen({"/bin/sh", "-c", "sleep 300 & wait"});
+  const auto id = static_cast<std::uint32_t>(chosen.Id());
+  ASSERT_TRUE(
+      Eventually([&] { return !ReadBytes(ProcOf(chosen.Id(), "task/" + std::to_string(id) + "/children")).empty(); }));
+  const auto refused = [&](std::uint32_t wanted) {
+    return Heard(false, false, [&] { return onlinux::SetUnitClass(id, wanted, true); }).join("");
+  };
+  EXPECT_TRUE(refused(platform::HIGH_PRIORITY_CLASS).endsWith("PIDFDs=2" + rest)) << "what it started comes along";
+  EXPECT_EQ(refused(platform::NORMAL_PRIORITY_CLASS), "") << "to be as everybody takes no unit";
   EXPECT_EQ(Heard(true, true, [] { return onlinux::SetUnitWeight("b.service", 1); }),
             QStringList("SetUnitProperties sba(sv) b.service true CPUWeight=1"));
   EXPECT_EQ(onlinux::OwnerOnBus("org.freedesktop.systemd1"), own);
@@ -96,6 +111,12 @@ TEST(LinuxUnits, TheUnitOfAnAppIsFoundBelowItsUsersManager) {
   }
   for (const auto& groups : {manager + "\n", std::string("0::/user.slice/user-7.slice/session-2.scope"), std::string()})
     EXPECT_FALSE(onlinux::FindUnit(groups)) << groups;
+  for (const auto& [name, isApp] : {std::pair("app-a@b.service", true),
+                                    {"run-u1.service", true},
+                                    {"velmaro-1.scope", true},
+                                    {"dbus-:1.2-a@0.service", true},
+                                    {"pipewire.service", false}})
+    EXPECT_EQ(onlinux::IsAppOf({name, "/no/such/group"}, 1), isApp) << name;
 }
 
 }  // namespace

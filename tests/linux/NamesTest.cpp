@@ -74,7 +74,8 @@ TEST_F(LinuxNames, AListThatIsOnlyLookedAtKeepsUpWithWhatAProcessBecomes) {
     return (entry ? entry->szExeFile : "nothing") == path;
   };
   EXPECT_TRUE(Eventually([&] { return isListedAs(before); }));
-  ::setpriority(PRIO_PROCESS, static_cast<id_t>(child.Id()), 19);
+  const sched_param none{};
+  ::sched_setscheduler(child.Id(), SCHED_IDLE | SCHED_RESET_ON_FORK, &none);
   EXPECT_EQ(Listed(child.Id(), CreateListSnapshot()).value().pcPriClassBase, 4);
   WriteBytes(folder / "go", "");
   EXPECT_TRUE(Eventually([&] { return Finds(after); }) && isListedAs(after));
@@ -153,6 +154,8 @@ TEST_F(LinuxNames, AProtectedScriptRunsOnHoweverItsInterpreterWasTold) {
     const Child child({"/bin/sh", "-c", "cd '" + folder.Path() + "'; exec " + program + ' ' + words});
     const auto id = static_cast<std::uint32_t>(child.Id());
     ASSERT_TRUE(Eventually([&] { return onlinux::ReadStatus(id).value().state == 'T' && Finds(program); })) << words;
+    // The folder that it counts from has been left.
+    EXPECT_TRUE(words != "sub/app.sh" || Listed(child.Id()).value().szExeFile == program + " app.sh");
     for (const bool isSpared : {true, false}) {
       WriteBytes(NoKillListPath, isSpared ? spared : "pp.sh\npp.pl\npp.py\nlast\nsub");
       WalkProcesses(program, 4, true, nullptr);

@@ -163,6 +163,15 @@ TEST_F(LinuxProcesses, ANumberThatWentToAnotherProcessIsNotTouched) {
   EXPECT_FALSE(Open(id));
   EXPECT_FALSE(TerminateProcess(before.get(), 0) || SetPriorityClass(before.get(), IDLE_PRIORITY_CLASS));
   EXPECT_TRUE(other.Runs() && other.Nice() == OwnNice());
+  const auto identity = [&](Handle of) {
+    PROCESSENTRY32 entry;
+    entry.dwSize = sizeof entry;
+    for (bool more = Process32First(of, entry); more && entry.th32ProcessID != static_cast<std::uint32_t>(id);)
+      more = Process32Next(of, entry);
+    return ProcessIdentity(of);
+  };
+  const OwnedHandle later(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS));
+  EXPECT_NE(identity(snapshot.get()), identity(later.get())) << "a row stands for the earlier one";
   snapshot.Reset();
   EXPECT_TRUE(Open(id));
 }

@@ -1,4 +1,5 @@
 #include "Children.h"
+#include "platform/linux/processes/NiceGroup.h"
 
 namespace {
 
@@ -28,9 +29,7 @@ pid_t Spin(Prepare prepare) {
 
 // What one process gets of a core, by what another gets meanwhile.
 double TimeBy(pid_t one, pid_t other) {
-  const auto seconds = [](pid_t id) {
-    return std::stod(ReadBytes("/proc/" + std::to_string(id) + "/schedstat")) / 1e9;
-  };
+  const auto seconds = [](pid_t id) { return std::stod(ReadBytes(ProcOf(id, "schedstat"))) / 1e9; };
   const auto before = std::pair(seconds(one), seconds(other));
   Eventually([&] { return seconds(one) + seconds(other) > before.first + before.second + 1; });
   return (seconds(one) - before.first) / (seconds(other) - before.second);
@@ -86,6 +85,12 @@ TEST_F(LinuxShares, AClassCountsAgainstProgramsOfOtherSessionsToo) {
   const auto group = ReadBytes("/proc/self/autogroup");
   Alone([] { EXPECT_TRUE(platform::SetPriorityClass(Open(::getpid()).get(), platform::IDLE_PRIORITY_CLASS)); });
   EXPECT_EQ(ReadBytes("/proc/self/autogroup"), group);
+  Alone([] {
+    // The files of a process belong to its user only while it can be looked into.
+    ASSERT_TRUE(BecomeNobody() && ::setsid() > 0 && ::prctl(PR_SET_DUMPABLE, 1) == 0);
+    const auto own = onlinux::OpenGroup(onlinux::GroupOf(static_cast<std::uint32_t>(::getpid())));
+    for (const int nice : {1, 2, 3}) EXPECT_TRUE(onlinux::SetGroupNice(own, nice)) << "the kernel takes few in a row";
+  });
 }
 
 }  // namespace

@@ -29,8 +29,6 @@ int RunProgram(const std::vector<std::string>& words) {
 
 int OwnBase() { return onlinux::BasePriority(SCHED_OTHER, ::getpriority(PRIO_PROCESS, 0)); }
 
-std::string ProcOf(pid_t id, const std::string& file) { return "/proc/" + std::to_string(id) + '/' + file; }
-
 TEST_F(LinuxStarts, AQuietStartBecomesItsProgramAndHandsItsWordsOn) {
   const std::vector<std::string> words = {"set \"a b\"; run", "/roms/12\" mix.iso", "", "/h", "a\\b\\\\", "x.EXE", " "};
   WriteProgram(folder / "my.exe.d", "#!/bin/sh\nprintf '%s\\n' $$ \"$PWD\" \"$@\" >out\nexit 7\n");
@@ -49,9 +47,12 @@ TEST_F(LinuxStarts, AQuietStartBecomesItsProgramAndHandsItsWordsOn) {
   EXPECT_EQ(Ended(StartProgram({"/q", "/i", "plain.sh", "5"}, findThere)), 5);
   EXPECT_EQ(RunProgram({"/i", folder / "plain.sh", "5"}), 0) << "it is not waited for";
   WriteProgram(folder / "broken one", "#!/etc/passwd\n");
-  EXPECT_EQ(RunProgram({"/q", "no such program", "/h"}), 127);
+  const auto errors = [&] { return TellErrorsTo(folder / "told"); };
+  EXPECT_EQ(Ended(StartProgram({"/q", "no such program", "/h"}, errors)), 127);
+  EXPECT_EQ(ReadBytes(folder / "told"), "velmaro: no such program: No such file or directory\n");
   EXPECT_EQ(RunProgram({"no such program"}), 127);
   for (const std::string quiet : {"/q", "/i"}) EXPECT_EQ(RunProgram({quiet, folder / "broken one"}), 126) << quiet;
+  EXPECT_EQ(RunProgram({folder / "broken one"}), 126) << "one word is a line only where it is no file";
 }
 
 TEST_F(LinuxStarts, TheClassIsThatOfAllThatTheProgramStartsAndOfNothingElse) {
@@ -81,6 +82,7 @@ TEST_F(LinuxStarts, AStartThatIsWatchedLeavesItsProgramAlone) {
   int master = -1, terminal = -1;
   if (::openpty(&master, &terminal, nullptr, nullptr, nullptr) != 0) GTEST_SKIP() << "there are no terminals here";
   const auto inTerminal = [&] {
+    ::signal(SIGPIPE, SIG_IGN);
     return ::dup2(leak, 0) == 0 && ::setsid() > 0 && ::ioctl(terminal, TIOCSCTTY, 0) == 0;
   };
   EXPECT_EQ(Ended(StartProgram({"/h", program, "300"}, inTerminal)), 0);
@@ -94,6 +96,8 @@ TEST_F(LinuxStarts, AStartThatIsWatchedLeavesItsProgramAlone) {
               ReadBytes(ProcOf(id, "cgroup")).ends_with("/velmaro-" + std::to_string(id) + ".scope\n"));
   EXPECT_EQ(fs::read_symlink(ProcOf(id, "cwd")), fs::current_path());
   EXPECT_EQ(fs::read_symlink(ProcOf(id, "fd/0")), "/dev/null") << "what is typed is for others";
+  const auto status = ReadBytes(ProcOf(id, "status"));
+  EXPECT_EQ(std::stoul(status.substr(status.find("SigIgn:") + 7), nullptr, 16) & 1U << (SIGPIPE - 1), 0U);
   EXPECT_NE(Listed(id).value().th32ParentProcessID, static_cast<std::uint32_t>(::getpid()));
   for (const auto& file : fs::directory_iterator(ProcOf(id, "fd"))) EXPECT_LE(std::stoi(file.path().filename()), 2);
   onlinux::EndProcess(id);
@@ -168,6 +172,8 @@ TEST_F(LinuxStarts, WhatIsRefusedIsToldAndTheProgramStartsAllTheSame) {
     fs::current_path(folder.Path());
     EXPECT_EQ(platform::StartAtClass({.command = "./zzrefused 300", .atHome = true}).value().exitCode, 0);
     EXPECT_EQ(fs::read_symlink(ProcOf(Running(program), "cwd")), "/");
+    EXPECT_TRUE(ReadBytes(ProcOf(Running(program), "cmdline")).starts_with('/'))
+        << "a script finds what lies beside it";
     EXPECT_TRUE(EndRunning(program));
   });
   launch(platform::HIGH_PRIORITY_CLASS, BecomeNobody, onlinux::ClassOfBasePriority(OwnBase()), "members of the group ");
@@ -250,8 +256,8 @@ TEST_F(LinuxStarts, WhatIsNoProgramIsLeftToTheDesktop) {
 
 TEST_F(LinuxStarts, ACommandIsSplitAsAShellWould) {
   using Words = std::vector<std::string>;
-  EXPECT_EQ(onlinux::SplitWords("  a  'b c'\t\"d \\\" \\e C:\\\\x\" f\\ g '' h'i'\"j\" \"k"),
-            (Words{"a", "b c", "d \" \\e C:\\x", "f g", "", "hij", "k"}));
+  EXPECT_EQ(onlinux::SplitWords("  a  'b\\c'\t\"d \\\" \\e C:\\\\x\" f\\ g '' h'i'\"j\" \"k"),
+            (Words{"a", "b\\c", "d \" \\e C:\\x", "f g", "", "hij", "k"}));
   const auto program = folder.Sleeper("star emu/run");
   for (const auto& command : {program, '"' + program + '"'}) EXPECT_EQ(onlinux::SplitCommand(command), Words{program});
   EXPECT_EQ(onlinux::SplitCommand('"' + program + "\" 300"), (Words{program, "300"}));

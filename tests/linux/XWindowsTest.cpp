@@ -178,6 +178,8 @@ TEST_F(LinuxWindows, HiddenShownAndPinnedIsWhatTheServerSaysAndAManagerIsAskedFo
         EXPECT_TRUE(Eventually([&] { return IsInState(*x, another, onlinux::ShowState::Minimized); }));
         EXPECT_TRUE(AppActivate("another"));
         EXPECT_TRUE(Eventually([&] { return IsShown(another); })) << "it comes back";
+        onlinux::RequestState(*x, another, onlinux::ShowState::Minimized);
+        EXPECT_TRUE(Eventually([&] { return !IsShown(another); }));
         EXPECT_TRUE(Set(another, HWND_NOTOPMOST, SWP_HIDEWINDOW));
         EXPECT_TRUE(Eventually([&] { return !onlinux::IsManaged(*x, another); })) << "its manager lets go of it";
       }))

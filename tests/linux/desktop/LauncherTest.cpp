@@ -3,6 +3,7 @@
 #include <QRadioButton>
 
 #include "Desktop.h"
+#include "launcher/formLauncher.h"
 
 TEST_F(LinuxDesktop, TheLauncherStartsWhatIsTypedAtItsPriority) {
   const auto program = folder.Sleeper("zz launched");
@@ -13,6 +14,7 @@ TEST_F(LinuxDesktop, TheLauncherStartsWhatIsTypedAtItsPriority) {
     Press(launcher, Qt::Key_Return);
   });
   Press(*main, Qt::Key_R, Qt::ControlModifier);
+  platform::WriteSetting("Velmaro", "Settings", "LastRun2", "\xff");
   main->move(QPoint(790, 790) - main->rect().center());
   Then([&](QWidget& launcher) {
     EXPECT_EQ(QRect(launcher.pos(), launcher.size()).bottomRight(), QPoint(799, 799)) << "all of it is on the screen";
@@ -23,6 +25,8 @@ TEST_F(LinuxDesktop, TheLauncherStartsWhatIsTypedAtItsPriority) {
     EXPECT_EQ(box->currentText(), "\"");
     QTest::keyClick(box, Qt::Key_Down);
     EXPECT_EQ(box->currentText().toStdString(), '"' + program + "\" 300");
+    QTest::keyClick(box, Qt::Key_Down);
+    EXPECT_EQ(app.Default<formLauncher>().cmbRun.Text(), "\xff") << "it is meant as it was stored";
     Click(launcher, "Browse...");
     EXPECT_EQ(box->currentText().toStdString(), program);
     Press(launcher, Qt::Key_Escape);
@@ -37,7 +41,7 @@ TEST_F(LinuxDesktop, TheLauncherStartsWhatIsTypedAtItsPriority) {
   Click(*main, "Refresh");
   ASSERT_GE(RowOf(program), 0);
   EXPECT_EQ(Row(RowOf(program)), "[Idle]");
-  EXPECT_EQ(fs::read_symlink("/proc/" + std::to_string(Running(program)) + "/cwd"), folder.Path());
+  EXPECT_EQ(fs::read_symlink(ProcOf(Running(program), "cwd")), folder.Path());
   EXPECT_EQ(::getsid(Running(program)), Running(program)) << "it outlives the terminal";
   Pick(RowOf(program));
   Answer("terminate", "Yes", "No* Yes", QMessageBox::Question);
