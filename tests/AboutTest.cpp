@@ -58,12 +58,6 @@ TEST_F(About, EveryCreditsLabelOpensIt) {
   desktop.Then([&] { openFrom(application.Default<formEdit>()); });
   Choose(main.mnuEditKillListHere);
   for (const auto* label : {&main.lblCredits, &meter.lblCredits}) EXPECT_EQ(label->ToolTipText(), credits::HomePage);
-  auto& splash = application.Default<formSplash>();
-  splash.Show();
-  desktop.Advance(1199);
-  EXPECT_TRUE(Shows(splash) && !Shows(splash.btnOK) && !Shows(splash.lblProgrammers));
-  desktop.Advance(1);
-  EXPECT_EQ(application.Forms().size(), 2U) << "what is no about box goes by itself";
   for (Form* form : {static_cast<Form*>(&main), static_cast<Form*>(&meter)}) Minimize(*form);
   EXPECT_EQ(application.ActiveForm(), nullptr) << "what opens then would show nowhere above one of them";
 }

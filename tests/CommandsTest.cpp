@@ -134,11 +134,6 @@ TEST_F(Commands, InTheViewOfWindowsEachPlacesTheSelectedOne) {
   EXPECT_EQ(State(form), "High 1, row -1 of 3");
   RightPress(form.btnVelmaro);
   EXPECT_EQ(desktop.popups.back().menu, &form.mnuOptionsMain);
-  // A window that has gone is nobody's fault.
-  Select(form.List1, 1);
-  desktop.windows.clear();
-  Choose(form.mnuWOption[4]);
-  EXPECT_EQ(form.List1.ListCount(), 3);
 }
 
 TEST_F(Commands, APopupOpensOnTheFrontFormAtThePointerOrAtAPlace) {

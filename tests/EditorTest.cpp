@@ -67,24 +67,6 @@ TEST_F(Editor, AChangedTextAsksBeforeItGoes) {
   }
 }
 
-TEST_F(Editor, TheEndOfTheSessionAsksAndLeavesTheEditorOpen) {
-  Edit([&](formEdit& form) {
-    EXPECT_TRUE(form.MayEndSession()) << "there is nothing to ask";
-    TypeText(form.txtData, "b.exe");
-    desktop.Answer(Cancel, [&] {
-      EXPECT_FALSE(form.MayEndSession()) << "one question is enough";
-      form.CloseByUser();
-    });
-    EXPECT_TRUE(!form.MayEndSession() && desktop.boxes.size() == 1);
-    desktop.Answer(No);
-    EXPECT_TRUE(form.MayEndSession() && desktop.files.empty());
-    desktop.Answer(Yes);
-    EXPECT_TRUE(form.MayEndSession());
-    EXPECT_EQ(desktop.files[KillList].bytes, "b.exe");
-    CloseBox(form);
-  });
-}
-
 TEST_F(Editor, ASaveWritesAllOfAListOrLeavesTheOldOne) {
   const std::string before = "a.exe\r\nb.exe";
   auto& list = desktop.files[KillList];

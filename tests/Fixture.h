@@ -16,7 +16,6 @@ namespace velmaro {
 
 using Texts = std::vector<std::string>;
 
-// Where the lists lie that no switch names.
 inline const std::string KillList = "C:\\Velmaro\\killlist.txt";
 inline const std::string NoKillList = "C:\\Velmaro\\nokilllist.txt";
 
@@ -38,9 +37,7 @@ inline void ExpectEach(const std::function<std::string(const std::string&)>& mad
   }
 }
 
-// A desktop with the program on it.
 struct Program {
-  // Starts the program with a command line, as its entry does.
   formVelmaro& Start(const std::string& line = "") {
     desktop.commandLine = line;
     auto& form = application.Default<formVelmaro>();
@@ -61,7 +58,6 @@ class OnDesktop : public testing::Test, protected Program {
     for (const auto& text : processes) desktop.AddProcess(text.substr(text.find(' ') + 1), std::stoi(text));
   }
 
-  // The rows of the list, in their order.
   static Texts Rows(const ListBox& list) {
     Texts rows;
     for (int row = 0; row < list.ListCount(); ++row) rows.push_back(list.List(row));
@@ -84,7 +80,6 @@ class OnDesktop : public testing::Test, protected Program {
     return names;
   }
 
-  // Looks at the box that was shown last.
   void ExpectLastBox(const std::string& text, std::uint32_t flags, const std::string& title = "Velmaro") const {
     ASSERT_FALSE(desktop.boxes.empty());
     const auto& box = desktop.boxes.back();
@@ -102,7 +97,6 @@ class OnDesktop : public testing::Test, protected Program {
 
 }  // namespace velmaro
 
-// Tests speak of the program and of its user.
 using namespace std::string_literals;
 using namespace velmaro;
 using namespace simulated;

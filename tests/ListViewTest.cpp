@@ -64,27 +64,6 @@ TEST_F(ListView, TheTimerLeavesTheUserAloneWhileHeWorksInTheWindow) {
   EXPECT_TRUE(refreshes());
 }
 
-using OtherListView = OnDesktop;
-
-TEST_F(OtherListView, WhereRowsAreToldApartTheTimerKeepsTheRowAndThePlace) {
-  Run({"8 a.exe", "8 b.exe", "8 c.exe", "8 d.exe", "8 e.exe"});
-  desktop.commandsMeanTheRow = true;
-  auto& form = Start();
-  const auto refresh = [&] {
-    desktop.GoToAnotherProgram();
-    desktop.Advance(4000);
-    return State(form) + ", " + std::to_string(form.List1.TopIndex());
-  };
-  Select(form.List1, 0);
-  Scroll(form.List1, 2);
-  EXPECT_EQ(refresh(), "Real Time 2, row 0 of 5, 2");
-  Select(form.List1, 3);
-  desktop.processes.pop_front();
-  EXPECT_EQ(refresh(), "Real Time 2, row 2 of 4, 1");
-  desktop.processes.erase(desktop.processes.begin() + 1, desktop.processes.begin() + 3);
-  EXPECT_EQ(refresh(), "Real Time 2, row -1 of 2, 1");
-}
-
 class Find : public ListView {
  protected:
   // Opens the search, types a text and presses Enter.
@@ -96,9 +75,11 @@ class Find : public ListView {
 
 TEST_F(Find, NextGoesOnBehindTheSelectionAndDoesNotWrapAtOnce) {
   const auto next = [&] { return TypeKey(form, Key::F3), form.List1.ListIndex(); };
-  FindFor("Normal");
-  EXPECT_EQ(form.List1.ListIndex(), 1);
-  for (const int row : {2, -1}) EXPECT_EQ(next(), row);
+  desktop.Then([&] {
+    EXPECT_EQ(FrontForm().Caption(), form.Caption());
+    Reply("Normal");
+  });
+  for (const int row : {1, 2, -1}) EXPECT_EQ(next(), row) << "without a text it asks for one";
   ExpectLastBox("'Normal'was not found.", Tells, form.Caption());
   EXPECT_EQ(next(), 1);
   Press(form.btnRefresh);
@@ -120,24 +101,6 @@ TEST_F(Find, NextGoesOnBehindTheSelectionAndDoesNotWrapAtOnce) {
     EXPECT_EQ(form.List1.ListIndex(), row) << text;
   }
   EXPECT_EQ(desktop.boxes.size(), 1U);
-}
-
-TEST_F(Find, WithoutATextTheNextSearchAsksForOneAndOffersTheLast) {
-  for (const std::string offered : {"", "HIGH"}) {
-    desktop.Then([&] {
-      auto& question = FrontForm();
-      Texts texts = {question.Caption()};
-      for (const auto* control : question.Controls()) {
-        const auto* box = dynamic_cast<const TextBox*>(control);
-        texts.push_back(box ? box->Text() : control->Caption());
-        EXPECT_TRUE(!box || box->SelLength() == offered.size()) << "typing replaces it";
-      }
-      EXPECT_EQ(texts, (Texts{form.Caption(), "Enter text to find:", offered, "OK", "Cancel"}));
-      Reply("HIGH");
-    });
-    offered.empty() ? TypeKey(form, Key::F3) : Choose(form.mnuFind);
-    EXPECT_EQ(form.List1.ListIndex(), 3);
-  }
 }
 
 }  // namespace

@@ -66,7 +66,6 @@ inline std::string MarksOf(const FormArgs& form) {
                  {form.ShowInTaskbar, "taskbar"}});
 }
 
-// Looks at the model of a form as the table has it.
 inline void ExpectLook(const Form& form, const std::string& name) {
   SCOPED_TRACE(name);
   const auto rows = forms::Rows(name);

@@ -13,7 +13,6 @@
 #include <array>
 #include <chrono>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -164,7 +163,6 @@ inline int Ended(pid_t child) {
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-// Does work in a process of its own and gives the exit code that comes of it.
 template <class Work>
 int InChild(Work work) {
   const auto child = Fork();
@@ -207,7 +205,6 @@ class Child {
   onlinux::Descriptor held_;
 };
 
-// The number of the process that runs a program, 0 for none.
 inline pid_t Running(const std::string& program) {
   for (const auto& entry : fs::directory_iterator("/proc")) {
     std::error_code error;
@@ -222,12 +219,10 @@ inline bool EndRunning(const std::string& program) {
   return Eventually([&] { return ended |= onlinux::EndProcess(Running(program)), Running(program) == 0; }) && ended;
 }
 
-// True where this user may raise a priority.
 inline bool MayRaise() {
   return InChild([] { return ::setpriority(PRIO_PROCESS, 0, -10); }) == 0;
 }
 
-// An X server of the tests' own.
 class VirtualDisplay {
  public:
   explicit VirtualDisplay(const std::vector<std::string>& guard = {}) {
@@ -281,5 +276,4 @@ inline std::optional<platform::PROCESSENTRY32> Listed(
 
 }  // namespace velmaro
 
-// Tests speak of the program.
 using namespace velmaro;

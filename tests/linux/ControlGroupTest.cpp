@@ -1,5 +1,3 @@
-#include <sys/mman.h>
-
 #include "Children.h"
 #include "platform/linux/memory/ControlGroup.h"
 #include "platform/linux/processes/NiceGroup.h"
@@ -131,19 +129,11 @@ TEST(LinuxControlGroups, WhateverBecomesOfAMemoryRunItsTargetStarts) {
   const auto children = ProcOf(ended, "task/" + std::to_string(ended) + "/children");
   bool wasEnded = false;
   while (!wasEnded && !fs::exists(folder / "started"))
-    if (const auto child = ReadBytes(children); !child.empty()) wasEnded = onlinux::EndProcess(std::stoi(child));
-  EXPECT_TRUE(wasEnded) << "the run has a process of its own";
+    if (const auto child = std::atoi(ReadBytes(children).c_str());
+        ReadBytes(ProcOf(child, "oom_score_adj")) == "1000\n")
+      wasEnded = onlinux::EndProcess(child);
+  EXPECT_TRUE(wasEnded) << "the run has a process of its own, and the first to go where memory ends";
   expectStarted(ended, "the run was ended");
-  Child sibling(Fork());
-  if (sibling.Id() == 0) {
-    constexpr std::size_t step = 4 * Megabyte;
-    for (int i = 0; enter() && i < 70; ++i, ::usleep(4000))
-      std::memset(::mmap(nullptr, step, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0), 1, step);
-    for (;;) ::pause();
-  }
-  expectStarted(run(), "another program claims what is left meanwhile");
-  EXPECT_TRUE(sibling.Runs());
-  sibling.End();
   EXPECT_TRUE(Eventually([&] { return ::rmdir(group.c_str()) == 0; }));
 }
 

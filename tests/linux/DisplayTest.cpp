@@ -134,15 +134,6 @@ class LinuxProgram : public InFolder {
   Variables variables;
 };
 
-TEST_F(LinuxProgram, EndsWhenItsLastWindowIsDestroyed) {
-  const auto child = Start({VELMARO_PROGRAM}, variables);
-  ASSERT_TRUE(Eventually(Shows));
-  onlinux::XServer x;
-  ::xcb_destroy_window(x.Line(), platform::FindWindowA("Zeld's Velmaro Process"));
-  ::xcb_flush(x.Line());
-  EXPECT_EQ(Ended(child), 0);
-}
-
 TEST_F(LinuxProgram, SaysSoWhereItGetsTooLittleForAWindowAndGoesOnWithoutAnErrorOutput) {
   constexpr rlimit fewFiles{6, 6};
   for (const bool lacksFiles : {true, false}) {
@@ -155,11 +146,15 @@ TEST_F(LinuxProgram, SaysSoWhereItGetsTooLittleForAWindowAndGoesOnWithoutAnError
     EXPECT_NE(ReadBytes(folder / "told").find("no window can be shown"), std::string::npos);
   }
   const auto silence = [] { return ::close(STDERR_FILENO) == 0; };
-  const Child child(Start({VELMARO_PROGRAM}, variables, silence));
+  const auto child = Start({VELMARO_PROGRAM}, variables, silence);
   ASSERT_TRUE(Eventually(Shows));
-  EXPECT_EQ(fs::read_symlink(ProcOf(child.Id(), "fd/2")), "/dev/null");
+  EXPECT_EQ(fs::read_symlink(ProcOf(child, "fd/2")), "/dev/null");
   const std::string look = "test -e /proc/$$/fd/1 && ! test -e /proc/$$/fd/2";
   EXPECT_EQ(Ended(Start({VELMARO_PROGRAM, "/q", "/h", "/bin/sh", "-c", look}, variables, silence)), 0);
+  onlinux::XServer x;
+  ::xcb_destroy_window(x.Line(), platform::FindWindowA("Zeld's Velmaro Process"));
+  ::xcb_flush(x.Line());
+  EXPECT_EQ(Ended(child), 0) << "its last window was destroyed";
 }
 
 TEST_F(LinuxProgram, ARightOfItsOwnReachesNeitherForeignCodeNorStartedPrograms) {

@@ -12,9 +12,9 @@ constexpr std::array<int, 6> Elements{COLOR_WINDOW,  COLOR_WINDOWTEXT, COLOR_BTN
 
 void Set(const Colors& colors) { ::SetSysColors(static_cast<int>(colors.size()), Elements.data(), colors.data()); }
 
-double Luminance(COLORREF color) {
+double Luminance(DWORD color) {
   const auto part = [&](int shift) { return std::pow((color >> shift & 0xFF) / 255.0, 2.2); };
-  return 0.2126 * part(0) + 0.7152 * part(8) + 0.0722 * part(16);
+  return 0.2126 * part(16) + 0.7152 * part(8) + 0.0722 * part(0);
 }
 
 // The contrast of what stands out most at the place of a text with what most of the place shows.
@@ -24,18 +24,7 @@ double ContrastOf(HWND control) {
   const auto windowClass = ClassOf(control);
   if (windowClass == L"Button") place.top = std::max(place.top, place.bottom - 25);  // below a picture
   if (windowClass != L"Static") ::InflateRect(&place, -5, -5);
-  const int width = place.right - place.left;
-  const int height = place.bottom - place.top;
-  const auto screen = ::GetDC(nullptr);
-  const auto memory = ::CreateCompatibleDC(screen);
-  const auto bitmap = ::CreateCompatibleBitmap(screen, width, height);
-  ::SelectObject(memory, bitmap);
-  ::BitBlt(memory, 0, 0, width, height, screen, place.left, place.top, SRCCOPY);
-  std::map<COLORREF, int> points;
-  for (int i = 0; i < width * height; ++i) ++points[::GetPixel(memory, i % width, i / width)];
-  ::DeleteDC(memory);
-  ::DeleteObject(bitmap);
-  ::ReleaseDC(nullptr, screen);
+  const auto points = Shown(place);
   const auto back = std::ranges::max_element(points, {}, [](const auto& point) { return point.second; })->first;
   double best = 1;
   for (const auto& [color, count] : points) {

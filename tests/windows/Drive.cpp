@@ -235,4 +235,21 @@ void ClickRow(HWND list, int row, DWORD down, int times) {
   Click(list, down, times, POINT{place.left + 20, (place.top + place.bottom) / 2});
 }
 
+std::map<DWORD, int> Shown(const RECT& place) {
+  const int width = place.right - place.left, height = place.bottom - place.top;
+  const auto screen = ::GetDC(nullptr), memory = ::CreateCompatibleDC(screen);
+  BITMAPINFO form{};
+  form.bmiHeader = {sizeof form.bmiHeader, width, height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+  void* colors = nullptr;
+  const auto bitmap = ::CreateDIBSection(screen, &form, DIB_RGB_COLORS, &colors, nullptr, 0);
+  ::SelectObject(memory, bitmap);
+  ::BitBlt(memory, 0, 0, width, height, screen, place.left, place.top, SRCCOPY);
+  std::map<DWORD, int> pixels;
+  for (int i = 0; i < width * height; ++i) ++pixels[static_cast<const DWORD*>(colors)[i] & 0xFFFFFF];
+  ::DeleteDC(memory);
+  ::DeleteObject(bitmap);
+  ::ReleaseDC(nullptr, screen);
+  return pixels;
+}
+
 }  // namespace drive

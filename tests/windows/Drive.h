@@ -17,9 +17,7 @@
 // Drives the real velmaro.exe as a user does, from outside, and reads what shows.
 namespace drive {
 
-// For how long a busy machine may need.
 inline constexpr int LongEnough = 30000;
-// Waits until something holds, and tells whether it came to hold in time.
 bool Until(const std::function<bool()>& holds, int milliseconds = LongEnough);
 
 struct CloseNativeHandle {
@@ -36,7 +34,6 @@ class Folder {
   Folder& operator=(Folder&&) = delete;
   ~Folder();
   std::wstring Path(const std::wstring& name) const { return (path_ / name).wstring(); }
-  // Puts a copy of the probe in, under a name of its own, and gives its path.
   std::wstring Probe(const std::wstring& name) const;
   void Write(const std::wstring& name, const std::string& bytes) const {
     std::ofstream(path_ / name, std::ios::binary) << bytes;
@@ -53,7 +50,6 @@ struct Process {
   std::wstring name;
 };
 std::vector<Process> Processes();
-// The priority class of a process, 0 for one that is gone.
 DWORD ClassOf(DWORD process);
 void SetClass(DWORD process, DWORD priorityClass);
 void End(DWORD process);
@@ -69,11 +65,9 @@ class Program {
   ~Program();
   DWORD Id() const { return id_; }
   bool Lives() const { return ::WaitForSingleObject(handle_.get(), 0) == WAIT_TIMEOUT; }
-  // Waits for the end and gives the exit code, -1 when it does not come.
   int ExitCode(int milliseconds = LongEnough) const;
   void Hang() const { ::SuspendThread(thread_.get()); }
   void GoOn() const { ::ResumeThread(thread_.get()); }
-  // Every top-level window of the program, the upper ones first.
   std::vector<HWND> Windows(bool visible = true) const;
   // Waits for a visible window by its title, or by its class where that is given; null when none comes.
   HWND Window(const std::wstring& title, const std::wstring& windowClass = {}) const;
@@ -84,7 +78,6 @@ class Program {
   DWORD id_ = 0;
 };
 
-// What a probe wrote about its start.
 struct Report {
   DWORD id = 0;
   int show = -1;
@@ -98,13 +91,12 @@ Program StartProbe(const std::wstring& probe, const std::wstring& line = {});
 
 std::wstring Text(HWND window);
 std::wstring ClassOf(HWND window);
-// All that stand in a window, at any depth.
 std::vector<HWND> Children(HWND parent);
 // The first of them of a class whose text begins with a text.
 HWND Child(HWND parent, const std::wstring& windowClass, const std::wstring& text = {});
-// The control that has the keyboard in a window's program.
+// The colours that a part of the screen shows, with how often each comes there: red in the highest of three bytes.
+std::map<DWORD, int> Shown(const RECT& place);
 HWND Focus(HWND window);
-// Waits until a window is gone, and tells whether it went.
 inline bool Gone(HWND window) {
   return Until([&] { return !::IsWindowVisible(window); });
 }
@@ -115,23 +107,19 @@ void Front(HWND window);
 void Keys(std::initializer_list<int> keys, int with = 0);
 // Presses and releases a real mouse button on a point of a window: at its middle where none is given.
 void Click(HWND window, DWORD down = MOUSEEVENTF_LEFTDOWN, int times = 1, std::optional<POINT> at = {});
-// Presses a real mouse button on a row of a list.
 void ClickRow(HWND list, int row, DWORD down = MOUSEEVENTF_LEFTDOWN, int times = 1);
 
 struct Box {
   HWND window = nullptr;
   std::wstring title;
   std::wstring text;
-  // The button that has the keyboard: what Enter presses.
   int defaultButton = 0;
-  // Presses a button (IDOK, IDYES ...) and waits until the box is gone.
   void Answer(int button) const;
 };
 
 struct Entry {
   int depth = 0;
   bool checked = false;
-  // The one that Enter would choose.
   bool marked = false;
   UINT id = 0;
   std::wstring text;
@@ -140,30 +128,21 @@ struct Entry {
 class Velmaro : public Program {
  public:
   explicit Velmaro(const Folder& folder, const std::wstring& line = {}) : Program(folder.Path(L"velmaro.exe"), line) {}
-  // The main window, once it shows. Throws where none comes.
   HWND Main() const;
-  // The uppermost other form, once one shows.
   HWND Form() const;
   HWND List() const { return Child(Main(), L"LISTBOX"); }
   std::vector<std::wstring> Rows() const;
-  // The first row that ends with a text, empty where there is none.
   std::wstring Row(const std::wstring& ending) const;
   int Selected() const { return static_cast<int>(::SendMessageW(List(), LB_GETCURSEL, 0, 0)); }
-  // Selects the first row that ends with a text; false where there is none.
   bool Select(const std::wstring& ending) const;
   void Press(const std::wstring& caption) const { drive::Press(Child(Main(), L"BUTTON", caption)); }
-  // Refreshes the list and waits until it is filled anew.
   void Refresh() const { ::SendMessageW(Child(Main(), L"BUTTON", L"&Refresh"), BM_CLICK, 0, 0); }
 
-  // The entries of the menu bar, or of the popup that is open.
   std::vector<Entry> Menu(HWND window = nullptr) const;
-  // The checked entries of the menu bar, joined by "|".
   std::wstring Checks() const;
   // Chooses an entry of the menu bar by its text without its shortcut. Does not wait for what it does.
   void Choose(const std::wstring& text) const;
-  // Has the program know that the user wants high contrast.
   void TellHighContrast() const;
-  // Waits for a popup menu, and for a message box.
   HWND Popup() const { return Window({}, L"#32768"); }
   Box Await() const;
 
@@ -181,5 +160,4 @@ class Settings {
 
 }  // namespace drive
 
-// Tests speak of nothing else.
 using namespace drive;

@@ -58,7 +58,6 @@ class LinuxDesktop : public InFolder {
   void Answer(const QString& text, const QString& answer, const QString& buttons = "OK*",
               QMessageBox::Icon icon = QMessageBox::Information);
   void Choose(const QString& caption);
-  // The entry that bears the check mark in the next popup, which is closed again.
   void LookAtPopup(const std::string& marked);
   // The last row of a program, -1 for none, as the list shows it.
   int RowOf(const std::string& program);

@@ -31,19 +31,33 @@ void ExpectDesigned(const QRect& around) {
   ExpectShown(form);
 }
 
-TEST_F(LinuxDesktop, EveryFormComesUpAsItWasDesigned) {
+TEST_F(LinuxDesktop, EveryFormComesUpAsItWasDesignedInALightAndInADarkThemeAndWithLargeFonts) {
   const auto screen = main->screen()->geometry();
+  const auto before = QApplication::font();
   ExpectDesigned(screen);
   main->move(150, 300);
-  for (const QString entry : {"Run...", "Edit Kill List Here...", "About", "Find..."}) {
-    Then([&](QWidget& window) {
-      ExpectDesigned(entry == "About" ? screen : main->geometry());
-      Press(window, Qt::Key_Escape);
-    });
-    Choose(entry);
+  for (const auto& window : {QColor(239, 239, 239), QColor(49, 54, 59), QColor(Qt::black)}) {
+    QPalette theme(window);
+    theme.setColor(QPalette::HighlightedText, QColor(0, 0, 60));
+    QApplication::setPalette(theme);
+    for (const QString entry : {"Run...", "Edit Kill List Here...", "About", "Find..."}) {
+      Then([&](QWidget& box) {
+        ExpectDesigned(entry == "About" ? screen : main->geometry());
+        Press(box, Qt::Key_Escape);
+      });
+      Choose(entry);
+    }
+    for (Form* form : {static_cast<Form*>(&app.Default<formFreeMem>()), static_cast<Form*>(&app.New<formVelmaro>())}) {
+      form->Show();
+      ExpectDesigned(screen);
+      UnloadForm(*form);
+    }
+    auto font = QApplication::font();
+    font.setPointSizeF(font.pointSizeF() * 2);
+    QApplication::setFont(font);
   }
-  Choose("Free Memory...");
-  ExpectDesigned(screen);
+  QApplication::setPalette({});
+  QApplication::setFont(before);
 }
 
 TEST_F(LinuxDesktop, ARefusedQuestionKeepsTheSession) {

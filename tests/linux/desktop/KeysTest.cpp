@@ -7,7 +7,11 @@ TEST_F(LinuxDesktop, AButtonIsPressedWhereTheMouseWentDownAndUp) {
   const Child child(program);
   auto& button = Find(*main, "Velmaro!");
   Choose("Idle");
+  Press(List(), Qt::Key_End);
+  EXPECT_EQ(List().currentIndex().row(), List().model()->rowCount() - 1);
   Pick(RowOf(program));
+  Press(List(), Qt::Key_Space, Qt::ControlModifier);
+  EXPECT_TRUE(List().selectionModel()->isSelected(List().currentIndex())) << "a picked row stays in sight";
   QTest::mousePress(&button, Qt::LeftButton);
   QTest::mouseRelease(&button, Qt::LeftButton, {}, QPoint(-9, -9));
   QTest::mouseRelease(&button, Qt::LeftButton);
@@ -17,6 +21,11 @@ TEST_F(LinuxDesktop, AButtonIsPressedWhereTheMouseWentDownAndUp) {
   Answer("set to IDLE", "OK");
   QTest::mouseClick(&button, Qt::LeftButton);
   EXPECT_EQ(child.Nice(), 19);
+  Press(*main, Qt::Key_E, Qt::AltModifier);  // a menu has the same letter
+  EXPECT_EQ(RowOf(program), -1);
+  Click(*main, "Idle");
+  EXPECT_EQ(Row(RowOf(program)), "[Idle]");
+  Click(*main, "All");
   QTest::keyPress(main->focusWidget(), Qt::Key_F5);
   const Child late(folder.Sleeper("zzlate"));
   QKeyEvent held(QEvent::KeyRelease, Qt::Key_F5, {}, {}, true);
@@ -70,4 +79,16 @@ TEST_F(LinuxDesktop, EachKeyAndEachButtonOfTheMouseIsToldAsWhatItIs) {
   QTest::mouseClick(&label, Qt::RightButton, Qt::ControlModifier, {20, 5});
   QTest::mouseClick(&label, Qt::MiddleButton, Qt::AltModifier, {10, 8});
   EXPECT_EQ(told.str(), form.lblCredits.Caption() + " 1,1,120,60, 2,2,240,60, 4,4,120,96, ");
+}
+
+TEST_F(LinuxDesktop, ARefusedClassIsSetWithARightThatWasGiven) {
+  if (!std::getenv("VELMARO_POLKIT")) GTEST_SKIP() << "polkit.sh runs this as a user who has the right by a rule";
+  const auto program = folder.Sleeper("zzdesktop");
+  const Child child(program);
+  Click(*main, "Refresh");
+  Pick(RowOf(program));
+  Answer("set to HIGH", "OK");
+  Choose("High");
+  EXPECT_EQ(child.Nice(), -10);
+  EXPECT_EQ(Row(RowOf(program)), "[HIGH]");
 }

@@ -24,32 +24,3 @@ TEST_F(LinuxDesktop, MenusAndSizesFollowWhatTheProgramDoes) {
     EXPECT_TRUE(main->isVisible() == on && main->windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint) == on);
   }
 }
-
-TEST_F(LinuxDesktop, EveryCaptionCanBeReadInALightAndInADarkThemeAndWithLargeFonts) {
-  const auto before = QApplication::font();
-  for (const auto& window : {QColor(239, 239, 239), QColor(49, 54, 59), QColor(Qt::black)}) {
-    QPalette theme(window);
-    theme.setColor(QPalette::HighlightedText, QColor(0, 0, 60));
-    QApplication::setPalette(theme);
-    auto font = QApplication::font();
-    font.setPointSizeF(font.pointSizeF() * 2);
-    QApplication::setFont(font);
-    auto& another = app.New<formVelmaro>();
-    another.Show();
-    ExpectShown(another);
-    UnloadForm(another);
-    const auto look = [](QWidget& box) {
-      ExpectShown(*App().Forms().back());
-      Press(box, Qt::Key_Escape);
-    };
-    Then(look);
-    Press(*main, Qt::Key_F1);
-    Then(look);
-    Press(*main, Qt::Key_R, Qt::ControlModifier);
-    Click(*main, "Free Mem");
-    ExpectShown(app.Default<formFreeMem>());
-    UnloadForm(app.Default<formFreeMem>());
-  }
-  QApplication::setPalette({});
-  QApplication::setFont(before);
-}

@@ -1,5 +1,3 @@
-#include <iostream>
-
 #include "Desktop.h"
 
 namespace {
@@ -21,10 +19,6 @@ class Watch : public testing::EmptyTestEventListener {
 int main(int count, char** arguments) {
   const std::vector<std::string> words(arguments + 1, arguments + count);
   testing::InitGoogleTest(&count, arguments);
-  if (count > 1) {
-    std::cerr << "velmaro_linux_desktop takes GoogleTest's flags and nothing else: not " << arguments[1] << '\n';
-    return 2;
-  }
   // The program under test takes the words of this one's command line for its own: they go on in the environment.
   for (auto word : words) {
     const auto end = std::min(word.find('='), word.size());
@@ -32,12 +26,6 @@ int main(int count, char** arguments) {
     ::setenv(word.substr(2, end - 2).c_str(), end < word.size() ? &word[end + 1] : "1", 1);
   }
   if (!words.empty() && !testing::GTEST_FLAG(list_tests)) Execute({"/proc/self/exe"});
-  try {
-    const TestFolder needed;
-  } catch (const std::exception& error) {
-    std::cerr << "velmaro_linux_desktop has no folder to write to (see TMPDIR): " << error.what() << '\n';
-    return 2;
-  }
   ::setenv("QT_QPA_PLATFORM", "offscreen", 1);
   ::setenv("QT_FONT_DPI", std::to_string(dotsPerInch).c_str(), 1);
   ::setenv("QT_ENABLE_HIGHDPI_SCALING", "0", 1);
