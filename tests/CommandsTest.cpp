@@ -139,16 +139,15 @@ TEST_F(Commands, InTheViewOfWindowsEachPlacesTheSelectedOne) {
 TEST_F(Commands, APopupOpensOnTheFrontFormAtThePointerOrAtAPlace) {
   auto& form = Start();
   form.mnuOptions[0].Click = [&] { EXPECT_EQ(&FrontForm(), &form); };
-  const std::vector<std::tuple<float, float, Menu*, std::optional<Bounds>>> cases = {{0, 0, nullptr, {}},
-                                                                                     {100, -100, nullptr, {}},
-                                                                                     {-5, 10, nullptr, Bounds{-5, 10}},
-                                                                                     {9, 9, &form.mnuOptions[1], {}}};
-  for (const auto& [x, y, entry, place] : cases) {
+  const auto expect = [&](float x, float y, Menu* entry, std::optional<Bounds> place) {
     desktop.GoToAnotherProgram();
     desktop.choices = {&form.mnuOptions[0]};
     ShowPopupAtCursor(form, form.mnuOptionsMain, entry, x, y);
     EXPECT_TRUE(desktop.popups.back().place == place && desktop.popups.back().defaultEntry == entry) << x;
-  }
+  };
+  for (const float x : {0.F, 100.F}) expect(x, -x, nullptr, {});
+  expect(-5, 10, nullptr, Bounds{-5, 10});
+  expect(9, 9, &form.mnuOptions[1], {});
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 #include "Fixture.h"
 #include "editor/formEdit.h"
 #include "process/KillLists.h"
-#include "process/KnownEmulators.h"
 
 namespace {
 
@@ -20,7 +19,6 @@ class KillLists : public OnDesktop {
     }
   }
 
-  // A list of 2 entries and 3 processes, of which "mame.exe" is spared.
   formVelmaro& StartWithLists(const std::string& line = "") {
     for (const auto* name : {"game.exe", "mame.exe", "other.exe"}) desktop.AddProcess(name);
     desktop.files[KillList].bytes = "mame.exe\r\nGAME.exe";
@@ -52,8 +50,6 @@ TEST_F(KillLists, WhereNamesAreWholePartsOfPathsPatternsStillFitEveryEnd) {
                       R"(*sh => \bin\bash)", R"(?sh => \bin\bash)", R"(as[h] => \bin\bash)", R"(\b*h => \bin\bash)",
                       R"(a* => \bin\bash)", R"([ => \bin\bash)", R"(s# => \bin\bas1)"});
   ExpectEnded(true, {R"(sh => \bin\bash)", R"(in\sh => \bin\sh)", R"(bin => \bin\sh)", R"(b? => \bin\bash)"});
-  for (const auto* known : {"bleem.exe", "snes9xw.exe", "mame32.exe", "dboy.exe", "pcsx.exe", "vivanonno.exe"})
-    EXPECT_TRUE(IsKnownEmulator(known) && !IsKnownEmulator(known + 1)) << known;
 }
 
 TEST_F(KillLists, ANoKillListThatCantBeReadProtectsEverything) {

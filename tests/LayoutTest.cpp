@@ -15,15 +15,13 @@ TEST_P(Layout, AWindowBelowItsLimitsSpringsBackUnlessItIsMinimized) {
   ExpectLook(form, "main");
   // The smallest whole pixels that reach the limits.
   const Twips width = GetParam() == 10 ? 6500 : 6510;
-  const std::vector<std::pair<Bounds, Bounds>> cases = {{{0, 0, 5000, 6000}, {0, 0, width, 6000}},
-                                                        {{0, 0, 12000, 1500}, {0, 0, 12000, 3000}},
-                                                        {{0, 0, 1500, 1500}, {0, 0, width, 3000}},
-                                                        {{0, 0, width - GetParam(), 6000}, {0, 0, width, 6000}},
-                                                        {{0, 0, width, 3000}, {0, 0, width, 3000}}};
-  for (const auto& [asked, got] : cases) {
+  using Sizes = std::array<Twips, 4>;
+  for (const auto& [askedWidth, askedHeight, gotWidth, gotHeight] :
+       {Sizes{5000, 6000, width, 6000}, Sizes{12000, 1500, 12000, 3000}, Sizes{1500, 1500, width, 3000},
+        Sizes{width - GetParam(), 6000, width, 6000}, Sizes{width, 3000, width, 3000}}) {
     ResizeWindow(form, 7500, 4500);
-    ResizeWindow(form, asked.Width, asked.Height);
-    EXPECT_EQ((Bounds{0, 0, form.Width(), form.Height()}), got);
+    ResizeWindow(form, askedWidth, askedHeight);
+    EXPECT_TRUE(form.Width() == gotWidth && form.Height() == gotHeight) << form.Width() << " x " << form.Height();
     ExpectLook(form, "main");
   }
   const auto told = Told(form.List1, Change::Bounds) + Told(form.btnFree, Change::Bounds);
@@ -37,12 +35,10 @@ TEST_P(Layout, EveryFormComesUpAsItWasDesigned) {
   auto& form = Start();
   Choose(form.mnuFileFreeMem);
   ExpectLook(FrontForm(), "meter");
-  for (const auto& [entry, name] : std::vector<std::pair<Menu*, std::string>>{{&form.mnuFileRun, "launcher"},
-                                                                              {&form.mnuEditKillListHere, "editor"},
-                                                                              {&form.mnuHelpAbout, "about"},
-                                                                              {&form.mnuFind, "find"}}) {
-    desktop.Then([&] { ExpectLook(FrontForm(), name); });
-    Choose(*entry);
+  const std::array entries = {&form.mnuFileRun, &form.mnuEditKillListHere, &form.mnuHelpAbout, &form.mnuFind};
+  for (std::size_t i = 0; i < entries.size(); ++i) {
+    desktop.Then([i] { ExpectLook(FrontForm(), std::array{"launcher", "editor", "about", "find"}[i]); });
+    Choose(*entries[i]);
   }
 }
 

@@ -66,7 +66,6 @@ TEST_F(ListView, TheTimerLeavesTheUserAloneWhileHeWorksInTheWindow) {
 
 class Find : public ListView {
  protected:
-  // Opens the search, types a text and presses Enter.
   void FindFor(const std::string& text) {
     desktop.Then([=] { Reply(text); });
     TypeKey(form, 'F', ShiftKey::Ctrl);

@@ -6,7 +6,6 @@
 
 namespace {
 
-// What was started, as "call:command line:show".
 Texts Started(const Desktop& desktop) {
   Texts texts;
   for (const auto& start : desktop.starts)

@@ -171,7 +171,7 @@ TEST_F(Walk, WhatIsSparedByTheTimeOfTheAnswerOrByItsWholeNameLives) {
   EXPECT_EQ(Ended(), Texts{});
 }
 
-TEST_F(Walk, WithoutASnapshotNothingIsListedOrFound) {
+TEST_F(Walk, WithoutASnapshotOrRoomNothingIsListedOrFound) {
   desktop.AddProcess("game.exe");
   list.AddItem("old");
   desktop.snapshotFails = true;
@@ -182,11 +182,8 @@ TEST_F(Walk, WithoutASnapshotNothingIsListedOrFound) {
   list.AddItem("old");
   EXPECT_FALSE(WalkProcesses("\"", 0, true, &list)) << "a name that nothing is left of lists, but clears nothing";
   EXPECT_EQ(Rows(list), (Texts{"old", "[Normal]\tgame.exe"}));
-}
-
-TEST_F(Walk, AListThatIsFullStopsTheWalk) {
   for (int i = 0; i < 32770; ++i) desktop.processes.push_back({.name = "p", .id = 1});
-  EXPECT_EQ(Listed(0).size(), 32767U);
+  EXPECT_EQ(Listed(0).size(), 32767U) << "a list that is full stops the walk";
 }
 
 }  // namespace

@@ -8,7 +8,6 @@ constexpr int Megabyte = 1 << 20;
 
 std::string Bytes(int megabytes) { return std::to_string(megabytes * Megabyte) + '\n'; }
 
-// A folder of control groups with figures of the test's own.
 class Groups : public TestFolder {
  public:
   void Write(const std::string& path, const std::string& text) const {

@@ -33,7 +33,6 @@ TEST_F(LinuxSettings, AnyValueComesBackAndOthersStay) {
     EXPECT_EQ(Read("LastRun"), value);
   }
   for (const auto& value : values) EXPECT_EQ(Read("k=" + value), "other");
-  // Two programs that write at once.
   Alone([] {
     const bool first = ::fork() != 0;
     for (int i = 0; i < 30; ++i) Write((first ? "one" : "two") + std::to_string(i), "written");

@@ -15,13 +15,11 @@ namespace {
 
 using LinuxStarts = InFolder;
 
-// Starts the real program without a display.
 pid_t StartProgram(std::vector<std::string> words, const std::function<bool()>& prepare = nullptr) {
   words.insert(words.begin(), VELMARO_PROGRAM);
   return Start(words, {}, prepare);
 }
 
-// The same, to its end; gives its exit code.
 int RunProgram(const std::vector<std::string>& words) {
   // A memory run is to be over soon, however much memory this machine has in use.
   return Ended(StartProgram(words, [] { return LimitRoom(RLIMIT_AS, 512U << 20); }));

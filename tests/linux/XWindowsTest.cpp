@@ -13,7 +13,6 @@ namespace {
 using namespace platform;
 using onlinux::XServer;
 
-// A server of the test's own, for the windows of a program of its own.
 class LinuxWindows : public InFolder {
  protected:
   void SetUp() override {
@@ -158,15 +157,6 @@ TEST_F(LinuxWindows, TitlesInOldTextAreReadAsFastAsOthers) {
   EXPECT_LT(timed("\x1b-B\xb3", "COMPOUND_TEXT"), others * 4) << "of the windows there are twice as many then";
 }
 
-TEST_F(LinuxWindows, AWindowThatIsGoneBreaksNothing) {
-  const auto window = NewWindow("gone");
-  ::xcb_destroy_window(x->Line(), window);
-  EXPECT_TRUE(x->Did(::xcb_no_operation_checked(x->Line())));
-  EXPECT_FALSE(Set(window, HWND_TOPMOST, SWP_SHOWWINDOW) || ShowWindow(window, SW_HIDE) || SetForegroundWindow(window));
-  EXPECT_EQ(GetWindowTextLengthA(window), 0);
-  EXPECT_TRUE(EnumWindows([](WindowHandle) { return true; }));
-}
-
 TEST_F(LinuxWindows, HiddenShownAndPinnedIsWhatTheServerSaysAndAManagerIsAskedFor) {
   const auto window = NewWindow("pinned");
   const auto another = NewWindow("another");
@@ -187,7 +177,7 @@ TEST_F(LinuxWindows, HiddenShownAndPinnedIsWhatTheServerSaysAndAManagerIsAskedFo
   HideShowAndPin(window);  // the dead one's mark is still there
 }
 
-TEST_F(LinuxWindows, AQuietStartHidesTheWindowOfATitle) {
+TEST_F(LinuxWindows, AQuietStartHidesTheWindowOfATitleAndOneThatIsGoneBreaksNothing) {
   const auto longer = NewWindow("Sound Server 2");
   const auto meant = NewWindow("Sound Server");
   const auto start = std::chrono::steady_clock::now();
@@ -195,6 +185,9 @@ TEST_F(LinuxWindows, AQuietStartHidesTheWindowOfATitle) {
   EXPECT_TRUE(Eventually([&] { return !IsShown(meant); }));
   EXPECT_GE(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(750)) << "it takes its time to show";
   EXPECT_TRUE(IsShown(longer));
+  EXPECT_TRUE(x->Did(::xcb_destroy_window_checked(x->Line(), longer)));
+  EXPECT_FALSE(Set(longer, HWND_TOPMOST, SWP_SHOWWINDOW) || ShowWindow(longer, SW_HIDE) || SetForegroundWindow(longer));
+  EXPECT_EQ(GetWindowTextLengthA(longer), 0) << "a window that is gone breaks nothing";
 }
 
 TEST_F(LinuxWindows, TheFirstWindowOfAStartGetsItsStateWhateverStandsBetween) {

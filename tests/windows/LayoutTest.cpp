@@ -149,17 +149,14 @@ TEST_F(LayoutTest, ControlsFollowTheWindowAndItsLimits) {
 
 TEST_F(LayoutTest, EveryFormComesUpAsItWasDesigned) {
   ::SetWindowPos(main, nullptr, 60, 150, 0, 0, SWP_NOSIZE | SWP_NOZORDER);
-  const std::vector<std::pair<std::wstring, std::string>> forms = {{L"Run...", "launcher"},
-                                                                   {L"Edit Kill List Here...", "editor"},
-                                                                   {L"About", "about"},
-                                                                   {L"Find...", "find"},
-                                                                   {L"Free Memory...", "meter"}};
-  for (const auto& [entry, name] : forms) {
-    velmaro.Choose(entry);
+  const std::array entries = {L"Run...", L"Edit Kill List Here...", L"About", L"Find...", L"Free Memory..."};
+  const std::array names = {"launcher", "editor", "about", "find", "meter"};
+  for (std::size_t i = 0; i < entries.size(); ++i) {
+    velmaro.Choose(entries[i]);
     const auto form = velmaro.Form();
     ASSERT_TRUE(form);
     Front(form);
-    ExpectLook(form, name);
+    ExpectLook(form, names[i]);
     ::PostMessageW(form, WM_CLOSE, 0, 0);
     EXPECT_TRUE(Gone(form));
   }

@@ -23,7 +23,6 @@ std::vector<std::wstring> RowsOfSystem(const std::wstring& tag = {}) {
 
 class ProcessTest : public testing::Test {
  protected:
-  // Looks at the box, and at what has changed behind it.
   void ExpectSet(DWORD priorityClass, const std::wstring& option) const {
     auto status = option;
     ::CharUpperW(status.data());

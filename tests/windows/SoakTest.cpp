@@ -5,7 +5,6 @@ namespace {
 class SoakTest : public testing::Test {
  protected:
   SoakTest() { velmaro.Checks(); }
-  // The windows, the handles and the memory that the program holds.
   std::tuple<std::size_t, DWORD, std::size_t> Holds() const {
     std::size_t windows = 0;
     for (const auto window : velmaro.Windows(false)) windows += 1 + Children(window).size();

@@ -30,8 +30,7 @@ TEST(StartTest, QuietRunsReachTheTargetAndNeverHaveAnyWindow) {
 
 TEST(StartTest, ListsAndMemoryComeBeforeTheTarget) {
   const Folder folder;
-  // With byte order marks, as editors write them. A lone CR ends a line, a lone LF does not, and a name may lack its
-  // front.
+  // With marks, as editors write them. A lone CR ends a line, a lone LF does not, and a name may lack its front.
   folder.Write(L"my list.txt", "\xEF\xBB\xBFSpared.exe\r\nx\nFeed.exe\r*.exe\romed.exe");
   folder.Write(L"spare.txt", std::string("\xFF\xFEs\0p\0a\0r\0e\0d\0*\0", 16));
   const auto doomed = StartProbe(folder.Probe(L"Doomed.exe"));

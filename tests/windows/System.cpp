@@ -1,5 +1,3 @@
-// What the system itself tells of processes and settings.
-
 #include <array>
 
 #include "Drive.h"

@@ -13,7 +13,6 @@ std::wstring WithoutMarks(std::wstring text) {
   return text.substr(0, text.find(L'\t'));
 }
 
-// Sends the library inside the program a message.
 void SendInside(HWND window, const wchar_t* message) {
   // Without it most tests would wait in vain, so its lack ends them at once.
   static const auto library = ::LoadLibraryW(Beside(L"inside.dll").c_str());

@@ -46,7 +46,6 @@ TEST_F(WindowTest, CommandsChangeTheRealWindow) {
   velmaro.Choose(L"List Hidden Windows");
   const auto row = L" - Hidden Window - " + std::to_wstring(reinterpret_cast<std::uintptr_t>(target));
   EXPECT_TRUE(Until([&] { return velmaro.Select(row); }));
-  // A window that went after the list was filled does no harm.
   End(probe.Id());
   velmaro.Choose(L"Hide Window");
   velmaro.Refresh();

@@ -7,7 +7,6 @@
 namespace velmaro {
 namespace {
 
-// What the manager of the session was told.
 std::string told;
 
 std::string EndSession() {

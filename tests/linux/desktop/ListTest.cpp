@@ -2,7 +2,6 @@
 
 #include "Desktop.h"
 
-// Counts how often a widget is painted.
 struct Paints : QObject {
   int times = 0;
   bool eventFilter(QObject*, QEvent* event) override {
