@@ -82,7 +82,7 @@ TEST_F(LinuxManager, IsAskedForUnitsByProcessesThatCantBeMistaken) {
   const QString call = "StartTransientUnit ssa(sv)a(sa(sv)) a.scope fail ";
   EXPECT_EQ(Heard(false, true, start), QStringList(call + "PIDFDs=1" + rest));
   EXPECT_EQ(Heard(true, true, start), QStringList({call + "PIDFDs=1" + rest, call + "PIDs=1" + rest}));
-  const Child chosen({"/bin/sh", "-c", "sleep 300 & wait"});
+  const Child chosen({"/bin/sh", "-c", "setpriv --pdeathsig KILL sleep 300 & wait"});
   const auto id = static_cast<std::uint32_t>(chosen.Id());
   ASSERT_TRUE(
       Eventually([&] { return !ReadBytes(ProcOf(chosen.Id(), "task/" + std::to_string(id) + "/children")).empty(); }));
