@@ -135,12 +135,12 @@ class LinuxProgram : public InFolder {
 };
 
 TEST_F(LinuxProgram, SaysSoWhereItGetsTooLittleForAWindowAndGoesOnWithoutAnErrorOutput) {
-  constexpr rlimit fewFiles{6, 6};
+  constexpr rlimit fewFiles{6, 6}, littleRoom{100U << 20, 100U << 20};
   for (const bool lacksFiles : {true, false}) {
     if (UnderSanitizer) break;  // which needs both itself
     const auto limit = [&] {
       return TellErrorsTo(folder / "told") &&
-             (lacksFiles ? ::setrlimit(RLIMIT_NOFILE, &fewFiles) == 0 : LimitRoom(RLIMIT_AS, 100U << 20));
+             (lacksFiles ? ::setrlimit(RLIMIT_NOFILE, &fewFiles) : ::setrlimit(RLIMIT_AS, &littleRoom)) == 0;
     };
     EXPECT_EQ(Ended(Start({VELMARO_PROGRAM}, variables, limit)), 1);
     EXPECT_NE(ReadBytes(folder / "told").find("no window can be shown"), std::string::npos);

@@ -149,9 +149,13 @@ TEST_F(LinuxWindows, TitlesInOldTextAreReadAsFastAsOthers) {
   if (UnderSanitizer) GTEST_SKIP() << "a sanitizer takes its own time";
   const auto timed = [&](const std::string& title, const std::string& kind) {
     for (int i = 0; i < 1000; ++i) NewWindow(title, kind);
-    const auto start = std::chrono::steady_clock::now();
-    EXPECT_EQ(std::ranges::count(Titles(), "ł"), 1000 * (kind == "UTF8_STRING" ? 1 : 2));
-    return std::chrono::steady_clock::now() - start;
+    auto best = std::chrono::steady_clock::duration::max();
+    for (int tries = 0; tries < 5; ++tries) {  // a busy machine may come between
+      const auto start = std::chrono::steady_clock::now();
+      EXPECT_EQ(std::ranges::count(Titles(), "ł"), 1000 * (kind == "UTF8_STRING" ? 1 : 2));
+      best = std::min(best, std::chrono::steady_clock::now() - start);
+    }
+    return best;
   };
   const auto others = timed("ł", "UTF8_STRING");
   EXPECT_LT(timed("\x1b-B\xb3", "COMPOUND_TEXT"), others * 4) << "of the windows there are twice as many then";
