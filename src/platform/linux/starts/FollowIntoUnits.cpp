@@ -39,7 +39,8 @@ void FollowIntoUnits(const Descent& descent, std::uint32_t priorityClass, Before
   constexpr milliseconds::rep longest = 500;
   const auto cameFrom = [&](pid_t process) { return CameFrom(static_cast<std::uint32_t>(process), descent); };
   const auto start = steady_clock::now();
-  for (milliseconds passed{0}; passed < enough || (passed < limit && IsLeft(descent));) {
+  milliseconds left{0};
+  for (milliseconds passed{0}; passed < limit && passed - left < enough;) {
     ForEachApp([&](const Unit& unit) {
       if (before.units.contains(unit.name) || !std::ranges::any_of(ProcessesOf(unit), cameFrom)) return;
       // A manager that is busy doesn't answer in time, and is asked again.
@@ -52,6 +53,8 @@ void FollowIntoUnits(const Descent& descent, std::uint32_t priorityClass, Before
     });
     platform::Sleep(static_cast<std::uint32_t>(std::clamp(passed.count() / 100, shortest, longest)));
     passed = std::chrono::duration_cast<milliseconds>(steady_clock::now() - start);
+    // Between the end of who asks the desktop for a program and the program's begin there may be nothing of either.
+    if (IsLeft(descent)) left = passed;
   }
 }
 

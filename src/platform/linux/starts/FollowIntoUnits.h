@@ -16,8 +16,8 @@ struct Before {
 };
 Before NoteBefore(const std::vector<std::string>& words);
 // Gives a priority class to the units that a start makes for itself within a minute, as sandboxes and desktops do for
-// what they run, and to the apps that it has the desktop start. Returns earlier, but not within ten seconds, where
-// nothing of the start is left.
+// what they run, and to the apps that it has the desktop start. Returns earlier where nothing of the start has been
+// left for ten seconds.
 void FollowIntoUnits(const Descent& descent, std::uint32_t priorityClass, Before before);
 
 }  // namespace onlinux
