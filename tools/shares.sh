@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# What a start gives its program of a core, on a real desktop: shares.sh WAY CLASS [CELL...], where WAY is one of those
-# below and CLASS is h (High), n (Normal) or i (Idle). It runs as the user inside the session, such as in a virtual
-# machine, with velmaro installed, and prints one line a cell:
+# What a start gives its program of a core, on a real desktop: shares.sh WAY CLASS [WAY CLASS...], where WAY is
+# entry-quiet, entry, launch, menu, script, detach, desktop-file, terminal, flatpak or wine and CLASS is h (High), n
+# (Normal) or i (Idle). It runs as the user inside the session, such as in a virtual machine, with velmaro installed,
+# and prints one line a cell:
 #   desktop | way | user | class | game % : rival %
 # The game and its rival never pause and share core $CORE (1). The rival is started as the desktop starts an entry of
 # its menu, and there are $RIVALS (1) of it. Keys go to Velmaro's window through X, so Launch... and the menu need
