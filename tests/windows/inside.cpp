@@ -50,6 +50,8 @@ void TellHighContrast() {
   const auto& table = header.OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IAT];
   auto* const imports = reinterpret_cast<FARPROC*>(program + table.VirtualAddress);
   const auto asked = ::GetProcAddress(::GetModuleHandleW(L"user32.dll"), "SystemParametersInfoW");
+  DWORD before = 0;
+  ::VirtualProtect(imports, table.Size, PAGE_READWRITE, &before);  // some linkers let nobody write there
   std::replace(imports, imports + table.Size / sizeof *imports, asked,
                reinterpret_cast<FARPROC>(reinterpret_cast<void*>(&AskSystem)));
   HMODULE stays = nullptr;
