@@ -95,7 +95,7 @@ linux_pictures() {
   openbox >/dev/null 2>&1 &
   started+=($!)
   HOME=$work QT_SCALE_FACTOR=$(python3 -c "print($1 / 96)") unshare -rpf --mount-proc --kill-child bash -c '
-    mount -t tmpfs none /usr/local/games
+    mount -t tmpfs -o mode=755 none /usr/local/games
     cp build/linux/velmaro build/linux/*.so /usr/local/games
     cp packaging/linux/samples/killlist.txt /usr/local/games
     for name in star-emu pad-mapper music-player cloud-sync update-watch; do
