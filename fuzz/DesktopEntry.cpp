@@ -13,8 +13,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const onlinux::Descriptor file(::memfd_create("entry", 0));
   fuzz::Expect(::write(file.get(), data, size) == static_cast<ssize_t>(size));
   const auto entry = onlinux::ReadEntry("/proc/self/fd/" + std::to_string(file.get()), {"%c \\told"});
-  if (!entry) return 0;
   const auto told = [](const std::string& word) { return word.find("%c \\told") != std::string::npos; };
-  fuzz::Expect(std::ranges::any_of(entry->words, told));
+  fuzz::Expect(!entry || std::ranges::any_of(entry->words, told));
   return 0;
 }
