@@ -21,7 +21,7 @@ endif()
 
 if(VELMARO_FUZZ)
   # What of Linux only takes texts and files apart.
-  set(readers files/SettingsText ground/Descriptor ground/GroupPlace ground/ReadWhole ground/Words memory/ControlGroup
+  set(readers files/SettingsText ground/Descriptor ground/Environment ground/GroupPlace ground/ReadWhole ground/Words memory/ControlGroup
     processes/ProcFolder processes/ProcessNames processes/ProcessStatus processes/Script starts/Command
     starts/DesktopEntry)
   list(TRANSFORM readers REPLACE "(.+)" "src/platform/linux/\\1.cpp")

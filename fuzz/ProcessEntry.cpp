@@ -1,7 +1,5 @@
 #include <fcntl.h>
 
-#include <algorithm>
-
 #include "Checks.h"
 #include "platform/linux/ground/Descriptor.h"
 #include "platform/linux/processes/ProcFolder.h"

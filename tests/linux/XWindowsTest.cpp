@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <memory>
 
 #include "Children.h"
 #include "platform/linux/desktop/FirstWindow.h"

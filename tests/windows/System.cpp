@@ -1,5 +1,3 @@
-#include <array>
-
 #include "Drive.h"
 
 namespace drive {

@@ -3,19 +3,11 @@
 #include <sys/socket.h>
 #include <sys/un.h>
 
-#include <cstdlib>
 #include <string>
 
+#include "platform/linux/ground/Environment.h"
+
 namespace onlinux {
-namespace {
-
-std::string Told(const char* variable) {
-  const char* value = std::getenv(variable);
-  return value ? value : "";
-}
-
-}  // namespace
-
 bool NamesCompositor() { return !Told("WAYLAND_DISPLAY").empty(); }
 
 Descriptor LineToCompositor() {

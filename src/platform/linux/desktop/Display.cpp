@@ -4,20 +4,15 @@
 #include <sys/socket.h>
 
 #include <array>
-#include <cstdlib>
 #include <sstream>
 
 #include "platform/linux/desktop/CompositorLine.h"
 #include "platform/linux/desktop/WindowCalls.h"
+#include "platform/linux/ground/Environment.h"
 #include "platform/machine.h"
 
 namespace onlinux {
 namespace {
-
-std::string Told(const char* variable) {
-  const char* value = std::getenv(variable);
-  return value ? value : "";
-}
 
 // Asks the compositor for a word and waits for it, for less than users wait for a window.
 bool Answers(const Descriptor& line) {

@@ -43,6 +43,11 @@ Kept& TheKept() {
 
 }  // namespace
 
+std::string Told(const char* variable, const std::string& otherwise) {
+  const char* value = std::getenv(variable);
+  return value && *value ? value : otherwise;
+}
+
 void ClearForeignVariables() {
   auto& kept = TheKept();
   if (::getauxval(AT_SECURE) == 0 || !kept.pointers.empty()) return;

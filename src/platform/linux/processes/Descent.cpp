@@ -6,6 +6,7 @@
 #include <cstdlib>
 
 #include "platform/linux/ground/ReadWhole.h"
+#include "platform/linux/processes/ProcFolder.h"
 #include "platform/linux/processes/ProcessStatus.h"
 
 namespace onlinux {
@@ -39,6 +40,14 @@ bool CameFrom(std::uint32_t process, const Descent& descent) {
     process = status ? status->parent : 0;
   }
   return false;
+}
+
+bool StillRuns(const Descent& descent) {
+  const auto status = ReadStatus(descent.process);
+  bool any = status && !status->Ended();
+  if (!any)
+    ForEachPlace([&](const ProcessPlace& place) { any = any || (CameFrom(place.id, descent) && ReadProcess(place)); });
+  return any;
 }
 
 }  // namespace onlinux

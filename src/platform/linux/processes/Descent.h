@@ -27,5 +27,7 @@ class Mark {
 
 // True for the process that was started and for all that came from it, also where those between have ended.
 bool CameFrom(std::uint32_t process, const Descent& descent);
+// True while any of these runs.
+bool StillRuns(const Descent& descent);
 
 }  // namespace onlinux

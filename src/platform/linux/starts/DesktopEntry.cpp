@@ -2,7 +2,6 @@
 
 #include <unistd.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <map>
 #include <sstream>
@@ -10,6 +9,7 @@
 #include <system_error>
 #include <utility>
 
+#include "platform/linux/ground/Environment.h"
 #include "platform/linux/ground/ReadWhole.h"
 #include "platform/linux/ground/Words.h"
 
@@ -17,11 +17,6 @@ namespace onlinux {
 namespace {
 
 using Values = std::map<std::string, std::string, std::less<>>;
-
-std::string Told(const char* variable, const std::string& otherwise) {
-  const char* value = std::getenv(variable);
-  return value && *value ? value : otherwise;
-}
 
 // The folders of the menus' entries, the user's own first.
 std::vector<std::string> MenuFolders() {
@@ -154,7 +149,7 @@ std::string FindEntry(const std::string& name) {
   if (name.find('/') == std::string::npos)
     for (const auto& folder : MenuFolders())
       if (auto path = FindBelow(folder, name); !path.empty()) return path;
-  const auto path = name.starts_with("~/") ? Told("HOME", "") + name.substr(1) : name;
+  const auto path = name.starts_with("~/") ? Told("HOME") + name.substr(1) : name;
   return IsReadable(path) ? path : std::string();
 }
 

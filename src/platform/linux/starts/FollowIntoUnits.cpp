@@ -5,25 +5,12 @@
 
 #include "platform/kernel32.h"
 #include "platform/linux/processes/PriorityClass.h"
-#include "platform/linux/processes/ProcFolder.h"
-#include "platform/linux/processes/ProcessStatus.h"
 #include "platform/linux/processes/ServiceManager.h"
 #include "platform/linux/processes/Unit.h"
 #include "platform/linux/processes/UnitClass.h"
 #include "platform/linux/starts/Activation.h"
 
 namespace onlinux {
-namespace {
-
-// True while anything runs that came from a start.
-bool IsLeft(const Descent& descent) {
-  if (const auto status = ReadStatus(descent.process); status && !status->Ended()) return true;
-  const auto processes = ReadProcesses();
-  return processes && std::ranges::any_of(*processes, [&](const auto& one) { return CameFrom(one.id, descent); });
-}
-
-}  // namespace
-
 Before NoteBefore(const std::vector<std::string>& words) {
   Before before{.units = {}, .apps = AppsToCome(words)};
   ForEachApp([&](const Unit& unit) { before.units.insert(unit.name); });
@@ -54,7 +41,7 @@ void FollowIntoUnits(const Descent& descent, std::uint32_t priorityClass, Before
     platform::Sleep(static_cast<std::uint32_t>(std::clamp(passed.count() / 100, shortest, longest)));
     passed = std::chrono::duration_cast<milliseconds>(steady_clock::now() - start);
     // Between the end of who asks the desktop for a program and the program's begin there may be nothing of either.
-    if (IsLeft(descent)) left = passed;
+    if (StillRuns(descent)) left = passed;
   }
 }
 

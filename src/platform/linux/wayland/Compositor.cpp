@@ -2,8 +2,6 @@
 
 #include <unistd.h>
 
-#include <algorithm>
-
 namespace onlinux {
 namespace {
 
@@ -40,9 +38,7 @@ std::vector<Toplevel*> Compositor::Windows() {
 Toplevel* Compositor::Find(platform::WindowHandle number) {
   if (!toplevels_) return nullptr;
   Hear();
-  const auto windows = Works() ? toplevels_->FrontToBack() : std::vector<Toplevel*>();
-  const auto at = std::ranges::find(windows, number, &Toplevel::number);
-  return at == windows.end() ? nullptr : *at;
+  return Works() ? toplevels_->Find(number) : nullptr;
 }
 
 bool Compositor::Comes(const Toplevel& window, const std::function<bool(const Toplevel&)>& toIt) {

@@ -5,7 +5,6 @@
 
 #include "platform/linux/desktop/Twins.h"
 #include "platform/linux/processes/Descent.h"
-#include "platform/linux/processes/ProcFolder.h"
 #include "platform/linux/wayland/Calls.h"
 #include "platform/linux/wayland/Compositor.h"
 
@@ -44,14 +43,11 @@ class FirstToplevel : public FirstWindow {
   bool IsInState(const Toplevel& window) const {
     return state_ == ShowState::Maximized ? window.maximized : window.minimized;
   }
-  // Where nobody tells whose a window is, it is the next that comes while something of the start runs, and then the next
-  // of the same kind.
+  // Where nobody tells whose a window is, it is the next that comes while something of the start runs, and then the
+  // next of the same kind.
   bool BelongsTo(const Toplevel& window) const {
     if (window.process != 0) return CameFrom(window.process, descent_);
-    if (program_ && *program_ != window.program) return false;
-    bool runs = false;
-    ForEachPlace([&](const ProcessPlace& place) { runs = runs || CameFrom(place.id, descent_); });
-    return runs;
+    return (!program_ || *program_ == window.program) && StillRuns(descent_);
   }
   Toplevel* FindFirst() {
     for (auto* window : compositor_.Windows() | std::views::reverse)

@@ -14,6 +14,8 @@ int Dispatch(const void* hear, void*, std::uint32_t, const wl_message* event, wl
   return 0;
 }
 
+bool IsThere(const Toplevel& window) { return window.known && !window.isPart && !window.gone; }
+
 }  // namespace
 
 void Toplevels::Listen(wl_proxy* proxy, const Hear& hear) {
@@ -36,9 +38,14 @@ std::vector<Toplevel*> Toplevels::FrontToBack() {
   std::erase_if(windows_, [](const auto& window) { return window->gone; });
   std::vector<Toplevel*> windows;
   for (const auto& window : windows_ | std::views::reverse)
-    if (window->known && !window->isPart) windows.push_back(window.get());
+    if (IsThere(*window)) windows.push_back(window.get());
   std::ranges::stable_partition(windows, &Toplevel::active);
   return windows;
+}
+
+Toplevel* Toplevels::Find(platform::WindowHandle number) const {
+  const auto at = std::ranges::find(windows_, number, [](const auto& window) { return window->number; });
+  return at != windows_.end() && IsThere(**at) ? at->get() : nullptr;
 }
 
 bool Toplevels::AreKnown() const {

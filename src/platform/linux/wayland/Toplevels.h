@@ -58,6 +58,8 @@ class Toplevels {
   virtual void KeepAbove(Toplevel&, bool) {}
   // The windows, from front to back as far as that is told.
   virtual std::vector<Toplevel*> FrontToBack();
+  // One of them by its number, null where it has gone.
+  Toplevel* Find(platform::WindowHandle number) const;
 
   // True where all there is to be told of the windows was told.
   bool AreKnown() const;
