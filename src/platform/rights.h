@@ -20,10 +20,10 @@ std::uint32_t GetPriorityClass(Handle process);
 std::string WhySpared(std::uint32_t priorityClass);
 // What would let this user change the class of an opened process, as the end of a sentence without its full stop.
 std::string WhatWouldHelp(Handle process);
-// True where the user can be asked for the right to a change that was refused.
-bool CanAskForRight();
-// True where nobody would be asked for it now: the right was given a moment ago, or by a rule.
-bool RightIsGiven();
+// How a right that was refused can be had now: not at all, for an administrator's password, which somebody here asks
+// the user for, or at once, since it was given a moment ago or by a rule.
+enum class RoadToRight { None, Password, Open };
+RoadToRight FindRoadToRight();
 // Asks the user for the right to set the class of an opened process, and sets it with that. False when it was not
 // given.
 bool SetPriorityClassAsking(Handle process, std::uint32_t priorityClass);

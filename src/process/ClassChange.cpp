@@ -47,10 +47,12 @@ void ChangeClass(platform::Handle process, const std::string& name, std::uint32_
   const auto spared = platform::WhySpared(priorityClass);
   if (!spared.empty()) outcome.made = false;
   if (platform::ClassIsReadBack()) outcome.now = platform::GetPriorityClass(process);
-  if (IsRefused(priorityClass, outcome) && spared.empty() && platform::CanAskForRight()) {
+  using platform::RoadToRight;
+  const bool wantsRight = IsRefused(priorityClass, outcome) && spared.empty();
+  if (const auto road = wantsRight ? platform::FindRoadToRight() : RoadToRight::None; road != RoadToRight::None) {
     constexpr auto asks = platform::MB_YESNO | platform::MB_ICONQUESTION;
     const auto question = sentence("do you want to enter an administrator's password for it?");
-    if (!platform::RightIsGiven() && MsgBox(question, asks) != platform::IDYES) return;
+    if (road == RoadToRight::Password && MsgBox(question, asks) != platform::IDYES) return;
     outcome.made = platform::SetPriorityClassAsking(process, priorityClass);
     outcome.now = platform::GetPriorityClass(process);
   }

@@ -5,13 +5,17 @@
 #include "platform/linux/processes/ServiceManager.h"
 #include "platform/linux/processes/Unit.h"
 #include "platform/linux/processes/UnitClass.h"
+#include "platform/linux/starts/Agent.h"
 
 namespace {
 
-// In the place of the user's service manager: notes what it is asked for, and knows no descriptors where it is old.
+constexpr const char* Services[] = {"org.freedesktop.systemd1", "org.freedesktop.PolicyKit1"};
+
+// In the place of the user's service manager: notes what it is asked for. With a refusal it knows no descriptors, as an
+// old one. It stands for the authority too, which takes no agent then.
 class Manager : public QDBusVirtualObject {
  public:
-  explicit Manager(bool isOld) : isOld_(isOld) {}
+  explicit Manager(const char* refusal) : refusal_(refusal) {}
   QString introspect(const QString&) const override { return {}; }
   bool handleMessage(const QDBusMessage& message, const QDBusConnection& line) override {
     asked << message.member() + ' ' + message.signature();
@@ -34,13 +38,13 @@ class Manager : public QDBusVirtualObject {
         asked.back() += '=' + QString::number(count);
       }
     }
-    const bool refuses = isOld_ && asked.back().contains("PIDFDs");
-    return line.send(refuses ? message.createErrorReply("org.example.No", "no") : message.createReply("/job"));
+    const bool refuses = refusal_ && (asked.back().contains("PIDFDs") || asked.back().contains("Agent"));
+    return line.send(refuses ? message.createErrorReply("org.example.No", refusal_) : message.createReply("/job"));
   }
   QStringList asked;
 
  private:
-  bool isOld_;
+  const char* refusal_;
 };
 
 class LinuxManager : public InFolder {
@@ -49,7 +53,7 @@ class LinuxManager : public InFolder {
     for (const auto* file : {"/usr/bin/dbus-daemon", "/lib/x86_64-linux-gnu/libsystemd.so.0"})
       if (!fs::exists(file)) GTEST_SKIP() << "there is no " << file;
     const auto address = "unix:path=" + (folder / "bus");
-    ::setenv("DBUS_SESSION_BUS_ADDRESS", address.c_str(), 1);
+    for (const auto* bus : {"DBUS_SESSION_BUS_ADDRESS", "DBUS_SYSTEM_BUS_ADDRESS"}) ::setenv(bus, address.c_str(), 1);
     bus.emplace(std::vector<std::string>{"/usr/bin/dbus-daemon", "--session", "--nofork", "--address=" + address});
     ASSERT_TRUE(Eventually([&] { return fs::exists(folder / "bus"); }));
     line = QDBusConnection::connectToBus(QString::fromStdString(address), "manager");
@@ -58,16 +62,16 @@ class LinuxManager : public InFolder {
 
   // Asks a manager while it listens, and gives what it heard.
   template <class Ask>
-  QStringList Heard(bool isOld, bool expected, Ask ask) {
-    Manager manager(isOld);
-    line.registerVirtualObject("/org/freedesktop/systemd1", &manager);
-    line.registerService("org.freedesktop.systemd1");
+  QStringList Heard(const char* refusal, bool expected, Ask ask) {
+    Manager manager(refusal);
+    line.registerVirtualObject("/org/freedesktop", &manager, QDBusConnection::SubPath);
+    for (const auto* service : Services) line.registerService(service);
     std::atomic<int> done = -1;
     std::thread asker([&] { done = ask(); });
     while (done < 0) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 10);
     asker.join();
     EXPECT_EQ(done != 0, expected);
-    line.unregisterObject("/org/freedesktop/systemd1");
+    line.unregisterObject("/org/freedesktop", QDBusConnection::UnregisterTree);
     return manager.asked;
   }
 
@@ -80,23 +84,42 @@ TEST_F(LinuxManager, IsAskedForUnitsByProcessesThatCantBeMistaken) {
   const auto start = [&] { return onlinux::StartScope("a.scope", {own}, 932); };
   const QString rest = " CPUWeight=932 CollectMode=inactive-or-failed";
   const QString call = "StartTransientUnit ssa(sv)a(sa(sv)) a.scope fail ";
-  EXPECT_EQ(Heard(false, true, start), QStringList(call + "PIDFDs=1" + rest));
-  EXPECT_EQ(Heard(true, true, start), QStringList({call + "PIDFDs=1" + rest, call + "PIDs=1" + rest}));
+  EXPECT_EQ(Heard(nullptr, true, start), QStringList(call + "PIDFDs=1" + rest));
+  EXPECT_EQ(Heard("no", true, start), QStringList({call + "PIDFDs=1" + rest, call + "PIDs=1" + rest}));
   const Child chosen({"/bin/sh", "-c", "setpriv --pdeathsig KILL sleep 300 & wait"});
   const auto id = static_cast<std::uint32_t>(chosen.Id());
   ASSERT_TRUE(
       Eventually([&] { return !ReadBytes(ProcOf(chosen.Id(), "task/" + std::to_string(id) + "/children")).empty(); }));
   const auto refused = [&](std::uint32_t wanted) {
-    return Heard(false, false, [&] { return onlinux::SetUnitClass(id, wanted, true); }).join("");
+    return Heard(nullptr, false, [&] { return onlinux::SetUnitClass(id, wanted, true); }).join("");
   };
   EXPECT_TRUE(refused(platform::HIGH_PRIORITY_CLASS).endsWith("PIDFDs=2" + rest)) << "what it started comes along";
   EXPECT_EQ(refused(platform::NORMAL_PRIORITY_CLASS), "") << "to be as everybody takes no unit";
-  EXPECT_EQ(Heard(true, true, [] { return onlinux::SetUnitWeight("b.service", 1); }),
+  EXPECT_EQ(Heard("no", true, [] { return onlinux::SetUnitWeight("b.service", 1); }),
             QStringList("SetUnitProperties sba(sv) b.service true CPUWeight=1"));
   EXPECT_EQ(onlinux::OwnerOnBus("org.freedesktop.systemd1"), own);
   line.unregisterService("org.freedesktop.systemd1");
   EXPECT_EQ(onlinux::OwnerOnBus("org.freedesktop.systemd1"), 0);
   EXPECT_FALSE(start() || onlinux::SetUnitWeight("b.service", 1)) << "nobody starts a manager for it";
+}
+
+TEST_F(LinuxManager, TellsOfAnAgentWhereASecondOneIsRefused) {
+  bool there = true;
+  const auto heard = [&](const char* refusal, bool expected, const char* user) {
+    return Heard(refusal, expected, [&] {
+      there = ::unshare(CLONE_NEWNS) == 0 && ::mount("", "/", "", MS_PRIVATE | MS_REC, "") == 0 &&
+              ::mount("none", "/run", "tmpfs", 0, "") == 0 && fs::create_directories("/run/systemd/users");
+      if (!there) return expected;
+      WriteBytes("/run/systemd/users/" + std::to_string(::getuid()), user);
+      return onlinux::AgentRuns();
+    });
+  };
+  const auto asked = heard("it already exists", true, "DISPLAY=c1\n");
+  if (!there) GTEST_SKIP() << "nothing can be mounted";
+  EXPECT_EQ(asked, QStringList("RegisterAuthenticationAgent (sa{sv})ss C /example/velmaro/NoAgent"));
+  for (const auto* refusal : {static_cast<const char*>(nullptr), "sessions differ"})
+    heard(refusal, false, "DISPLAY=c1\n");
+  EXPECT_EQ(heard("it already exists", false, "STATE=active\n"), QStringList()) << "nobody asks in no session";
 }
 
 TEST(LinuxUnits, TheUnitOfAnAppIsFoundBelowItsUsersManager) {

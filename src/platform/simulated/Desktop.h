@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "platform/kernel32.h"
+#include "platform/rights.h"
 #include "platform/simulated/Records.h"
 #include "platform/start.h"
 
@@ -56,9 +57,8 @@ class Desktop {
   bool realTimeAllowed = true;  // without it, Real Time silently becomes High
   std::string whyNoRealTime;    // told to whoever asks for it
   bool classIsReadBack = false;
-  bool canAskForRight = false;
-  bool rightGiven = false;   // what the user who is asked for it has
-  bool rightIsKept = false;  // nobody is asked for it
+  platform::RoadToRight roadToRight = platform::RoadToRight::None;
+  bool rightGiven = false;  // what the user who is asked for it has
   bool commandsMeanTheRow = false;
   bool namesAreWholeParts = false;
   bool shellTakesEveryFile = true;

@@ -19,6 +19,7 @@
 #include "platform/linux/processes/PriorityClass.h"
 #include "platform/linux/processes/SetClass.h"
 #include "platform/linux/processes/UnitClass.h"
+#include "platform/linux/starts/Agent.h"
 #include "platform/linux/starts/Command.h"
 
 namespace platform {
@@ -72,6 +73,14 @@ bool IsMember(const std::string& user) {
   return false;
 }
 
+// Given a moment ago, or by a rule.
+bool RightIsGiven() {
+  const auto checker = onlinux::FindFile("pkcheck");
+  if (!checker.starts_with('/')) return false;
+  constexpr std::chrono::seconds limit{1};
+  return onlinux::RunSilently({checker, "--action-id", Action, "--process", std::to_string(::getpid())}, limit) == 0;
+}
+
 }  // namespace
 
 bool ClassIsReadBack() { return true; }
@@ -99,13 +108,10 @@ std::string WhatWouldHelp(Handle handle) {
          ' ' + user + ", then log in again)";
 }
 
-bool CanAskForRight() { return ::access(Helper().c_str(), X_OK) == 0 && !Asker().empty(); }
-
-bool RightIsGiven() {
-  const auto checker = onlinux::FindFile("pkcheck");
-  if (!checker.starts_with('/')) return false;
-  constexpr std::chrono::seconds limit{1};
-  return onlinux::RunSilently({checker, "--action-id", Action, "--process", std::to_string(::getpid())}, limit) == 0;
+RoadToRight FindRoadToRight() {
+  if (::access(Helper().c_str(), X_OK) != 0 || Asker().empty()) return RoadToRight::None;
+  if (RightIsGiven()) return RoadToRight::Open;
+  return onlinux::AgentRuns() ? RoadToRight::Password : RoadToRight::None;
 }
 
 bool SetPriorityClassAsking(Handle handle, std::uint32_t priorityClass) {

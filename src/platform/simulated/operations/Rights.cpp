@@ -30,9 +30,7 @@ std::string WhySpared(std::uint32_t priorityClass) {
 
 std::string WhatWouldHelp(Handle) { return "ask the owner"; }
 
-bool CanAskForRight() { return TheDesktop().canAskForRight; }
-
-bool RightIsGiven() { return TheDesktop().rightIsKept; }
+RoadToRight FindRoadToRight() { return TheDesktop().roadToRight; }
 
 bool SetPriorityClassAsking(Handle handle, std::uint32_t priorityClass) {
   const auto* opened = TheDesktop().Find<simulated::OpenedProcess>(handle);

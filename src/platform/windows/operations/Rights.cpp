@@ -13,9 +13,7 @@ std::string WhySpared(std::uint32_t) { return {}; }
 
 std::string WhatWouldHelp(Handle) { return "it needs an administrator"; }
 
-bool CanAskForRight() { return false; }
-
-bool RightIsGiven() { return false; }
+RoadToRight FindRoadToRight() { return RoadToRight::None; }
 
 bool SetPriorityClassAsking(Handle, std::uint32_t) { return false; }
 
