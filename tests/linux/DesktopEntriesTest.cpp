@@ -34,12 +34,16 @@ TEST_F(LinuxEntries, ADesktopEntryIsRunByItsCommandLine) {
 
 TEST_F(LinuxEntries, AMenusEntryHoldsItsClassAndAWindowsProgramGoesToWine) {
   const auto game = folder.Sleeper("zzgame");
-  for (const auto* path : {"bin", "share/applications/org.zz"}) fs::create_directories(folder / path);
+  for (const auto* path : {"bin", "share/applications/org.zz", "other/applications"})
+    fs::create_directories(folder / path);
   WriteProgram(folder / "bin/wine", "#!/bin/sh\nexec '" + game + "' 300\n");
   WriteProgram(folder / "share/applications/org.zz/run.desktop",
                "[Desktop Entry]\nType=Application\nExec=\"" + game + "\" 300\n");
+  WriteProgram(folder / "other/applications/org.zz-run.desktop", "[Desktop Entry]\nType=Application\nExec=false\n");
   WriteBytes(folder / "My Game.EXE", "MZ");
-  const Variables variables = {{"XDG_DATA_HOME", folder / "share"}, {"PATH", (folder / "bin") + ":/usr/bin:/bin"}};
+  const Variables variables = {{"XDG_DATA_HOME", folder / "share"},
+                               {"XDG_DATA_DIRS", folder / "other"},
+                               {"PATH", (folder / "bin") + ":/usr/bin:/bin"}};
   for (const auto& name : {std::string("org.zz-run.desktop"), folder / "My Game.EXE"}) {
     EXPECT_EQ(Ended(Start({VELMARO_PROGRAM, "/i", name}, variables)), 0);
     ASSERT_TRUE(Eventually([&] { return Running(game) > 0; })) << name;

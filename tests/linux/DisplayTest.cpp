@@ -151,6 +151,15 @@ TEST_F(LinuxProgram, SaysSoWhereItGetsTooLittleForAWindowAndGoesOnWithoutAnError
   EXPECT_EQ(fs::read_symlink(ProcOf(child, "fd/2")), "/dev/null");
   const std::string look = "test -e /proc/$$/fd/1 && ! test -e /proc/$$/fd/2";
   EXPECT_EQ(Ended(Start({VELMARO_PROGRAM, "/q", "/h", "/bin/sh", "-c", look}, variables, silence)), 0);
+  std::optional<VirtualDisplay> bare(std::in_place, std::vector<std::string>{"-extension", "RENDER"});
+  ASSERT_TRUE(bare->Use());
+  const auto orphan =
+      Start({VELMARO_PROGRAM}, {{"DISPLAY", std::getenv("DISPLAY")}}, [&] { return TellErrorsTo(folder / "told"); });
+  EXPECT_EQ(InChild([] { return Eventually(Shows) ? 0 : 1; }), 0) << "a server may lack an extension";
+  bare.reset();
+  EXPECT_EQ(Ended(orphan), 1);
+  EXPECT_NE(ReadBytes(folder / "told").find("X11"), std::string::npos) << ReadBytes(folder / "told");
+  UseDisplay();
   onlinux::XServer x;
   ::xcb_destroy_window(x.Line(), platform::FindWindowA("Zeld's Velmaro Process"));
   ::xcb_flush(x.Line());

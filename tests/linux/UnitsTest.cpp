@@ -1,3 +1,4 @@
+#include <pty.h>
 #include <unistd.h>
 
 #include <fstream>
@@ -30,6 +31,15 @@ TEST_F(LinuxSharedUnits, AnAppIsWhatBeganItAndNoPartOfIt) {
     EXPECT_FALSE(isAppOf(unit, launcher)) << unit;
   std::ofstream(folder / "cgroup.procs") << below << '\n';
   EXPECT_TRUE(isAppOf("app-game.scope", below)) << "who started it is elsewhere";
+  int terminal = -1;
+  const auto shell = ::forkpty(&terminal, nullptr, nullptr, nullptr);
+  if (shell == 0) Execute({"/bin/sleep", "300"});
+  const Child waiting(shell);
+  std::ofstream(folder / "cgroup.procs") << below << '\n' << shell << '\n';
+  EXPECT_TRUE(shell < 0 || Eventually([&] { return !isAppOf("app-terminal.scope", below); }))
+      << "a shell waits at a terminal there";
+  EXPECT_TRUE(isAppOf("velmaro-7.scope", below)) << "which was made for it";
+  ::close(terminal);
 }
 
 TEST(LinuxActivation, AppsAreNamedByTheirEntries) {

@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "Compositor.h"
+#include "Rows.h"
 #include "platform/linux/desktop/AllWindows.h"
 #include "platform/linux/desktop/CompositorLine.h"
 #include "platform/linux/desktop/FirstWindow.h"
@@ -15,8 +16,6 @@ namespace {
 using namespace platform;
 using onlinux::ShowState;
 
-using Texts = std::vector<std::string>;
-
 // A form of the test's own, without a title.
 struct OwnForm : onlinux::OwnWindow {
   explicit OwnForm(WindowHandle number) : number(number) {}
@@ -25,17 +24,6 @@ struct OwnForm : onlinux::OwnWindow {
   bool IsForm() const override { return true; }
   const WindowHandle number;
 };
-
-Texts Rows() {
-  Texts rows;
-  EnumWindows([&](WindowHandle window) {
-    std::string title(static_cast<std::size_t>(GetWindowTextLengthA(window)), '\0');
-    GetWindowTextA(window, title.data(), static_cast<int>(title.size()) + 1);
-    if (!title.empty()) rows.push_back(title + WindowRemark(window));
-    return true;
-  });
-  return rows;
-}
 
 // Why a window is not hidden, or not pinned; empty where it is.
 std::string Refusal(WindowHandle window, std::uint32_t flags, std::int32_t after = HWND_NOTOPMOST) {
@@ -126,12 +114,12 @@ TEST_F(LinuxWayland, TheFirstWindowOfAStartGetsItsState) {
   look({"another"}, {"own", 0, false, true}, 0, "");
 }
 
-TEST_F(LinuxWayland, OnXTheToolkitsOwnHelpersAreNoWindows) {
+TEST_F(LinuxWayland, OnXTheHelpersOfToolkitsAreNoWindows) {
   if (!UseDisplay()) GTEST_SKIP() << "there is no Xvfb";
   onlinux::XServer toolkit, another;
-  const auto make = [](onlinux::XServer& line, const std::string& title) {
+  const auto make = [](onlinux::XServer& line, const std::string& title, std::uint16_t side = 80) {
     const auto window = ::xcb_generate_id(line.Line());
-    ::xcb_create_window(line.Line(), 0, window, line.Root(), 0, 0, 80, 60, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, 0, 0,
+    ::xcb_create_window(line.Line(), 0, window, line.Root(), 0, 0, side, side, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, 0, 0,
                         nullptr);
     ::xcb_change_property(line.Line(), XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8,
                           static_cast<std::uint32_t>(title.size()), title.data());
@@ -140,6 +128,7 @@ TEST_F(LinuxWayland, OnXTheToolkitsOwnHelpersAreNoWindows) {
   const OwnForm form(make(toolkit, "a hidden form"));
   make(another, "hidden by its program");
   make(toolkit, "a helper of the toolkit");
+  make(another, "a helper of another's", 10);
   ::xcb_map_window(toolkit.Line(), make(toolkit, "a box"));
   for (auto* line : {&another, &toolkit}) EXPECT_TRUE(line->Did(::xcb_no_operation_checked(line->Line())));
   auto rows = Rows();
@@ -153,7 +142,7 @@ TEST_F(LinuxWayland, ARealCompositorListsWindowsOfBothKindsOnce) {
     if (!fs::exists(needed)) GTEST_SKIP() << "there is no " << needed;
   WriteBytes(folder / "config",
              "exec env | grep ^DISPLAY= >display\nexec xev >/dev/null\n"
-             "exec env QT_QPA_PLATFORM=wayland " VELMARO_PROGRAM);
+             "for_window [app_id=\"velmaro\"] exec touch native\nexec " VELMARO_PROGRAM);
   fs::permissions(folder.Path(), fs::perms::all);
   const Variables headless = {{"XDG_RUNTIME_DIR", folder.Path()},
                               {"WLR_BACKENDS", "headless"},
@@ -163,6 +152,7 @@ TEST_F(LinuxWayland, ARealCompositorListsWindowsOfBothKindsOnce) {
                          [&] { return BecomeNobody() && TellErrorsTo(folder / "errors"); }));
   const auto display = [&] { return ReadBytes(folder / "display"); };
   ASSERT_TRUE(Eventually([&] { return display().ends_with('\n'); })) << ReadBytes(folder / "errors");
+  EXPECT_TRUE(Eventually([&] { return fs::exists(folder / "native"); })) << "its own window is Wayland's";
   Alone([&] {
     ASSERT_TRUE(BecomeNobody());
     ::setenv("DISPLAY", display().substr(8, display().size() - 9).c_str(), 1);

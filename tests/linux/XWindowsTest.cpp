@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "Children.h"
+#include "Rows.h"
 #include "platform/linux/desktop/FirstWindow.h"
 #include "platform/linux/x11/TopLevels.h"
 #include "platform/linux/x11/WindowState.h"
@@ -56,24 +57,14 @@ class LinuxWindows : public InFolder {
   static bool Set(xcb_window_t window, std::int32_t after, std::uint32_t flags) {
     return SetWindowPos(window, after, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | flags);
   }
-  static std::vector<std::string> Titles() {
-    std::vector<std::string> titles;
-    EnumWindows([&](WindowHandle window) {
-      std::string title(static_cast<std::size_t>(GetWindowTextLengthA(window)), '\0');
-      GetWindowTextA(window, title.data(), static_cast<int>(title.size()) + 1);
-      if (!title.empty()) titles.push_back(title);
-      return true;
-    });
-    return titles;
-  }
   // Hides, shows and pins a window, and looks at what the server then says.
   void HideShowAndPin(xcb_window_t window) {
     EXPECT_TRUE(Eventually([&] { return IsShown(window); }));
     EXPECT_TRUE(Set(window, HWND_NOTOPMOST, SWP_HIDEWINDOW) && Eventually([&] { return !IsShown(window); }));
-    EXPECT_EQ(std::ranges::count(Titles(), "pinned"), 1) << "a hidden window stays in the list";
+    EXPECT_EQ(std::ranges::count(Rows(), "pinned"), 1) << "a hidden window stays in the list";
     EXPECT_TRUE(Set(window, HWND_NOTOPMOST, SWP_SHOWWINDOW) && Eventually([&] { return IsShown(window); }));
     EXPECT_TRUE(Set(window, HWND_TOPMOST, 0) &&
-                Eventually([&] { return IsAbove(window) && Titles().front() == "pinned"; }));
+                Eventually([&] { return IsAbove(window) && Rows().front() == "pinned"; }));
     EXPECT_TRUE(Set(window, HWND_NOTOPMOST, 0) && Eventually([&] { return !IsAbove(window); }));
   }
 
@@ -119,7 +110,7 @@ TEST_F(LinuxWindows, AllTitlesAreListedFromFrontToBack) {
   Write(NewWindow("日本\0 more"s, "UTF8_STRING", false), "WM_STATE", 0);
   const auto front = NewWindow("back TO front");
   SetForItself(NewWindow("never shown", "UTF8_STRING", false));
-  EXPECT_EQ(Titles(), (std::vector<std::string>{"back TO front", "日本", "日本 ł", "München", "back"}));
+  EXPECT_EQ(Rows(), (Texts{"back TO front", "日本", "日本 ł", "München", "back"}));
   EXPECT_EQ(FindWindowA("BACK to front"), front);
   EXPECT_EQ(FindWindowA("日本 Ł"), mixed);
   EXPECT_EQ(FindWindowA("back to"), 0U);
@@ -131,9 +122,9 @@ TEST_F(LinuxWindows, AllTitlesAreListedFromFrontToBack) {
   EXPECT_FALSE(AppActivate("ack"));
   EXPECT_TRUE(AppActivate("back")) << "a whole title goes before the beginning of one";
   EXPECT_TRUE(AppActivate("bac")) << "of two that begin like this, the one in front";
-  EXPECT_EQ(Titles().front(), "back");
+  EXPECT_EQ(Rows().front(), "back");
   EXPECT_TRUE(AppActivate("日本")) << "only a window that shows is activated";
-  EXPECT_EQ(Titles().front(), "日本 ł");
+  EXPECT_EQ(Rows().front(), "日本 ł");
   EXPECT_TRUE(SendKeys("~"));
   const onlinux::Reply<xcb_query_keymap_reply_t> down(
       ::xcb_query_keymap_reply(x->Line(), ::xcb_query_keymap(x->Line()), nullptr));
@@ -151,7 +142,7 @@ TEST_F(LinuxWindows, TitlesInOldTextAreReadAsFastAsOthers) {
     auto best = std::chrono::steady_clock::duration::max();
     for (int tries = 0; tries < 5; ++tries) {  // a busy machine may come between
       const auto start = std::chrono::steady_clock::now();
-      EXPECT_EQ(std::ranges::count(Titles(), "ł"), 1000 * (kind == "UTF8_STRING" ? 1 : 2));
+      EXPECT_EQ(std::ranges::count(Rows(), "ł"), 1000 * (kind == "UTF8_STRING" ? 1 : 2));
       best = std::min(best, std::chrono::steady_clock::now() - start);
     }
     return best;

@@ -1,4 +1,32 @@
+#include <QGroupBox>
+#include <QProxyStyle>
+
 #include "Desktop.h"
+
+// Puts the caption of a frame inside of it.
+struct CaptionInside : QProxyStyle {
+  QRect subControlRect(ComplexControl control, const QStyleOptionComplex* option, SubControl part,
+                       const QWidget* widget) const override {
+    if (control != CC_GroupBox) return QProxyStyle::subControlRect(control, option, part, widget);
+    return part == SC_GroupBoxLabel ? QRect(9, 45, 90, 20) : option->rect;
+  }
+};
+
+TEST_F(LinuxDesktop, TheCaptionOfAFrameStandsOnNothingInAnyStyle) {
+  CaptionInside style;
+  Then([&](QWidget& launcher) {
+    auto& frame = *launcher.findChild<QGroupBox*>();
+    frame.setStyle(&style);
+    for (auto* button : frame.findChildren<QWidget*>()) button->hide();
+    const auto inside = frame.grab({9, 45, 90, 20}).toImage();
+    auto plain = inside;
+    plain.fill(inside.pixel(0, 0));
+    EXPECT_TRUE(inside == plain);
+    frame.setStyle(nullptr);
+    Press(launcher, Qt::Key_Escape);
+  });
+  Click(*main, "Launch...");
+}
 
 TEST_F(LinuxDesktop, MenusAndSizesFollowWhatTheProgramDoes) {
   auto& form = app.Default<formVelmaro>();

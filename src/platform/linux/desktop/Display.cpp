@@ -14,9 +14,10 @@
 namespace onlinux {
 namespace {
 
-// Asks the compositor for a word and waits for it, for less than users wait for a window.
+// Asks the compositor for a word and waits for it. One that is busy with an effect of its own answers late, and the
+// window would be a blurred one of the other server's for as long as it is open.
 bool Answers(const Descriptor& line) {
-  constexpr int patience = 700;
+  constexpr int patience = 3000;  // milliseconds
   // The request "sync" of the object 1, 12 bytes long, whose answer is to bear the number 2.
   constexpr std::array<std::uint32_t, 3> sync = {1, 12U << 16, 2};
   if (::send(line.get(), sync.data(), sizeof sync, MSG_NOSIGNAL) != sizeof sync) return false;

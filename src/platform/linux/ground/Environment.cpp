@@ -15,7 +15,7 @@ namespace {
 
 // What this program and the way to the display need, and what can name neither a library nor a folder of libraries. A
 // list of what is harmful would never be complete.
-constexpr std::array<std::string_view, 15> Harmless = {"HOME",
+constexpr std::array<std::string_view, 16> Harmless = {"HOME",
                                                        "USER",
                                                        "LOGNAME",
                                                        "SHELL",
@@ -29,7 +29,8 @@ constexpr std::array<std::string_view, 15> Harmless = {"HOME",
                                                        "WAYLAND_DISPLAY",
                                                        "XDG_RUNTIME_DIR",
                                                        "XDG_CONFIG_HOME",
-                                                       "DBUS_SESSION_BUS_ADDRESS"};
+                                                       "DBUS_SESSION_BUS_ADDRESS",
+                                                       "VELMARO_OPENS"};
 
 struct Kept {
   std::vector<std::string> variables;

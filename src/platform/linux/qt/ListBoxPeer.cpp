@@ -59,11 +59,6 @@ class ListWidget : public Heard<QListView> {
     if (action == MoveEnd) return model()->index(model()->rowCount() - 1, 0);
     return Heard<QListView>::moveCursor(action, modifiers);
   }
-  // Ctrl would take the mark off a row that stays picked, and commands would act on a row that nobody sees.
-  QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index, const QEvent* event) const override {
-    const auto command = Heard<QListView>::selectionCommand(index, event);
-    return command.testFlag(QItemSelectionModel::Deselect) ? QItemSelectionModel::NoUpdate : command;
-  }
   void mousePressEvent(QMouseEvent* event) override {
     if (event->button() == Qt::LeftButton)
       Heard<QListView>::mousePressEvent(event);
@@ -151,7 +146,7 @@ void ListBoxPeer::ShowSelected() {
   });
 }
 
-// A screen reader moves the mark alone, or takes it away. Commands act on the row that has it.
+// A screen reader moves the mark alone, or takes it away, as Ctrl does. Commands act on the row that has it.
 void ListBoxPeer::Marked() {
   if (IsApplying()) return;
   auto& widget = static_cast<ListWidget&>(Widget());

@@ -4,6 +4,8 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QPainter>
+#include <QStyleOption>
+#include <QStylePainter>
 #include <algorithm>
 
 #include "platform/linux/qt/Pictures.h"
@@ -46,6 +48,30 @@ class LineWidget : public QWidget {
   void paintEvent(QPaintEvent*) override { QPainter(this).fillRect(rect(), palette().windowText()); }
 };
 
+// Where a style puts the caption inside of the frame, it would stand on what does: there it is drawn above.
+class FrameWidget : public QGroupBox {
+ public:
+  using QGroupBox::QGroupBox;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override {
+    QStyleOptionGroupBox whole;
+    initStyleOption(&whole);
+    const auto place = [&](QStyle::SubControl part) {
+      return style()->subControlRect(QStyle::CC_GroupBox, &whole, part, this);
+    };
+    if (!place(QStyle::SC_GroupBoxFrame).contains(place(QStyle::SC_GroupBoxLabel))) return QGroupBox::paintEvent(event);
+    QStylePainter painter(this);
+    painter.drawItemText(rect(), Qt::AlignLeft | Qt::AlignTop | Qt::TextShowMnemonic, palette(), isEnabled(), title(),
+                         foregroundRole());
+    QStyleOptionFrame frame;
+    frame.initFrom(this);
+    frame.rect.setTop(fontMetrics().height());
+    frame.lineWidth = style()->pixelMetric(QStyle::PM_DefaultFrameWidth, &frame, this);
+    painter.drawPrimitive(QStyle::PE_FrameGroupBox, frame);
+  }
+};
+
 }  // namespace
 
 LabelPeer::LabelPeer(velmaro::Label& label) : ControlPeer(label, NewLabel(label), true), label_(label) {
@@ -77,7 +103,7 @@ void PictureBoxPeer::ShowColors() {
 }
 
 FramePeer::FramePeer(velmaro::Frame& frame)
-    : ControlPeer(frame, MakeWidget<QGroupBox>(frame, ToQtLine(frame.Caption()))), frame_(frame) {}
+    : ControlPeer(frame, MakeWidget<FrameWidget>(frame, ToQtLine(frame.Caption()))), frame_(frame) {}
 
 void FramePeer::ShowText() {
   ControlPeer::ShowText();

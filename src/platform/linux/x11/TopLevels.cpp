@@ -44,20 +44,26 @@ std::map<xcb_window_t, xcb_window_t> ManagedByFrame(XServer& server) {
   return byFrame;
 }
 
-// Some windows only take input or stand for a program: they have no picture, or are hidden where no manager sees them.
-bool CanShow(const xcb_get_window_attributes_reply_t& facts) {
+// Some windows only take input or stand for a program, such as those that toolkits keep a selection by: they have no
+// picture, or are hidden where no manager sees them, or would show but a dot.
+bool CanShow(const xcb_get_window_attributes_reply_t& facts, const xcb_get_geometry_reply_t& size) {
+  constexpr std::uint16_t dot = 10;
+  const bool isDot = size.width <= dot && size.height <= dot;
   const bool hidden = facts.map_state == XCB_MAP_STATE_UNMAPPED;
-  return facts._class == XCB_WINDOW_CLASS_INPUT_OUTPUT && !(hidden && facts.override_redirect);
+  return facts._class == XCB_WINDOW_CLASS_INPUT_OUTPUT && !(hidden && (facts.override_redirect || isDot));
 }
 
 // Of the outermost windows, the ones that can show something. All are asked about before the first answer is awaited.
 std::vector<xcb_window_t> Drawable(XServer& server, const std::vector<xcb_window_t>& windows) {
-  std::vector<xcb_get_window_attributes_cookie_t> requests;
-  for (const auto window : windows) requests.push_back(::xcb_get_window_attributes(server.Line(), window));
+  std::vector<std::pair<xcb_get_window_attributes_cookie_t, xcb_get_geometry_cookie_t>> requests;
+  for (const auto window : windows)
+    requests.emplace_back(::xcb_get_window_attributes(server.Line(), window),
+                          ::xcb_get_geometry(server.Line(), window));
   std::vector<xcb_window_t> drawable;
   for (std::size_t i = 0; i < windows.size(); ++i) {
-    const WindowFacts facts(::xcb_get_window_attributes_reply(server.Line(), requests[i], nullptr));
-    if (facts && CanShow(*facts)) drawable.push_back(windows[i]);
+    const WindowFacts facts(::xcb_get_window_attributes_reply(server.Line(), requests[i].first, nullptr));
+    const Reply<xcb_get_geometry_reply_t> size(::xcb_get_geometry_reply(server.Line(), requests[i].second, nullptr));
+    if (facts && size && CanShow(*facts, *size)) drawable.push_back(windows[i]);
   }
   return drawable;
 }
