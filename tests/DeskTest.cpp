@@ -20,7 +20,7 @@ TEST_F(Desk, AFileIsTheCommandOfTheRunDialogWhichTellsOfAGameThatIsNotRaised) {
     });
     Drop(form, {"C:\\My games\\a.exe", "b.exe"});
   }
-  ExpectLastBox("game process was refused REAL TIME and stays at NORMAL: ask for it.", Tells);
+  ExpectLastBox("game process was refused REAL TIME and is at NORMAL: ask for it.", Tells);
 }
 
 TEST_F(Desk, WhatTheWindowHoldsFollowsAnImposedSize) {

@@ -110,13 +110,13 @@ TEST_F(Walk, WhereTheClassIsReadBackTheReportTellsTheTruth) {
     EXPECT_EQ(box.flags, box.text.ends_with('?') ? Asks : Tells);
     return box.text.substr(std::string("game process ").size());
   };
-  const std::string refused = "was refused IDLE and stays at HIGH: ";
+  const std::string refused = "was refused IDLE and is at HIGH: ";
   EXPECT_EQ(told(0), "has been set to NORMAL.");
   desktop.realTimeAllowed = false;
   EXPECT_EQ(told(2), "stays at HIGH, which it has chosen for itself.");
   desktop.whyNoRealTime = "nobody gets it";
   desktop.roadToRight = platform::RoadToRight::Password;
-  EXPECT_EQ(told(2), "was refused REAL TIME and stays at HIGH: nobody gets it.") << "and no password would help";
+  EXPECT_EQ(told(2), "was refused REAL TIME and is at HIGH: nobody gets it.") << "and no password would help";
   desktop.roadToRight = platform::RoadToRight::None;
   process.stubborn = true;
   EXPECT_EQ(told(3), refused + "ask the owner.");
@@ -146,7 +146,7 @@ TEST_F(Walk, WhereTheClassIsReadBackTheReportTellsTheTruth) {
   EXPECT_EQ(ClassSentence("a", 128, {.made = true, .now = 32768}, ""),
             "a process stays at ABOVE NORMAL, which it has chosen for itself.");
   EXPECT_EQ(ClassSentence("a", 64, {.made = false, .now = 16384}, "b"),
-            "a process was refused IDLE and stays at BELOW NORMAL: b");
+            "a process was refused IDLE and is at BELOW NORMAL: b");
 }
 
 TEST_F(Walk, WhatIsSparedByTheTimeOfTheAnswerOrByItsWholeNameLives) {

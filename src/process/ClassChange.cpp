@@ -37,7 +37,7 @@ std::string ClassSentence(const std::string& name, std::uint32_t asked, const Cl
   if (outcome.now == 0) return process + "has ended before it could be set to " + NameOf(asked) + '.';
   if (outcome.now == asked) return process + "has been set to " + NameOf(asked) + '.';
   if (outcome.made) return process + "stays " + now + ", which it has chosen for itself.";
-  return process + "was refused " + NameOf(asked) + " and stays " + now + ": " + help;
+  return process + "was refused " + NameOf(asked) + " and is " + now + ": " + help;
 }
 
 void ChangeClass(platform::Handle process, const std::string& name, std::uint32_t priorityClass, bool quiet) {
