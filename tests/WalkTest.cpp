@@ -111,7 +111,9 @@ TEST_F(Walk, WhereTheClassIsReadBackTheReportTellsTheTruth) {
     return box.text.substr(std::string("game process ").size());
   };
   const std::string refused = "was refused IDLE and is at HIGH: ";
-  EXPECT_EQ(told(0), "has been set to NORMAL.");
+  desktop.whatHighIsWorth = "It is less.";
+  EXPECT_EQ(told(0) + told(1), "has been set to NORMAL.has been set to HIGH. It is less.");
+  desktop.whatHighIsWorth.clear();
   desktop.realTimeAllowed = false;
   EXPECT_EQ(told(2), "stays at HIGH, which it has chosen for itself.");
   desktop.whyNoRealTime = "nobody gets it";
@@ -142,7 +144,7 @@ TEST_F(Walk, WhereTheClassIsReadBackTheReportTellsTheTruth) {
   EXPECT_EQ(told(0), "has ended before it could be set to NORMAL.");
   process.alive = process.denied = true;
   EXPECT_EQ(told(1), "has ended before it could be set to HIGH.");
-  EXPECT_EQ(desktop.boxes.size(), 15U);
+  EXPECT_EQ(desktop.boxes.size(), 16U);
   EXPECT_EQ(ClassSentence("a", 128, {.made = true, .now = 32768}, ""),
             "a process stays at ABOVE NORMAL, which it has chosen for itself.");
   EXPECT_EQ(ClassSentence("a", 64, {.made = false, .now = 16384}, "b"),

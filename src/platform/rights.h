@@ -18,6 +18,8 @@ std::uint32_t GetPriorityClass(Handle process);
 // Why no program is given a class here, whatever rights a user has, as the end of a sentence without its full stop;
 // empty where it is. It gets the next lower one then.
 std::string WhySpared(std::uint32_t priorityClass);
+// What High is worth to an opened process that has it, where that is less than elsewhere, as a sentence; else empty.
+std::string WhatHighIsWorth(Handle process);
 // What would let this user change the class of an opened process, as the end of a sentence without its full stop.
 std::string WhatWouldHelp(Handle process);
 // How a right that was refused can be had now: not at all, for an administrator's password, which somebody here asks

@@ -58,7 +58,9 @@ void ChangeClass(platform::Handle process, const std::string& name, std::uint32_
   }
   const bool refused = IsRefused(priorityClass, outcome);
   const auto help = spared.empty() && refused ? platform::WhatWouldHelp(process) : spared;
-  MsgBox(sentence(help + '.'), platform::MB_ICONINFORMATION);
+  const bool isHigh = priorityClass == platform::HIGH_PRIORITY_CLASS && outcome.now == priorityClass;
+  const auto worth = isHigh ? platform::WhatHighIsWorth(process) : std::string();
+  MsgBox(sentence(help + '.') + (worth.empty() ? "" : ' ' + worth), platform::MB_ICONINFORMATION);
 }
 
 }  // namespace velmaro

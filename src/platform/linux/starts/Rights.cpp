@@ -18,6 +18,7 @@
 #include "platform/linux/processes/OwnClass.h"
 #include "platform/linux/processes/PriorityClass.h"
 #include "platform/linux/processes/SetClass.h"
+#include "platform/linux/processes/Unit.h"
 #include "platform/linux/processes/UnitClass.h"
 #include "platform/linux/starts/Agent.h"
 #include "platform/linux/starts/Command.h"
@@ -95,6 +96,18 @@ std::uint32_t GetPriorityClass(Handle handle) {
 std::string WhySpared(std::uint32_t priorityClass) {
   return onlinux::SafeClass(priorityClass) == priorityClass ? std::string()
                                                             : std::string("it ") + onlinux::LeavesNoRoom;
+}
+
+std::string WhatHighIsWorth(Handle handle) {
+  const auto status = StatusOf(handle);
+  // Where this program is in no unit of the manager's, the session's programs share one that is not, and the process
+  // has left it.
+  if (!status || status->nice < 0 || !onlinux::HasManager() || onlinux::UnitOf(static_cast<std::uint32_t>(::getpid())))
+    return {};
+  const auto unit = onlinux::UnitOf(onlinux::FindAs<onlinux::OpenedProcess>(handle)->id);
+  if (!unit || onlinux::UnitNice(*unit) >= 0) return {};
+  return "It gets half of a core and all other programs of this session the other half: more takes the right to raise "
+         "priorities.";
 }
 
 std::string WhatWouldHelp(Handle handle) {

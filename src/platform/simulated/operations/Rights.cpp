@@ -28,6 +28,8 @@ std::string WhySpared(std::uint32_t priorityClass) {
   return priorityClass == REALTIME_PRIORITY_CLASS ? TheDesktop().whyNoRealTime : std::string();
 }
 
+std::string WhatHighIsWorth(Handle) { return TheDesktop().whatHighIsWorth; }
+
 std::string WhatWouldHelp(Handle) { return "ask the owner"; }
 
 RoadToRight FindRoadToRight() { return TheDesktop().roadToRight; }

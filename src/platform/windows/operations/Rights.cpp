@@ -11,6 +11,8 @@ std::uint32_t GetPriorityClass(Handle process) { return ::GetPriorityClass(ToNat
 
 std::string WhySpared(std::uint32_t) { return {}; }
 
+std::string WhatHighIsWorth(Handle) { return {}; }
+
 std::string WhatWouldHelp(Handle) { return "it needs an administrator"; }
 
 RoadToRight FindRoadToRight() { return RoadToRight::None; }
