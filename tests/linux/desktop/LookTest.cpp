@@ -16,8 +16,12 @@ TEST_F(LinuxDesktop, TheCaptionOfAFrameStandsOnNothingInAnyStyle) {
   CaptionInside style;
   Then([&](QWidget& launcher) {
     auto& frame = *launcher.findChild<QGroupBox*>();
-    frame.setStyle(&style);
     for (auto* button : frame.findChildren<QWidget*>()) button->hide();
+    QGroupBox usual(frame.title(), frame.parentWidget());
+    usual.resize(frame.size()), usual.setFont(frame.font()), usual.setPalette(frame.palette());
+    const auto below = frame.rect().adjusted(0, frame.fontMetrics().height() + 2, 0, 0);
+    EXPECT_TRUE(usual.grab(below).toImage() == frame.grab(below).toImage()) << "the frame is the style's";
+    frame.setStyle(&style);
     const auto inside = frame.grab({9, 45, 90, 20}).toImage();
     auto plain = inside;
     plain.fill(inside.pixel(0, 0));

@@ -48,27 +48,23 @@ class LineWidget : public QWidget {
   void paintEvent(QPaintEvent*) override { QPainter(this).fillRect(rect(), palette().windowText()); }
 };
 
-// Where a style puts the caption inside of the frame, it would stand on what does: there it is drawn above.
+// Where a style puts the caption inside of the frame, it would stand on what does: only its height is not the style's.
 class FrameWidget : public QGroupBox {
  public:
   using QGroupBox::QGroupBox;
 
  protected:
-  void paintEvent(QPaintEvent* event) override {
-    QStyleOptionGroupBox whole;
-    initStyleOption(&whole);
-    const auto place = [&](QStyle::SubControl part) {
-      return style()->subControlRect(QStyle::CC_GroupBox, &whole, part, this);
-    };
-    if (!place(QStyle::SC_GroupBoxFrame).contains(place(QStyle::SC_GroupBoxLabel))) return QGroupBox::paintEvent(event);
+  void paintEvent(QPaintEvent*) override {
     QStylePainter painter(this);
-    painter.drawItemText(rect(), Qt::AlignLeft | Qt::AlignTop | Qt::TextShowMnemonic, palette(), isEnabled(), title(),
+    QStyleOptionGroupBox look;
+    initStyleOption(&look);
+    auto place = style()->subControlRect(QStyle::CC_GroupBox, &look, QStyle::SC_GroupBoxLabel, this);
+    place.moveTop(0);
+    look.subControls = QStyle::SC_GroupBoxFrame;
+    look.text.clear();
+    painter.drawComplexControl(QStyle::CC_GroupBox, look);
+    painter.drawItemText(place, Qt::AlignTop | Qt::AlignHCenter | Qt::TextShowMnemonic, palette(), isEnabled(), title(),
                          foregroundRole());
-    QStyleOptionFrame frame;
-    frame.initFrom(this);
-    frame.rect.setTop(fontMetrics().height());
-    frame.lineWidth = style()->pixelMetric(QStyle::PM_DefaultFrameWidth, &frame, this);
-    painter.drawPrimitive(QStyle::PE_FrameGroupBox, frame);
   }
 };
 
