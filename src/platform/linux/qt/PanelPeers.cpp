@@ -48,20 +48,22 @@ class LineWidget : public QWidget {
   void paintEvent(QPaintEvent*) override { QPainter(this).fillRect(rect(), palette().windowText()); }
 };
 
-// Where a style puts the caption inside of the frame, it would stand on what does: only its height is not the style's.
+// Where a style puts the caption low in the frame, it would stand on what does: there it is drawn at the top.
 class FrameWidget : public QGroupBox {
  public:
   using QGroupBox::QGroupBox;
 
  protected:
-  void paintEvent(QPaintEvent*) override {
-    QStylePainter painter(this);
+  void paintEvent(QPaintEvent* event) override {
     QStyleOptionGroupBox look;
     initStyleOption(&look);
     auto place = style()->subControlRect(QStyle::CC_GroupBox, &look, QStyle::SC_GroupBoxLabel, this);
+    if (place.top() < fontMetrics().height() / 3) return QGroupBox::paintEvent(event);
     place.moveTop(0);
-    look.subControls = QStyle::SC_GroupBoxFrame;
+    // Some styles leave the frame out around a caption, others begin it below.
     look.text.clear();
+    look.subControls = QStyle::SC_GroupBoxFrame;
+    QStylePainter painter(this);
     painter.drawComplexControl(QStyle::CC_GroupBox, look);
     painter.drawItemText(place, Qt::AlignTop | Qt::AlignHCenter | Qt::TextShowMnemonic, palette(), isEnabled(), title(),
                          foregroundRole());
