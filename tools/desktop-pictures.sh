@@ -9,12 +9,18 @@ in_session() { $seat "$*" </dev/null; }
 
 gnome_scale() { # SCALE: the nearest one that the screen offers
   cat <<LINES
-call='gdbus call --session --dest org.gnome.Mutter.DisplayConfig --object-path /org/gnome/Mutter/DisplayConfig --method org.gnome.Mutter.DisplayConfig'
-gsettings set org.gnome.mutter experimental-features "['scale-monitor-framebuffer']"; sleep 2; state=\$(\$call.GetCurrentState)
-serial=\$(sed -n 's/^(uint32 \([0-9]*\),.*/\1/p' <<<"\$state"); screen=\$(grep -o "(('[A-Za-z0-9-]*'" <<<"\$state" | head -1 | tr -d "('")
+name=org.gnome.Mutter.DisplayConfig
+call="gdbus call --session --dest \$name --object-path /org/gnome/Mutter/DisplayConfig --method \$name"
+gsettings set org.gnome.mutter experimental-features "['scale-monitor-framebuffer']"; sleep 2
+state=\$(\$call.GetCurrentState)
+serial=\$(sed -n 's/^(uint32 \([0-9]*\),.*/\1/p' <<<"\$state")
+screen=\$(grep -o "(('[A-Za-z0-9-]*'" <<<"\$state" | head -1 | tr -d "('")
 mode=\$(grep -o "('[0-9x@.]*', [0-9]*, [0-9]*, [^]]*\][^)]*'is-current': <true>" <<<"\$state" | head -1)
-near=\$(sed 's/.*\[//; s/\].*//' <<<"\$mode" | tr ', ' '\n\n' | awk -v w=$1 'NF{d=\$1-w;if(d<0)d=-d;if(!n++||d<b){b=d;v=\$1}}END{print v}')
-\$call.ApplyMonitorsConfig \$serial 1 "[(0, 0, \$near, uint32 0, true, [('\$screen', '\$(cut -d\\' -f2 <<<"\$mode")', @a{sv} {})])]" '@a{sv} {}'
+near=\$(sed 's/.*\[//; s/\].*//' <<<"\$mode" | tr ', ' '\n\n' |
+  awk -v w=$1 'NF{d=\$1-w;if(d<0)d=-d;if(!n++||d<b){b=d;v=\$1}}END{print v}')
+id=\$(cut -d\' -f2 <<<"\$mode")
+\$call.ApplyMonitorsConfig \$serial 1 \
+  "[(0, 0, \$near, uint32 0, true, [('\$screen', '\$id', @a{sv} {})])]" '@a{sv} {}'
 LINES
 }
 
@@ -41,7 +47,10 @@ for percent in 100 150; do
   $hands key esc  # a desktop may begin with a view of its own
   set_scale "$(awk "BEGIN{print $percent / 100}")"
   in_session 'setsid velmaro >/dev/null 2>&1 </dev/null &'
-  for _ in $(seq 60); do in_session 'grep -q -e qwayland -e libqxcb /proc/$(pgrep -n -x velmaro)/maps' 2>/dev/null && break; sleep 1; done
+  for _ in $(seq 60); do
+    in_session 'grep -q -e qwayland -e libqxcb /proc/$(pgrep -n -x velmaro)/maps' 2>/dev/null && break
+    sleep 1
+  done
   sleep 8
   picture alt-h "$name-$percent"
   $hands key ret  # what a desktop keeps to itself is told in a box

@@ -8,6 +8,7 @@
 #include "platform/linux/ground/Environment.h"
 
 namespace onlinux {
+
 bool NamesCompositor() { return !Told("WAYLAND_DISPLAY").empty(); }
 
 Descriptor LineToCompositor() {

@@ -2,24 +2,20 @@
 
 #include <unistd.h>
 
-#include <cstdlib>
 #include <memory>
 #include <string>
 
 #include "platform/linux/ground/Bus.h"
+#include "platform/linux/ground/FreeMemory.h"
 
 namespace onlinux {
 namespace {
-
-struct FreeText {
-  void operator()(char* text) const { std::free(text); }
-};
 
 // The user's session with a display, which his programs count to wherever they run; empty where he has none.
 std::string DisplaySession() {
   char* session = nullptr;
   if (TheBusLibrary()->displayOf(::getuid(), &session) < 0) return {};
-  return std::unique_ptr<char, FreeText>(session).get();
+  return std::unique_ptr<char, FreeMemory>(session).get();
 }
 
 }  // namespace

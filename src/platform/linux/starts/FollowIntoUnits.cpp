@@ -11,6 +11,7 @@
 #include "platform/linux/starts/Activation.h"
 
 namespace onlinux {
+
 Before NoteBefore(const std::vector<std::string>& words) {
   Before before{.units = {}, .apps = AppsToCome(words)};
   ForEachApp([&](const Unit& unit) { before.units.insert(unit.name); });

@@ -4,7 +4,6 @@
 
 #include <array>
 #include <cstdint>
-#include <cstdlib>
 #include <map>
 #include <memory>
 #include <optional>
@@ -12,11 +11,10 @@
 #include <utility>
 #include <vector>
 
+#include "platform/linux/ground/FreeMemory.h"
+
 namespace onlinux {
 
-struct FreeMemory {
-  void operator()(void* memory) const { std::free(memory); }
-};
 // An answer of the X server.
 template <class T>
 using Reply = std::unique_ptr<T, FreeMemory>;
