@@ -113,9 +113,9 @@ TEST_F(Walk, WhereTheClassIsReadBackTheReportTellsTheTruth) {
   const std::string refused = "was refused IDLE and is at HIGH: ";
   desktop.whatHighIsWorth = "It is less.";
   EXPECT_EQ(told(0) + told(1), "has been set to NORMAL.has been set to HIGH. It is less.");
-  desktop.whatHighIsWorth.clear();
   desktop.realTimeAllowed = false;
-  EXPECT_EQ(told(2), "stays at HIGH, which it has chosen for itself.");
+  EXPECT_EQ(told(2), "stays at HIGH, which it has chosen for itself. It is less.");
+  desktop.whatHighIsWorth.clear();
   desktop.whyNoRealTime = "nobody gets it";
   desktop.roadToRight = platform::RoadToRight::Password;
   EXPECT_EQ(told(2), "was refused REAL TIME and is at HIGH: nobody gets it.") << "and no password would help";
@@ -149,6 +149,32 @@ TEST_F(Walk, WhereTheClassIsReadBackTheReportTellsTheTruth) {
             "a process stays at ABOVE NORMAL, which it has chosen for itself.");
   EXPECT_EQ(ClassSentence("a", 64, {.made = false, .now = 16384}, "b"),
             "a process was refused IDLE and is at BELOW NORMAL: b");
+}
+
+TEST_F(Walk, BeforeHighLeavesTheSessionTheRightIsAskedFor) {
+  desktop.classIsReadBack = desktop.highLeavesSession = true;
+  desktop.whatHighIsWorth = "It is less.";
+  auto& process = desktop.ProcessById(desktop.AddProcess("game"));
+  const auto high = [&](platform::RoadToRight road, int answer, bool given) {
+    desktop.roadToRight = road;
+    process.stubborn = desktop.rightGiven = given;
+    if (road == platform::RoadToRight::Password) desktop.Answer(answer);
+    const auto before = desktop.boxes.size();
+    WalkProcesses("game", 1, false, nullptr);
+    ExpectLastBox("game process has been set to HIGH. It is less.", Tells);
+    return desktop.boxes.size() - before;
+  };
+  EXPECT_EQ(high(platform::RoadToRight::None, 0, false), 1U) << "nobody would be asked";
+  EXPECT_EQ(high(platform::RoadToRight::Password, 7, false), 2U);
+  EXPECT_EQ(high(platform::RoadToRight::Password, 6, false), 2U) << "a wrong password takes nothing away";
+  EXPECT_EQ(high(platform::RoadToRight::Password, 6, true), 2U) << "what only the right can give";
+  EXPECT_EQ(high(platform::RoadToRight::Open, 0, true), 1U);
+  desktop.roadToRight = platform::RoadToRight::Password;
+  desktop.rightGiven = false;
+  const auto before = desktop.boxes.size();
+  WalkProcesses("game", 3, false, nullptr);
+  WalkProcesses("game", 1, true, nullptr);
+  EXPECT_EQ(desktop.boxes.size(), before + 1) << "no question for less, and none in a quiet run";
 }
 
 TEST_F(Walk, WhatIsSparedByTheTimeOfTheAnswerOrByItsWholeNameLives) {

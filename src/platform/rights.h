@@ -20,6 +20,9 @@ std::uint32_t GetPriorityClass(Handle process);
 std::string WhySpared(std::uint32_t priorityClass);
 // What High is worth to an opened process that has it, where that is less than elsewhere, as a sentence; else empty.
 std::string WhatHighIsWorth(Handle process);
+// True where High would take an opened process out of the unit that it shares with the programs of this session, for
+// want of a right. With the right it has more where it is, and no user may put it back there.
+bool HighLeavesSession(Handle process);
 // What would let this user change the class of an opened process, as the end of a sentence without its full stop.
 std::string WhatWouldHelp(Handle process);
 // How a right that was refused can be had now: not at all, for an administrator's password, which somebody here asks

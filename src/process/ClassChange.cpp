@@ -1,5 +1,7 @@
 #include "process/ClassChange.h"
 
+#include <optional>
+
 #include "platform/kernel32.h"
 #include "platform/rights.h"
 #include "runtime/Boxes.h"
@@ -28,6 +30,23 @@ bool IsRefused(std::uint32_t asked, const ClassOutcome& outcome) {
   return !outcome.made && outcome.now != asked && outcome.now != 0;
 }
 
+// True where the user wants to get the right on that road.
+bool Agrees(platform::RoadToRight road, const std::string& question) {
+  if (road != platform::RoadToRight::Password) return road == platform::RoadToRight::Open;
+  constexpr auto asks = platform::MB_YESNO | platform::MB_ICONQUESTION;
+  return MsgBox(question, asks) == platform::IDYES;
+}
+
+// Asks for the right before High is given without it, where that can't be made good afterwards. Tells whether it was
+// set with the right; nothing where nobody is asked.
+std::optional<bool> RaiseByRight(platform::Handle process, const std::string& name, std::uint32_t priorityClass) {
+  if (priorityClass != platform::HIGH_PRIORITY_CLASS || !platform::HighLeavesSession(process)) return std::nullopt;
+  const auto question = name +
+                        " process gets no more than half of a core at HIGH without the right to raise "
+                        "priorities: do you want to enter an administrator's password for it?";
+  return Agrees(platform::FindRoadToRight(), question) && platform::SetPriorityClassAsking(process, priorityClass);
+}
+
 }  // namespace
 
 std::string ClassSentence(const std::string& name, std::uint32_t asked, const ClassOutcome& outcome,
@@ -41,24 +60,26 @@ std::string ClassSentence(const std::string& name, std::uint32_t asked, const Cl
 }
 
 void ChangeClass(platform::Handle process, const std::string& name, std::uint32_t priorityClass, bool quiet) {
-  ClassOutcome outcome{.made = platform::SetPriorityClass(process, priorityClass), .now = priorityClass};
+  const auto raised = quiet ? std::nullopt : RaiseByRight(process, name, priorityClass);
+  const bool made = raised.value_or(false) || platform::SetPriorityClass(process, priorityClass);
+  ClassOutcome outcome{.made = made, .now = priorityClass};
   if (quiet) return;
   const auto sentence = [&](const std::string& help) { return ClassSentence(name, priorityClass, outcome, help); };
   const auto spared = platform::WhySpared(priorityClass);
   if (!spared.empty()) outcome.made = false;
   if (platform::ClassIsReadBack()) outcome.now = platform::GetPriorityClass(process);
   using platform::RoadToRight;
-  const bool wantsRight = IsRefused(priorityClass, outcome) && spared.empty();
+  const bool wantsRight = IsRefused(priorityClass, outcome) && spared.empty() && !raised;
   if (const auto road = wantsRight ? platform::FindRoadToRight() : RoadToRight::None; road != RoadToRight::None) {
-    constexpr auto asks = platform::MB_YESNO | platform::MB_ICONQUESTION;
-    const auto question = sentence("do you want to enter an administrator's password for it?");
-    if (road == RoadToRight::Password && MsgBox(question, asks) != platform::IDYES) return;
+    if (!Agrees(road, sentence("do you want to enter an administrator's password for it?"))) return;
     outcome.made = platform::SetPriorityClassAsking(process, priorityClass);
     outcome.now = platform::GetPriorityClass(process);
   }
   const bool refused = IsRefused(priorityClass, outcome);
   const auto help = spared.empty() && refused ? platform::WhatWouldHelp(process) : spared;
-  const bool isHigh = priorityClass == platform::HIGH_PRIORITY_CLASS && outcome.now == priorityClass;
+  const bool wantedMore =
+      priorityClass == platform::HIGH_PRIORITY_CLASS || priorityClass == platform::REALTIME_PRIORITY_CLASS;
+  const bool isHigh = wantedMore && outcome.now == platform::HIGH_PRIORITY_CLASS;
   const auto worth = isHigh ? platform::WhatHighIsWorth(process) : std::string();
   MsgBox(sentence(help + '.') + (worth.empty() ? "" : ' ' + worth), platform::MB_ICONINFORMATION);
 }

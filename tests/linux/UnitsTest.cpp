@@ -6,6 +6,7 @@
 #include "Children.h"
 #include "platform/linux/processes/Unit.h"
 #include "platform/linux/starts/Activation.h"
+#include "platform/rights.h"
 
 namespace {
 
@@ -40,6 +41,36 @@ TEST_F(LinuxSharedUnits, AnAppIsWhatBeganItAndNoPartOfIt) {
       << "a shell waits at a terminal there";
   EXPECT_TRUE(isAppOf("velmaro-7.scope", below)) << "which was made for it";
   ::close(terminal);
+}
+
+TEST_F(LinuxSharedUnits, AreLeftForHighByWhoMayNotRaiseAnythingThere) {
+  fs::permissions(folder.Path(), fs::perms::all);
+  const auto own = [&](const std::string& name) {
+    constexpr rlimit none{};
+    return Start({folder.Sleeper(name), "300"}, {},
+                 [&] { return ::setrlimit(RLIMIT_NICE, &none) == 0 && BecomeNobody(); });
+  };
+  const Child game(own("game")), raised(own("raised"));
+  const auto leaves = [](const Child& child) {
+    return platform::HighLeavesSession(platform::OpenProcess(0, false, static_cast<std::uint32_t>(child.Id())));
+  };
+  for (const auto* child : {&game, &raised})
+    ASSERT_TRUE(Eventually([&] { return ReadBytes(ProcOf(child->Id(), "cmdline")).find("300") != std::string::npos; }));
+  constexpr int untried = 77;
+  const auto outcome = InChild([&] {
+    if (::unshare(CLONE_NEWNS) != 0 || ::mount("", "/", "", MS_PRIVATE | MS_REC, "") != 0 ||
+        ::mount("none", "/sys/fs/cgroup", "tmpfs", 0, "") != 0)
+      return untried;
+    for (const auto* user : {"0", "65534"})
+      fs::create_directories(std::string("/sys/fs/cgroup/user.slice/user-") + user + ".slice/user@" + user +
+                             ".service");
+    EXPECT_FALSE(leaves(game)) << "an administrator may raise it";
+    EXPECT_EQ(::setpriority(PRIO_PROCESS, static_cast<id_t>(raised.Id()), -10), 0);
+    EXPECT_TRUE(BecomeNobody() && leaves(game) && !leaves(raised));
+    return HasFailure() ? 1 : 0;
+  });
+  if (outcome == untried) GTEST_SKIP() << "nothing can be mounted";
+  EXPECT_EQ(outcome, 0);
 }
 
 TEST(LinuxActivation, AppsAreNamedByTheirEntries) {

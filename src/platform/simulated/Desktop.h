@@ -57,6 +57,7 @@ class Desktop {
   bool realTimeAllowed = true;  // without it, Real Time silently becomes High
   std::string whyNoRealTime;    // told to whoever asks for it
   std::string whatHighIsWorth;  // where it is less than elsewhere
+  bool highLeavesSession = false;
   bool classIsReadBack = false;
   platform::RoadToRight roadToRight = platform::RoadToRight::None;
   bool rightGiven = false;  // what the user who is asked for it has

@@ -1,11 +1,13 @@
 #include "platform/linux/processes/SetClass.h"
 
+#include <linux/capability.h>
 #include <sched.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <charconv>
 #include <optional>
@@ -101,11 +103,29 @@ bool NeedsRight(const Scheduling& before, const Attributes& wanted) {
   return wanted.nice < before.nice;
 }
 
+bool IsCapable(unsigned int capability) {
+  __user_cap_header_struct header{.version = _LINUX_CAPABILITY_VERSION_3, .pid = 0};
+  std::array<__user_cap_data_struct, _LINUX_CAPABILITY_U32S_3> sets{};
+  return ::syscall(SYS_capget, &header, sets.data()) == 0 && (sets.front().effective & CAP_TO_MASK(capability)) != 0;
+}
+
 }  // namespace
 
 std::uint32_t SafeClass(std::uint32_t priorityClass) {
   const bool isSafe = priorityClass != platform::REALTIME_PRIORITY_CLASS || RealTimeLeavesRoom();
   return isSafe ? priorityClass : platform::HIGH_PRIORITY_CLASS;
+}
+
+bool MayRaise(std::uint32_t processId, std::uint32_t priorityClass) {
+  const auto nice = NiceOfClass(priorityClass);
+  const auto now = Read(processId);
+  if (!nice || !now) return false;
+  // The limit counts nice values from the other end, and it is that of the process which is raised.
+  constexpr int nicest = 20;
+  rlimit limit{};
+  const bool isLimited = ::prlimit(static_cast<pid_t>(processId), RLIMIT_NICE, nullptr, &limit) != 0 ||
+                         limit.rlim_cur < static_cast<rlim_t>(nicest - *nice);
+  return now->nice <= *nice || !isLimited || IsCapable(CAP_SYS_NICE);
 }
 
 bool SetThreadClass(std::uint32_t threadId, std::uint32_t priorityClass) {

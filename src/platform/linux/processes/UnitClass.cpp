@@ -60,7 +60,11 @@ bool Give(std::uint32_t process, std::uint32_t priorityClass, bool refused, bool
   // To be as everybody takes no unit, but where what others share has another class.
   if (nice == 0 && !apart && (!unit || UnitNice(*unit) == 0)) return false;
   const auto name = "velmaro-" + std::to_string(process) + ".scope";
-  return StartScope(name, family(), weight) && Holds(process, name, nice);
+  // One of a family that ends at that moment spoils it for all: a script starts and ends programs all the time.
+  constexpr int tries = 5;
+  for (int i = 0; i < tries; ++i)
+    if (StartScope(name, family(), weight)) return Holds(process, name, nice);
+  return false;
 }
 
 }  // namespace

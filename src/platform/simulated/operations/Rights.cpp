@@ -30,6 +30,8 @@ std::string WhySpared(std::uint32_t priorityClass) {
 
 std::string WhatHighIsWorth(Handle) { return TheDesktop().whatHighIsWorth; }
 
+bool HighLeavesSession(Handle) { return TheDesktop().highLeavesSession; }
+
 std::string WhatWouldHelp(Handle) { return "ask the owner"; }
 
 RoadToRight FindRoadToRight() { return TheDesktop().roadToRight; }

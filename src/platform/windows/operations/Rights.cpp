@@ -13,6 +13,8 @@ std::string WhySpared(std::uint32_t) { return {}; }
 
 std::string WhatHighIsWorth(Handle) { return {}; }
 
+bool HighLeavesSession(Handle) { return false; }
+
 std::string WhatWouldHelp(Handle) { return "it needs an administrator"; }
 
 RoadToRight FindRoadToRight() { return RoadToRight::None; }
