@@ -29,6 +29,7 @@ runs_32_bit() {
   return $code
 }
 
+debian=$(sed -n 's/^VERSION_ID="\(.*\)"$/\1/p' /etc/os-release)
 for platform in "$@"; do
   case $platform in
     linux)
@@ -39,7 +40,7 @@ for platform in "$@"; do
     windows)
       # Since Debian 13 the system's own threads do for the tests, and the program is smaller with them.
       threads=posix
-      [ "$(sed -n 's/^VERSION_ID="\(.*\)"$/\1/p' /etc/os-release)" != 13 ] || threads=win32
+      [ "$debian" != 13 ] || threads=win32
       tools+=(g++-mingw-w64-i686-$threads)
       wine+=(wine wine32:i386 fonts-liberation fonts-wine "${display[@]}")
       stand_in+=(wine wine64 g++-mingw-w64-x86-64-posix fonts-liberation fonts-wine "${display[@]}")
@@ -49,7 +50,10 @@ for platform in "$@"; do
       beside+=(wine64)
       ;;
     pictures | monkey) tools+=(xdotool openbox util-linux "${display[@]}") ;;
-    checks) tools=() checks+=(mandoc man-db groff-base appstream desktop-file-utils lintian sway xwayland) ;;
+    checks)
+      tools=() checks+=(mandoc man-db groff-base appstream desktop-file-utils lintian sway kwin-wayland xwayland)
+      [ "$debian" = 12 ] || checks+=(labwc)
+      ;;
     fuzz) checks+=(clang libclang-rt-dev) ;;
   esac
 done

@@ -19,3 +19,10 @@ inline Texts Rows() {
   });
   return rows;
 }
+
+// Why a window is not hidden, or not pinned; empty where it is.
+inline std::string Refusal(platform::WindowHandle window, std::uint32_t flags,
+                           std::int32_t after = platform::HWND_NOTOPMOST) {
+  const auto all = platform::SWP_NOMOVE | platform::SWP_NOSIZE | flags;
+  return platform::SetWindowPos(window, after, 0, 0, 0, 0, all) ? "" : platform::WhyOutOfReach(window, flags);
+}

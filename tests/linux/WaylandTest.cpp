@@ -15,6 +15,7 @@ namespace {
 
 using namespace platform;
 using onlinux::ShowState;
+using Stage = onlinux::FirstWindow::Stage;
 
 // A form of the test's own, without a title.
 struct OwnForm : onlinux::OwnWindow {
@@ -24,11 +25,6 @@ struct OwnForm : onlinux::OwnWindow {
   bool IsForm() const override { return true; }
   const WindowHandle number;
 };
-
-// Why a window is not hidden, or not pinned; empty where it is.
-std::string Refusal(WindowHandle window, std::uint32_t flags, std::int32_t after = HWND_NOTOPMOST) {
-  return SetWindowPos(window, after, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | flags) ? "" : WhyOutOfReach(window, flags);
-}
 
 class LinuxWayland : public InFolder {
  protected:
@@ -92,7 +88,8 @@ TEST_F(LinuxWayland, ACompositorThatHangsOrGoesHoldsNothingUp) {
     onlinux::EndProcess(compositor.Id(), onlinux::HoldProcess(compositor.Id()), SIGSTOP);
     EXPECT_TRUE(inTime([] { return Rows() == Texts{"there"}; })) << "what it told of before";
     EXPECT_TRUE(inTime([&] { return !Refusal(window, SWP_HIDEWINDOW).empty(); }));
-    EXPECT_TRUE(inTime([] { return !onlinux::ShowFirstWindow({}, ShowState::Hidden, std::chrono::milliseconds(1)); }));
+    EXPECT_TRUE(
+        inTime([] { return ShowFirstWindow({}, ShowState::Hidden, std::chrono::milliseconds(1)) == Stage::None; }));
     compositor.End();
     EXPECT_TRUE(inTime([&] { return Rows().empty() && !SetForegroundWindow(window); }));
   });
@@ -104,7 +101,8 @@ TEST_F(LinuxWayland, TheFirstWindowOfAStartGetsItsState) {
   const auto look = [&](StandInWindow another, StandInWindow own, std::uint32_t started, const std::string& remark) {
     WithWindows({another, own}, [&](Child&) {
       const std::chrono::milliseconds limit(remark.empty() ? 500 : 5000);
-      EXPECT_EQ(onlinux::ShowFirstWindow({started, ""}, ShowState::Hidden, limit), !remark.empty());
+      EXPECT_EQ(ShowFirstWindow({started, ""}, ShowState::Hidden, limit),
+                remark.empty() ? Stage::None : Stage::Reached);
       EXPECT_EQ(Rows(), (Texts{"own" + remark, "another"}));
     });
   };
@@ -135,43 +133,6 @@ TEST_F(LinuxWayland, OnXTheHelpersOfToolkitsAreNoWindows) {
   std::ranges::sort(rows);
   EXPECT_EQ(rows, (Texts{"a box", "hidden by its program"}));
   EXPECT_EQ(onlinux::AllWindows().size(), 3U) << "a form stays, shown or not";
-}
-
-TEST_F(LinuxWayland, ARealCompositorListsWindowsOfBothKindsOnce) {
-  for (const auto* needed : {"/usr/bin/sway", "/usr/bin/Xwayland", "/usr/bin/xev"})
-    if (!fs::exists(needed)) GTEST_SKIP() << "there is no " << needed;
-  WriteBytes(folder / "config",
-             "exec env | grep ^DISPLAY= >display\nexec xev >/dev/null\n"
-             "for_window [app_id=\"velmaro\"] exec touch native\nexec " VELMARO_PROGRAM);
-  fs::permissions(folder.Path(), fs::perms::all);
-  const Variables headless = {{"XDG_RUNTIME_DIR", folder.Path()},
-                              {"WLR_BACKENDS", "headless"},
-                              {"WLR_LIBINPUT_NO_DEVICES", "1"},
-                              {"WLR_RENDERER", "pixman"}};
-  const Child sway(Start({"/usr/bin/sway", "-c", "config"}, headless,
-                         [&] { return BecomeNobody() && TellErrorsTo(folder / "errors"); }));
-  const auto display = [&] { return ReadBytes(folder / "display"); };
-  ASSERT_TRUE(Eventually([&] { return display().ends_with('\n'); })) << ReadBytes(folder / "errors");
-  EXPECT_TRUE(Eventually([&] { return fs::exists(folder / "native"); })) << "its own window is Wayland's";
-  Alone([&] {
-    ASSERT_TRUE(BecomeNobody());
-    ::setenv("DISPLAY", display().substr(8, display().size() - 9).c_str(), 1);
-    ::setenv("WAYLAND_DISPLAY", (folder / "wayland-1").c_str(), 1);
-    const auto areRows = [](const Texts& wanted) {
-      auto rows = Rows();
-      std::ranges::sort(rows);
-      return rows == wanted;
-    };
-    const std::string title = "Zeld's Velmaro Process";
-    // The first question brings the X server up, which may take its time: this process asks when it is there.
-    const auto onX = [] { return FindWindowA("Event Tester") - 1 < 0x1FFFFFFFU ? 0 : 1; };
-    EXPECT_TRUE(Eventually([&] { return InChild(onX) == 0; })) << "on X more can be done with it";
-    EXPECT_TRUE(Eventually([&] { return areRows({"Event Tester", title}); })) << testing::PrintToString(Rows());
-    EXPECT_NE(Refusal(FindWindowA("Event Tester"), 0, HWND_TOPMOST), "") << "there is no such thing there";
-    EXPECT_TRUE(Eventually([&] { return AppActivate("Zeld") && Rows().front() == title; }));
-    EXPECT_TRUE(
-        Eventually([&] { return Refusal(FindWindowA(title), SWP_HIDEWINDOW).find("minimize") != std::string::npos; }));
-  });
 }
 
 }  // namespace

@@ -46,15 +46,16 @@ LookOuts AllLookOuts(const Descent& descent, ShowState state) {
 
 }  // namespace
 
-bool ShowFirstWindow(const Descent& descent, ShowState state, milliseconds limit) {
-  if (state == ShowState::Normal) return true;
+FirstWindow::Stage ShowFirstWindow(const Descent& descent, ShowState state, milliseconds limit) {
+  if (state == ShowState::Normal) return Stage::Reached;
   const auto end = Clock::now() + limit;
   const auto lookOuts = AllLookOuts(descent, state);
   constexpr auto notYet = Clock::time_point::max();
   auto settled = notYet;          // when the window will have kept its state for long enough
   FirstWindow* finder = nullptr;  // who has found it
+  auto stage = Stage::None;
   while (Clock::now() < end) {
-    auto stage = finder ? finder->Look() : Stage::None;
+    stage = finder ? finder->Look() : Stage::None;
     for (auto at = lookOuts.begin(); stage == Stage::None && at != lookOuts.end(); ++at) {
       finder = at->get();
       stage = finder->Look();
@@ -62,10 +63,10 @@ bool ShowFirstWindow(const Descent& descent, ShowState state, milliseconds limit
     }
     if (stage == Stage::None) finder = nullptr;
     settled = stage == Stage::Reached ? std::min(settled, Clock::now() + settlingTime) : notYet;
-    if (Clock::now() >= settled) return true;
+    if (Clock::now() >= settled) break;
     if (!AwaitNews(lookOuts, std::chrono::ceil<milliseconds>(end - Clock::now()))) break;
   }
-  return settled != notYet;
+  return stage;
 }
 
 }  // namespace onlinux

@@ -1,5 +1,6 @@
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <chrono>
 #include <cstdlib>
@@ -18,6 +19,7 @@
 #include "platform/linux/starts/FollowIntoUnits.h"
 #include "platform/linux/starts/SharedGroup.h"
 #include "platform/linux/starts/Start.h"
+#include "platform/reach.h"
 #include "platform/rights.h"
 #include "platform/start.h"
 #include "platform/user32.h"
@@ -50,34 +52,43 @@ std::string HomeFolder() {
 void HideByTitle(const std::string& title) {
   constexpr std::uint32_t delay = 750;
   Sleep(delay);
-  if (const auto window = FindWindowA(title)) ShowWindow(window, SW_HIDE);
+  const auto window = FindWindowA(title);
+  if (window && !ShowWindow(window, SW_HIDE) && !WhyOutOfReach(window, SWP_HIDEWINDOW).empty())
+    onlinux::Say("the desktop has not hidden the window " + title);
 }
 
-void ShowFirst(const onlinux::Descent& descent, int showCommand) {
+void ShowFirst(const onlinux::Descent& descent, int showCommand, const std::string& program) {
   constexpr std::chrono::seconds limit{10};
-  onlinux::ShowFirstWindow(descent, static_cast<onlinux::ShowState>(showCommand), limit);
+  const auto state = static_cast<onlinux::ShowState>(showCommand);
+  if (onlinux::ShowFirstWindow(descent, state, limit) != onlinux::FirstWindow::Stage::Asked) return;
+  const std::array words = {"hidden", "shown", "minimized", "maximized"};
+  onlinux::Say(std::string("the desktop has not ") + words.at(static_cast<std::size_t>(state)) + " the window of " +
+               program);
 }
 
 // What is done to a program that starts and to its windows: each task by a process of its own, none where there is
 // none.
 class Tasks {
  public:
-  Tasks(const Start& start, const Command& command) : start_(start) {
+  Tasks(const Start& start, const Command& command) : start_(start), program_(command.path) {
     // Without a manager of units nothing makes one for itself.
     if (start.priorityClass != 0 && onlinux::HasManager()) before_ = onlinux::NoteBefore(command.words);
     if (start.showCommand != SW_SHOWNORMAL || before_) mark_.emplace();
   }
   void Begin(pid_t process, std::uint32_t priorityClass) const {
-    if (start_.titleToHide) onlinux::DoAside(-1, [&] { HideByTitle(*start_.titleToHide); });
+    const int errors = onlinux::ErrorOutputToKeep();
+    if (start_.titleToHide) onlinux::DoAside(errors, [&] { HideByTitle(*start_.titleToHide); });
     if (!mark_) return;
     const onlinux::Descent descent{static_cast<std::uint32_t>(process), mark_->Line()};
-    if (start_.showCommand != SW_SHOWNORMAL) onlinux::DoAside(-1, [&] { ShowFirst(descent, start_.showCommand); });
+    if (start_.showCommand != SW_SHOWNORMAL)
+      onlinux::DoAside(errors, [&] { ShowFirst(descent, start_.showCommand, program_); });
     if (before_ && priorityClass != 0)
       onlinux::DoAside(-1, [&] { onlinux::FollowIntoUnits(descent, priorityClass, *before_); });
   }
 
  private:
   const Start& start_;
+  std::string program_;
   std::optional<onlinux::Before> before_;  // where the start is followed
   std::optional<onlinux::Mark> mark_;      // stands in the environment while the program starts
 };
