@@ -1,9 +1,14 @@
+#include <arpa/inet.h>
+#include <poll.h>
 #include <sys/inotify.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <sys/xattr.h>
 
+#include <map>
+
 #include "Children.h"
+#include "platform/linux/desktop/Display.h"
 #include "platform/linux/ground/Descriptor.h"
 #include "platform/linux/x11/XServer.h"
 #include "platform/user32.h"
@@ -25,25 +30,41 @@ onlinux::Descriptor Mute(const std::string& path) {
   return line;
 }
 
+// The same in the place of an X server, which is named by a number alone, and puts its name into `display`.
+onlinux::Descriptor MuteX(std::string& display) {
+  sockaddr_in address{.sin_family = AF_INET, .sin_port = 0, .sin_addr = {htonl(INADDR_LOOPBACK)}, .sin_zero = {}};
+  socklen_t size = sizeof address;
+  onlinux::Descriptor line(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+  EXPECT_EQ(::bind(line.get(), reinterpret_cast<const sockaddr*>(&address), size) + ::listen(line.get(), 5), 0);
+  EXPECT_EQ(::getsockname(line.get(), reinterpret_cast<sockaddr*>(&address), &size), 0);
+  display = "127.0.0.1:" + std::to_string(ntohs(address.sin_port) - 6000);
+  return line;
+}
+
 TEST_F(LinuxDisplays, WhereNoWindowCanBeShownTheProgramSaysSoAndEnds) {
-  const auto x = Mute(folder / "x");
+  std::string mute;
+  const auto x = MuteX(mute);
   const auto wayland = Mute(folder / "wayland");
   const auto named = Mute(folder / "named");
   const std::vector<Variables> cases = {
       {},
       {{"DISPLAY", ":9999"}},
-      {{"DISPLAY", "unix:" + (folder / "x")}},
+      {{"DISPLAY", mute}},
       {{"WAYLAND_DISPLAY", folder / "wayland"}},
       {{"WAYLAND_DISPLAY", "named"}, {"XDG_RUNTIME_DIR", folder.Path()}},
-      {{"DISPLAY", "unix:" + (folder / "x")}, {"WAYLAND_DISPLAY", folder / "wayland"}},
+      {{"DISPLAY", mute}, {"WAYLAND_DISPLAY", folder / "wayland"}},
       {{"QT_QPA_PLATFORM", "nonsense"}},
       {{"QT_QPA_PLATFORM", "xcb"}},
       {{"QT_QPA_PLATFORM", "wayland;nonsense;"}, {"WAYLAND_DISPLAY", folder / "wayland"}},
       {{"QT_QPA_PLATFORM", "linuxfb:fb=/no/such/device"}}};
+  std::map<std::string, pid_t> started;  // all at once, since some wait
   for (const auto& variables : cases) {
-    const auto errors = folder / "errors";
-    EXPECT_EQ(Ended(Start({VELMARO_PROGRAM}, variables, [&] { return TellErrorsTo(errors); })), 1);
-    EXPECT_NE(ReadBytes(errors).find("no window can be shown"), std::string::npos) << ReadBytes(errors);
+    const auto errors = folder / "errors" + std::to_string(started.size());
+    started[errors] = Start({VELMARO_PROGRAM}, variables, [&] { return TellErrorsTo(errors); });
+  }
+  for (const auto& [errors, process] : started) {
+    EXPECT_EQ(Ended(process), 1);
+    EXPECT_NE(ReadBytes(errors).find("no window can be shown"), std::string::npos) << errors << ReadBytes(errors);
   }
   std::array<std::uint32_t, 3> asked{};
   const onlinux::Descriptor line(::accept(named.get(), nullptr, nullptr));
@@ -57,6 +78,25 @@ TEST_F(LinuxDisplays, WhereNoWindowCanBeShownTheProgramSaysSoAndEnds) {
     return ::pipe(ends.data()) == 0 && ::dup2(ends[1], STDERR_FILENO) > 0 && ::close_range(3, ~0U, 0) == 0;
   };
   EXPECT_EQ(Ended(Start({VELMARO_PROGRAM}, {}, silence)), 1) << "nobody reads the error output";
+}
+
+TEST_F(LinuxDisplays, ACompositorThatIsTheLastHopeMayTakeItsTime) {
+  std::string mute;
+  const auto x = MuteX(mute), wayland = Mute(folder / "wayland");
+  std::jthread busy([&] {
+    // Whoever asks the other server has waited in vain before.
+    pollfd other{.fd = x.get(), .events = POLLIN, .revents = 0};
+    if (::poll(&other, 1, 10'000) != 1) return;
+    const onlinux::Descriptor line(::accept(wayland.get(), nullptr, nullptr));
+    EXPECT_EQ(::write(line.get(), "a word", 6), 6);
+    EXPECT_GT(::poll(&other, 1, 10'000), 0);
+  });
+  Alone([&] {
+    ::setenv("DISPLAY", mute.c_str(), 1);
+    ::setenv("WAYLAND_DISPLAY", (folder / "wayland").c_str(), 1);
+    ::unsetenv("QT_QPA_PLATFORM");
+    EXPECT_EQ(onlinux::WaysToShow(), "wayland");
+  });
 }
 
 TEST_F(LinuxDisplays, AnInstalledProgramIsWholeAndTakesItsToolkitFromNowhereElse) {
