@@ -61,7 +61,8 @@ TEST_P(LinuxCompositor, ListsWindowsOfBothKindsOnceAndMinimizesThem) {
     const auto tester = FindWindowA("Event Tester");
     EXPECT_EQ(Refusal(tester, 0, HWND_TOPMOST).empty(), pinsOnX);
     EXPECT_EQ(Refusal(tester, 0), "");
-    EXPECT_TRUE(Eventually([&] { return AppActivate("Zeld") && Rows().front() == title; }));
+    for (const auto& one : {title, std::string("Event Tester")})
+      EXPECT_TRUE(Eventually([&] { return AppActivate(one.substr(0, 5)) && Rows().front() == one; })) << one;
     const auto isHidden = [&] { return Refusal(FindWindowA(title), SWP_HIDEWINDOW).empty(); };
     EXPECT_TRUE(Eventually([&] { return isHidden() == minimizes; }));
     EXPECT_TRUE(areRows({"Event Tester", hidden}));

@@ -41,6 +41,12 @@ Listed OwnBeside(const std::vector<SeenWindow>& onX) {
   return own;
 }
 
+platform::WindowHandle FindAtCompositor(const WindowTraits& traits) {
+  const auto seen = Ask(TheCompositorCalls(), true);
+  const auto twin = FindTwins({traits}, seen.traits).front();
+  return twin ? seen.windows[*twin].number : 0;
+}
+
 }  // namespace
 
 std::vector<SeenWindow> AllWindows() {
@@ -66,10 +72,12 @@ std::vector<SeenWindow> AllWindows() {
 }
 
 platform::WindowHandle ToCompositor(const OwnWindow& form) {
-  if (IsOnX(form.Number()) || !form.Shows()) return 0;
-  const auto seen = Ask(TheCompositorCalls(), true);
-  const auto twin = FindTwins({TraitsOf(form)}, seen.traits).front();
-  return twin ? seen.windows[*twin].number : 0;
+  return IsOnX(form.Number()) || !form.Shows() ? 0 : FindAtCompositor(TraitsOf(form));
+}
+
+platform::WindowHandle ToCompositor(const SeenWindow& onX) {
+  const auto* x = TheXCalls();
+  return x ? FindAtCompositor(x->TraitsOf({onX}).front()) : 0;
 }
 
 const WindowCalls* CallsFor(platform::WindowHandle window) {

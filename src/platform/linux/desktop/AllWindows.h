@@ -10,6 +10,8 @@ namespace onlinux {
 std::vector<SeenWindow> AllWindows();
 // What a compositor that was asked before knows a form of this program as; 0 for nothing.
 platform::WindowHandle ToCompositor(const OwnWindow& form);
+// What the compositor knows a window of X as; 0 for nothing.
+platform::WindowHandle ToCompositor(const SeenWindow& onX);
 // The calls that lead to a window, null where nothing does: a form of this program that X does not know is reached by
 // itself.
 const WindowCalls* CallsFor(platform::WindowHandle window);

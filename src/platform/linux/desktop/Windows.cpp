@@ -116,7 +116,9 @@ bool SetForegroundWindow(WindowHandle window) {
     return true;
   }
   const auto* calls = CallsFor(window);
-  return calls && calls->BringToFront(window);
+  // To a compositor the wish of an X server may be a mere hint, which marks the window and does no more.
+  const auto known = IsOnX(window) ? ToCompositor({window, TitleOf(window)}) : 0;
+  return (known != 0 && TheCompositorCalls()->BringToFront(known)) || (calls && calls->BringToFront(window));
 }
 
 bool EnumWindows(const std::function<bool(WindowHandle)>& callback) {
