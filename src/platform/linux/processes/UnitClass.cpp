@@ -61,7 +61,7 @@ bool Give(std::uint32_t process, std::uint32_t priorityClass, bool refused, bool
   if (nice == 0 && !apart && (!unit || UnitNice(*unit) == 0)) return false;
   const auto name = "velmaro-" + std::to_string(process) + ".scope";
   // One of a family that ends at that moment spoils it for all: a script starts and ends programs all the time.
-  constexpr int tries = 5;
+  constexpr int tries = 3;
   for (int i = 0; i < tries; ++i)
     if (StartScope(name, family(), weight)) return Holds(process, name, nice);
   return false;
