@@ -117,8 +117,9 @@ bool SetForegroundWindow(WindowHandle window) {
   }
   const auto* calls = CallsFor(window);
   // To a compositor the wish of an X server may be a mere hint, which marks the window and does no more.
-  const auto known = IsOnX(window) ? ToCompositor({window, TitleOf(window)}) : 0;
-  return (known != 0 && TheCompositorCalls()->BringToFront(known)) || (calls && calls->BringToFront(window));
+  const auto* compositor = IsOnX(window) ? TheCompositorCalls() : nullptr;
+  const auto known = compositor ? ToCompositor({window, TitleOf(window)}) : 0;
+  return (known != 0 && compositor->BringToFront(known)) || (calls && calls->BringToFront(window));
 }
 
 bool EnumWindows(const std::function<bool(WindowHandle)>& callback) {
