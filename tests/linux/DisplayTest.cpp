@@ -83,14 +83,13 @@ TEST_F(LinuxDisplays, WhereNoWindowCanBeShownTheProgramSaysSoAndEnds) {
 TEST_F(LinuxDisplays, ACompositorThatIsTheLastHopeMayTakeItsTime) {
   std::string mute;
   const auto x = MuteX(mute), wayland = Mute(folder / "wayland");
-  std::jthread busy([&] {
+  const Child busy(Fork());
+  if (busy.Id() == 0) {
     // Whoever asks the other server has waited in vain before.
     pollfd other{.fd = x.get(), .events = POLLIN, .revents = 0};
-    if (::poll(&other, 1, 10'000) != 1) return;
-    const onlinux::Descriptor line(::accept(wayland.get(), nullptr, nullptr));
-    EXPECT_EQ(::write(line.get(), "a word", 6), 6);
-    EXPECT_GT(::poll(&other, 1, 10'000), 0);
-  });
+    const onlinux::Descriptor line(::poll(&other, 1, -1) == 1 ? ::accept(wayland.get(), nullptr, nullptr) : -1);
+    ::_exit(::write(line.get(), "a word", 6) == 6 ? 0 : 1);
+  }
   Alone([&] {
     ::setenv("DISPLAY", mute.c_str(), 1);
     ::setenv("WAYLAND_DISPLAY", (folder / "wayland").c_str(), 1);
