@@ -51,8 +51,8 @@ TEST_F(LinuxSharedUnits, AreLeftForHighByWhoMayNotRaiseAnythingThere) {
                  [&] { return ::setrlimit(RLIMIT_NICE, &none) == 0 && BecomeNobody(); });
   };
   const Child game(own("game")), raised(own("raised"));
-  const auto leaves = [](const Child& child) {
-    return platform::HighLeavesSession(platform::OpenProcess(0, false, static_cast<std::uint32_t>(child.Id())));
+  const auto leaves = [](pid_t process) {
+    return platform::HighLeavesSession(platform::OpenProcess(0, false, static_cast<std::uint32_t>(process)));
   };
   for (const auto* child : {&game, &raised})
     ASSERT_TRUE(Eventually([&] { return ReadBytes(ProcOf(child->Id(), "cmdline")).find("300") != std::string::npos; }));
@@ -64,9 +64,10 @@ TEST_F(LinuxSharedUnits, AreLeftForHighByWhoMayNotRaiseAnythingThere) {
     for (const auto* user : {"0", "65534"})
       fs::create_directories(std::string("/sys/fs/cgroup/user.slice/user-") + user + ".slice/user@" + user +
                              ".service");
-    EXPECT_FALSE(leaves(game)) << "an administrator may raise it";
+    EXPECT_FALSE(leaves(::getpid())) << "an administrator may raise it";
     EXPECT_EQ(::setpriority(PRIO_PROCESS, static_cast<id_t>(raised.Id()), -10), 0);
-    EXPECT_TRUE(BecomeNobody() && leaves(game) && !leaves(raised));
+    EXPECT_TRUE(BecomeNobody() && leaves(game.Id()) && !leaves(raised.Id()));
+    EXPECT_FALSE(leaves(::getppid())) << "it belongs to another user";
     return HasFailure() ? 1 : 0;
   });
   if (outcome == untried) GTEST_SKIP() << "nothing can be mounted";

@@ -112,7 +112,8 @@ std::string WhatHighIsWorth(Handle handle) {
 
 bool HighLeavesSession(Handle handle) {
   const auto* process = onlinux::FindAs<onlinux::OpenedProcess>(handle);
-  if (!process || !onlinux::HasManager() || onlinux::UnitOf(process->id)) return false;
+  if (!process || OwnerOf(process->id) != ::geteuid() || !onlinux::HasManager() || onlinux::UnitOf(process->id))
+    return false;
   const auto groups = [](const std::string& id) { return onlinux::ReadWhole("/proc/" + id + "/cgroup"); };
   if (groups(std::to_string(process->id)) != groups("self")) return false;
   return !onlinux::MayRaise(process->id, HIGH_PRIORITY_CLASS);
