@@ -12,7 +12,7 @@ namespace {
 constexpr const char* Services[] = {"org.freedesktop.systemd1", "org.freedesktop.PolicyKit1"};
 
 // In the place of the user's service manager: notes what it is asked for. With a refusal it knows no descriptors, as an
-// old one, and where that is "gone" it has twice missed one of the processes too. It stands for the authority as well,
+// old one, and where that is "gone" it has thrice missed one of the processes too. It stands for the authority as well,
 // which takes no agent then.
 class Manager : public QDBusVirtualObject {
  public:
@@ -24,7 +24,7 @@ class Manager : public QDBusVirtualObject {
     const auto call = (message.member() + text.section("contents=", 1)).toStdString();
     asked += call;
     const bool refuses = refusal_ && (call.find("PIDFDs") != call.npos || call.find("Agent") != call.npos ||
-                                      (refusal_ == std::string("gone") && missed_++ < 2));
+                                      (refusal_ == std::string("gone") && missed_++ < 3));
     return line.send(refuses ? message.createErrorReply("org.example.No", refusal_) : message.createReply("/job"));
   }
   std::string asked;
@@ -89,7 +89,7 @@ TEST_F(LinuxManager, IsAskedForUnitsByProcessesThatCantBeMistaken) {
       << "what it started comes along";
   const auto tries =
       Heard("gone", false, [&] { return onlinux::SetUnitClass(id, platform::HIGH_PRIORITY_CLASS, true); });
-  EXPECT_EQ(QString::fromStdString(tries).count("StartTransientUnit"), 6) << "one of a family ended at that moment";
+  EXPECT_EQ(QString::fromStdString(tries).count("StartTransientUnit"), 8) << "one of a family ended at that moment";
   EXPECT_EQ(refused(platform::NORMAL_PRIORITY_CLASS), "") << "to be as everybody takes no unit";
   EXPECT_EQ(Heard("no", true, [] { return onlinux::SetUnitWeight("b.service", 1); }),
             R"(SetUnitProperties("b.service", true, [Argument: a(sv) {[Argument: (sv) "CPUWeight", )"

@@ -2,7 +2,10 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
+#include <ctime>
+#include <limits>
 #include <map>
 #include <string>
 #include <vector>
@@ -35,19 +38,30 @@ std::string UnitName(std::uint32_t process) {
   return unit ? unit->name : std::string();
 }
 
-// A process and what came from it and is in its unit still: what has left for another one belongs there.
-std::vector<pid_t> WithDescendants(std::uint32_t process) {
+// When a process was started that has run for a second now, in clock ticks since the machine's start.
+std::uint64_t ASecondAgo() {
+  timespec now{};
+  ::clock_gettime(CLOCK_BOOTTIME, &now);
+  return static_cast<std::uint64_t>(std::max<time_t>(now.tv_sec - 1, 0)) *
+         static_cast<std::uint64_t>(::sysconf(_SC_CLK_TCK));
+}
+
+// A process and what came from it before a moment and is in its unit still: what has left for another one belongs
+// there.
+std::vector<pid_t> WithDescendants(std::uint32_t process, std::uint64_t before) {
   std::vector<pid_t> family = {static_cast<pid_t>(process)};
   const auto all = ReadProcesses();
   if (!all) return family;
   const Parents parents(*all);
   const auto unit = UnitName(process);
   for (const auto& other : *all)
-    if (other.id != process && parents.Descends(other.id, process) && UnitName(other.id) == unit)
+    if (other.id != process && other.status.startTime < before && parents.Descends(other.id, process) &&
+        UnitName(other.id) == unit)
       family.push_back(static_cast<pid_t>(other.id));
   return family;
 }
 
+// Each attempt asks for the members of the family, and there is none any more where it has none.
 template <class Family>
 bool Give(std::uint32_t process, std::uint32_t priorityClass, bool refused, bool apart, Family family) {
   const auto safe = SafeClass(priorityClass);
@@ -60,22 +74,28 @@ bool Give(std::uint32_t process, std::uint32_t priorityClass, bool refused, bool
   // To be as everybody takes no unit, but where what others share has another class.
   if (nice == 0 && !apart && (!unit || UnitNice(*unit) == 0)) return false;
   const auto name = "velmaro-" + std::to_string(process) + ".scope";
-  // One of a family that ends at that moment spoils it for all: a script starts and ends programs all the time.
-  constexpr int tries = 3;
-  for (int i = 0; i < tries; ++i)
-    if (StartScope(name, family(), weight)) return Holds(process, name, nice);
-  return false;
+  for (int attempt = 0;; ++attempt) {
+    const auto members = family(attempt);
+    if (members.empty()) return false;
+    if (StartScope(name, members, weight)) return Holds(process, name, nice);
+  }
 }
 
 }  // namespace
 
 bool SetUnitClass(std::uint32_t processId, std::uint32_t priorityClass, bool refused) {
-  return Give(processId, priorityClass, refused, false, [&] { return WithDescendants(processId); });
+  // One of a family that ends at that moment spoils it for all: a script starts and ends programs all the time. Those
+  // that have just begun are left behind then.
+  constexpr int attempts = 4;
+  return Give(processId, priorityClass, refused, false, [&](int attempt) {
+    if (attempt == attempts) return std::vector<pid_t>();
+    return WithDescendants(processId, attempt == 0 ? std::numeric_limits<std::uint64_t>::max() : ASecondAgo());
+  });
 }
 
 bool TakeUnitClass(std::uint32_t priorityClass, bool refused, bool apart) {
   return Give(static_cast<std::uint32_t>(::getpid()), priorityClass, refused, apart,
-              [] { return std::vector{::getpid()}; });
+              [](int attempt) { return attempt == 0 ? std::vector{::getpid()} : std::vector<pid_t>(); });
 }
 
 int NiceAgainstOthers(std::uint32_t processId, int nice) {
