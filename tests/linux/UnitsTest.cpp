@@ -54,6 +54,14 @@ TEST_F(LinuxSharedUnits, AreLeftForHighByWhoMayNotRaiseAnythingThere) {
   const auto leaves = [](pid_t process) {
     return platform::HighLeavesSession(platform::OpenProcess(0, false, static_cast<std::uint32_t>(process)));
   };
+  const Child launcher({"/bin/sh", "-c", "for i in 1 2; do setpriv --pdeathsig KILL sleep 300 & done; wait"});
+  const auto family = [&] {
+    std::istringstream started(ReadBytes(ProcOf(launcher.Id(), "task/" + std::to_string(launcher.Id()) + "/children")));
+    std::vector<id_t> ids = {static_cast<id_t>(launcher.Id())};
+    for (id_t id = 0; started >> id;) ids.push_back(id);
+    return ids;
+  };
+  ASSERT_TRUE(Eventually([&] { return family().size() == 3; }));
   for (const auto* child : {&game, &raised})
     ASSERT_TRUE(Eventually([&] { return ReadBytes(ProcOf(child->Id(), "cmdline")).find("300") != std::string::npos; }));
   constexpr int untried = 77;
@@ -65,6 +73,15 @@ TEST_F(LinuxSharedUnits, AreLeftForHighByWhoMayNotRaiseAnythingThere) {
       fs::create_directories(std::string("/sys/fs/cgroup/user.slice/user-") + user + ".slice/user@" + user +
                              ".service");
     EXPECT_FALSE(leaves(::getpid())) << "an administrator may raise it";
+    ::setpriority(PRIO_PROCESS, family().back(), 7);
+    for (const auto& [wanted, nices] : {std::pair{platform::HIGH_PRIORITY_CLASS, "-10 -10 7 "},
+                                        {platform::NORMAL_PRIORITY_CLASS, "0 0 7 "},
+                                        {platform::IDLE_PRIORITY_CLASS, "19 0 7 "}}) {
+      platform::SetPriorityClass(platform::OpenProcess(0, false, static_cast<std::uint32_t>(launcher.Id())), wanted);
+      std::string now;
+      for (const auto id : family()) now += std::to_string(::getpriority(PRIO_PROCESS, id)) + ' ';
+      EXPECT_EQ(now, nices) << "what it has started follows it to High and back, but for what has its own";
+    }
     EXPECT_EQ(::setpriority(PRIO_PROCESS, static_cast<id_t>(raised.Id()), -10), 0);
     EXPECT_TRUE(BecomeNobody() && leaves(game.Id()) && !leaves(raised.Id()));
     EXPECT_FALSE(leaves(::getppid())) << "it belongs to another user";

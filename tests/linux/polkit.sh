@@ -38,24 +38,30 @@ helper=$folder/usr/libexec/velmaro/velmaro-set-class
 target=$!
 wait_for cmp -s /proc/$target/exe "$(command -v sleep)"
 start=$(cut -d' ' -f22 /proc/$target/stat)
-nice_of() { ps -o ni= -p $target | tr -d ' '; }
+"${user[@]}" sleep 300 &
+other=$!
+wait_for cmp -s /proc/$other/exe "$(command -v sleep)"
+others="$other $(cut -d' ' -f22 /proc/$other/stat)"
+nice_of() { ps -o ni= -p "${1:-$target}" | tr -d ' '; }
 ask() { "${user[@]}" pkexec --disable-internal-agent "$helper" "$@" 2>&1; }
 
-ask $target "$start" 128 && fail 'nobody was asked for a password'
+ask 128 $target "$start" && fail 'nobody was asked for a password'
 [ "$(nice_of)" = 0 ] || fail 'a class was set without the right to it'
 cat >/etc/polkit-1/rules.d/50-test.rules <<'RULE'
 polkit.addRule(function(action, subject) {
   if (action.id == "example.velmaro.set-class" && subject.user == "nobody") return polkit.Result.YES;
 });
 RULE
-wait_for ask $target "$start" 128
+wait_for ask 128 $target "$start"
 [ "$(nice_of)" = -10 ] || fail "High gave a nice value of $(nice_of)"
-for words in "$target $start 1" "$target $((start + 1)) 64" "$target $start" "$target $start 64 x" "x $start 64" \
-  "$target $start 64x" "2147483647 1 64" "-1 $start 64"; do
+for words in "1 $target $start" "64 $target $((start + 1)) $others" "64 $target" "64 $target $start x" "64 x $start" \
+  "64x $target $start" "64 2147483647 1" "64 -1 $start" "64 $target $start $other"; do
   ask $words && fail "it took $words"
 done
-[ "$(nice_of)" = -10 ] || fail 'what it refuses was done'
-ask $target "$start" 256
+[ "$(nice_of) $(nice_of $other)" = '-10 0' ] || fail 'what it refuses was done'
+ask 128 $target "$start" $target 1 $others
+[ "$(nice_of $other)" = -10 ] || fail 'what belongs to a process did not follow it'
+ask 256 $target "$start"
 [ "$(ps -o cls= -p $target | tr -d ' ')" = RR ] || fail 'Real Time was not set'
 "${user[@]}" pkexec --disable-internal-agent "$(command -v sleep)" 0 2>/dev/null && fail 'another program was run'
 

@@ -33,7 +33,8 @@ struct ProcessPlace {
 // Visits all processes in the order of their numbers, also those that have ended and the kernel's own threads. False
 // when they can't be had.
 bool ForEachPlace(const std::function<void(const ProcessPlace&)>& visit);
-// Reads what is known of a process; nothing when it is gone or has ended, and for one of this program's aside. One of the kernel's own threads has no names.
+// Reads what is known of a process; nothing when it is gone or has ended, and for one of this program's aside. One of
+// the kernel's own threads has no names.
 std::optional<ProcessRecord> ReadProcess(const ProcessPlace& place);
 // All running processes in the order of their numbers, without the kernel's own threads. Nothing when they can't be
 // had; a process that goes away meanwhile is left out.

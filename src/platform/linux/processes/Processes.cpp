@@ -5,6 +5,7 @@
 
 #include "platform/kernel32.h"
 #include "platform/linux/processes/EndProcess.h"
+#include "platform/linux/processes/Family.h"
 #include "platform/linux/processes/Handles.h"
 #include "platform/linux/processes/NiceGroup.h"
 #include "platform/linux/processes/PriorityClass.h"
@@ -83,10 +84,17 @@ bool SetPriorityClass(Handle handle, std::uint32_t priorityClass) {
   const auto* process = onlinux::FindAs<OpenedProcess>(handle);
   if (!process) return false;
   const auto hasEnded = [&] { return onlinux::HasEnded(process->descriptor, 0); };
+  const auto followers = onlinux::FollowersOf(process->id, priorityClass);
   const bool taken = onlinux::SetProcessClass(process->id, priorityClass, hasEnded);
   const bool isReal = onlinux::SafeClass(priorityClass) == REALTIME_PRIORITY_CLASS;
   if (onlinux::SetUnitClass(process->id, priorityClass, !taken)) return taken || !isReal;
   if (!taken) return false;
+  for (const auto& follower : followers) {
+    const OwnedHandle held(OpenProcess(PROCESS_ALL_ACCESS, false, follower.id));
+    const auto* other = onlinux::FindAs<OpenedProcess>(held.get());
+    if (other)
+      onlinux::SetProcessClass(other->id, priorityClass, [&] { return onlinux::HasEnded(other->descriptor, 0); });
+  }
   // A group that can't be had leaves the threads their class, as any other program would give it to them.
   if (const auto nice = onlinux::NiceOfClass(onlinux::SafeClass(priorityClass)))
     if (const auto group = onlinux::GroupOfItsOwn(process->id))

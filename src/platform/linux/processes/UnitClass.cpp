@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "platform/kernel32.h"
+#include "platform/linux/processes/Family.h"
 #include "platform/linux/processes/PriorityClass.h"
 #include "platform/linux/processes/ServiceManager.h"
 #include "platform/linux/processes/SetClass.h"
@@ -33,11 +34,6 @@ bool Holds(std::uint32_t process, const std::string& unit, int nice) {
   return false;
 }
 
-std::string UnitName(std::uint32_t process) {
-  const auto unit = UnitOf(process);
-  return unit ? unit->name : std::string();
-}
-
 // When a process was started that has run for a second now, in clock ticks since the machine's start.
 std::uint64_t ASecondAgo() {
   timespec now{};
@@ -46,18 +42,11 @@ std::uint64_t ASecondAgo() {
          static_cast<std::uint64_t>(::sysconf(_SC_CLK_TCK));
 }
 
-// A process and what came from it before a moment and is in its unit still: what has left for another one belongs
-// there.
+// The numbers of a process and of what came from it before a moment.
 std::vector<pid_t> WithDescendants(std::uint32_t process, std::uint64_t before) {
   std::vector<pid_t> family = {static_cast<pid_t>(process)};
-  const auto all = ReadProcesses();
-  if (!all) return family;
-  const Parents parents(*all);
-  const auto unit = UnitName(process);
-  for (const auto& other : *all)
-    if (other.id != process && other.status.startTime < before && parents.Descends(other.id, process) &&
-        UnitName(other.id) == unit)
-      family.push_back(static_cast<pid_t>(other.id));
+  for (const auto& other : DescendantsInUnit(process))
+    if (other.status.startTime < before) family.push_back(static_cast<pid_t>(other.id));
   return family;
 }
 

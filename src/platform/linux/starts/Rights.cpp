@@ -14,6 +14,7 @@
 #include "platform/linux/ground/Places.h"
 #include "platform/linux/ground/ReadWhole.h"
 #include "platform/linux/processes/EndProcess.h"
+#include "platform/linux/processes/Family.h"
 #include "platform/linux/processes/Handles.h"
 #include "platform/linux/processes/OwnClass.h"
 #include "platform/linux/processes/PriorityClass.h"
@@ -112,8 +113,7 @@ std::string WhatHighIsWorth(Handle handle) {
 
 bool HighLeavesSession(Handle handle) {
   const auto* process = onlinux::FindAs<onlinux::OpenedProcess>(handle);
-  if (!process || OwnerOf(process->id) != ::geteuid() || !onlinux::HasManager() || onlinux::UnitOf(process->id))
-    return false;
+  if (!process || OwnerOf(process->id) != ::geteuid() || !onlinux::SharesSession(process->id)) return false;
   const auto groups = [](const std::string& id) { return onlinux::ReadWhole("/proc/" + id + "/cgroup"); };
   if (groups(std::to_string(process->id)) != groups("self")) return false;
   return !onlinux::MayRaise(process->id, HIGH_PRIORITY_CLASS);
@@ -141,8 +141,17 @@ bool SetPriorityClassAsking(Handle handle, std::uint32_t priorityClass) {
   if (!status) return false;
   const auto process = onlinux::FindAs<onlinux::OpenedProcess>(handle)->id;
   // Without an agent of the desktop's nobody is asked: a prompt in some terminal would look like a window that hangs.
-  return onlinux::RunToEnd({Asker(), "--disable-internal-agent", Helper(), std::to_string(process),
-                            std::to_string(status->startTime), std::to_string(priorityClass)}) == 0;
+  std::vector<std::string> words = {Asker(),
+                                    "--disable-internal-agent",
+                                    Helper(),
+                                    std::to_string(priorityClass),
+                                    std::to_string(process),
+                                    std::to_string(status->startTime)};
+  constexpr std::size_t most = 200;  // words, well within what a program may be told
+  for (const auto& follower : onlinux::FollowersOf(process, priorityClass))
+    if (words.size() < most)
+      words.insert(words.end(), {std::to_string(follower.id), std::to_string(follower.status.startTime)});
+  return onlinux::RunToEnd(words) == 0;
 }
 
 }  // namespace platform
