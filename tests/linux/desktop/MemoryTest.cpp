@@ -21,6 +21,8 @@ TEST_F(LinuxDesktop, AMemoryRunHoldsItsTargetAndGivesAllOfItBack) {
 TEST_F(LinuxDesktop, TheMemoryWindowsSliderHearsKeysAndItsBarsClicks) {
   Click(*main, "Free Mem");
   auto& meter = app.Default<formFreeMem>();
+  const auto& picture = WidgetOf(meter.Image1);
+  EXPECT_EQ(ClientOf(meter).childAt(picture.pos() + QPoint(0, 9)), &picture) << "no text covers its edge";
   std::string places;
   for (auto& slider = meter.HScroll1;
        const auto key : {Qt::Key_Home, Qt::Key_PageDown, Qt::Key_Right, Qt::Key_Down, Qt::Key_PageUp, Qt::Key_Left}) {

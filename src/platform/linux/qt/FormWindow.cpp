@@ -17,6 +17,7 @@
 #include "runtime/Application.h"
 #include "runtime/Buttons.h"
 #include "runtime/Menu.h"
+#include "runtime/Pictures.h"
 #include "runtime/TextBox.h"
 
 namespace onlinux {
@@ -111,7 +112,7 @@ void FormWindow::Apply(velmaro::Change what) {
 }
 
 // The widgets that take the keyboard, in the order that the form's tab indexes give. Where they overlap with texts and
-// pictures they lie above them.
+// pictures they lie above them, and pictures above texts.
 void FormWindow::OrderTabs() {
   auto controls = form_.Controls();
   std::ranges::stable_sort(controls, {}, [](const auto* control) { return control->TabIndex(); });
@@ -119,7 +120,9 @@ void FormWindow::OrderTabs() {
   QWidget* first = nullptr;
   for (const auto* control : controls) {
     const auto* peer = static_cast<const ControlPeer*>(control->Peer());
-    if (!peer || peer->Widget().focusPolicy() == Qt::NoFocus) continue;
+    if (!peer) continue;
+    if (dynamic_cast<const velmaro::Image*>(control)) peer->Widget().raise();  // a text that reaches there would cut it
+    if (peer->Widget().focusPolicy() == Qt::NoFocus) continue;
     if (before) QWidget::setTabOrder(before, &peer->Widget());
     before = &peer->Widget();
     before->raise();
