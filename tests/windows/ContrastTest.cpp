@@ -1,7 +1,7 @@
 #include <array>
 #include <cmath>
 
-#include "Drive.h"
+#include "Velmaro.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "Drive.h"
+#include "Velmaro.h"
 
 namespace {
 

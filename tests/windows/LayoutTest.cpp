@@ -1,6 +1,6 @@
 
 #include "../Forms.h"
-#include "Drive.h"
+#include "Velmaro.h"
 
 namespace {
 

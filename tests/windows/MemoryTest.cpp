@@ -1,6 +1,6 @@
 #include <cstdio>
 
-#include "Drive.h"
+#include "Velmaro.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "Drive.h"
+#include "Velmaro.h"
 
 namespace {
 
@@ -44,7 +44,7 @@ TEST(StartTest, ListsAndMemoryComeBeforeTheTarget) {
   }
   const auto probe = folder.Probe(L"Target.exe");
   const Velmaro velmaro(folder, L"/q /y spare.txt /k \"my list.txt\" /m /h " + probe);
-  const auto meter = velmaro.Window({}, L"Velmaro.Form");
+  const auto meter = velmaro.WindowOf(L"Velmaro.Form");
   ASSERT_TRUE(meter) << "the memory run shows its window";
   EXPECT_FALSE(doomed.Lives());
   EXPECT_TRUE(spared.Lives() && feed.Lives());

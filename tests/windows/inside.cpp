@@ -7,8 +7,8 @@
 
 namespace {
 
-// One line for each entry: depth, "x" where it is checked, ">" where Enter would choose it, its id and its text.
-void AddMenu(HMENU menu, int depth, std::wstring& lines) {
+// One line for each entry: "x" where it is checked, ">" where Enter would choose it, its id and its text.
+void AddMenu(HMENU menu, std::wstring& lines) {
   for (int i = 0; i < ::GetMenuItemCount(menu); ++i) {
     std::array<wchar_t, 200> text{};
     MENUITEMINFOW item{};
@@ -17,22 +17,22 @@ void AddMenu(HMENU menu, int depth, std::wstring& lines) {
     item.dwTypeData = text.data();
     item.cch = static_cast<UINT>(text.size());
     ::GetMenuItemInfoW(menu, static_cast<UINT>(i), TRUE, &item);
-    lines += std::to_wstring(depth) + (item.fState & MFS_CHECKED ? L'x' : L' ') +
-             (item.fState & MFS_HILITE ? L'>' : L' ') + std::to_wstring(item.hSubMenu ? 0 : item.wID) + L' ' +
-             text.data() + L'\n';
-    if (item.hSubMenu) AddMenu(item.hSubMenu, depth + 1, lines);
+    lines += item.fState & MFS_CHECKED ? L'x' : L' ';
+    lines += item.fState & MFS_HILITE ? L'>' : L' ';
+    lines += std::to_wstring(item.hSubMenu ? 0 : item.wID) + L' ' + text.data() + L'\n';
+    if (item.hSubMenu) AddMenu(item.hSubMenu, lines);
   }
 }
 
 // The menu of a form's bar, or of an open popup; of an open file dialog one line, whose id is what it was asked for.
 std::wstring Menu(HWND window) {
   if (const auto* kept = static_cast<const OPENFILENAMEW* const*>(::GetPropW(window, L"FileOpenDlgInfos")))
-    return L"0  " + std::to_wstring((*kept)->Flags) + L" flags\n";
+    return L"  " + std::to_wstring((*kept)->Flags) + L" flags\n";
   std::array<wchar_t, 20> name{};
   ::GetClassNameW(window, name.data(), static_cast<int>(name.size()));
   const bool popup = std::wstring(name.data()) == L"#32768";
   std::wstring lines;
-  AddMenu(popup ? reinterpret_cast<HMENU>(::SendMessageW(window, MN_GETHMENU, 0, 0)) : ::GetMenu(window), 0, lines);
+  AddMenu(popup ? reinterpret_cast<HMENU>(::SendMessageW(window, MN_GETHMENU, 0, 0)) : ::GetMenu(window), lines);
   return lines;
 }
 
