@@ -23,6 +23,21 @@ TEST_F(Desk, AFileIsTheCommandOfTheRunDialogWhichTellsOfAGameThatIsNotRaised) {
   ExpectLastBox("game process was refused REAL TIME and is at NORMAL: ask for it.", Tells);
 }
 
+TEST_F(Desk, WhatItKeepsToItselfIsTold) {
+  desktop.whyWindowsAreMissing = "Some are missing.";
+  auto& game = desktop.WindowOf(desktop.AddWindow("Game"));
+  game.remark = " (minimized)";
+  auto& form = Start();
+  for (const int view : {6, 0, 6}) Press(form.Option1[static_cast<std::size_t>(view)]);
+  Select(form.List1, RowWith(form.List1, "Game (minimized)"));
+  Choose(form.mnuWOption[4]);
+  EXPECT_TRUE(!game.visible && desktop.boxes.size() == 1 && desktop.boxes[0].text == "Some are missing.");
+  game.outOfReach = true;
+  for (const std::size_t command : {0, 3}) Choose(form.mnuWOption[command]);
+  ASSERT_EQ(desktop.boxes.size(), 3U) << "each time";
+  EXPECT_EQ(desktop.boxes[2].text, "This desktop keeps its windows to itself.");
+}
+
 TEST_F(Desk, WhatTheWindowHoldsFollowsAnImposedSize) {
   auto& form = Start();
   // 320 by 240 pixels with a menu bar of 19, ..., and as designed.
