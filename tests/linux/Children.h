@@ -100,6 +100,10 @@ inline std::string ReadBytes(const std::string& path) {
   return bytes.str();
 }
 
+inline bool Holds(const std::string& text, const std::string& part) { return text.find(part) != text.npos; }
+
+inline auto FilesIn(const std::string& folder) { return std::distance(fs::directory_iterator(folder), {}); }
+
 // Makes a process. Throws where none can be had: -1, taken for the number of one, stands for everything that runs.
 inline pid_t Fork() {
   const auto child = ::fork();
@@ -184,7 +188,7 @@ class Child {
     if (id_ == 0) ::prctl(PR_SET_PDEATHSIG, SIGKILL), Execute(words);
   }
   explicit Child(const std::string& program) : Child(std::vector{program, std::string("300")}) {
-    Eventually([&] { return ReadBytes(ProcOf(id_, "cmdline")).find(program) != std::string::npos; });
+    Eventually([&] { return Holds(ReadBytes(ProcOf(id_, "cmdline")), program); });
   }
   Child(const Child&) = delete;
   Child& operator=(const Child&) = delete;
@@ -228,8 +232,7 @@ class VirtualDisplay {
   explicit VirtualDisplay(const std::vector<std::string>& guard = {}) {
     std::array<int, 2> ends{};
     if (::pipe(ends.data()) != 0) return;
-    std::vector<std::string> words = {"/usr/bin/Xvfb", "-displayfd", std::to_string(ends[1]),
-                                      "-nolisten",     "tcp",        "-noreset"};
+    std::vector<std::string> words = {"/usr/bin/Xvfb", "-displayfd", std::to_string(ends[1]), "-noreset"};
     words.insert(words.end(), guard.begin(), guard.end());
     server_.emplace(Start(words, {}, [] { return ::prctl(PR_SET_PDEATHSIG, SIGTERM) == 0; }));
     ::close(ends[1]);
@@ -259,8 +262,8 @@ inline bool UseDisplay() {
 }
 
 inline platform::OwnedHandle Open(pid_t id) {
-  return platform::OwnedHandle(
-      platform::OpenProcess(platform::PROCESS_ALL_ACCESS, false, static_cast<std::uint32_t>(id)));
+  const auto number = static_cast<std::uint32_t>(id);
+  return platform::OwnedHandle(platform::OpenProcess(platform::PROCESS_ALL_ACCESS, false, number));
 }
 
 // What a snapshot, a fresh one, says of a process; nothing where it does not list it.

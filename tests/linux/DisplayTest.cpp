@@ -64,12 +64,11 @@ TEST_F(LinuxDisplays, WhereNoWindowCanBeShownTheProgramSaysSoAndEnds) {
   }
   for (const auto& [errors, process] : started) {
     EXPECT_EQ(Ended(process), 1);
-    EXPECT_NE(ReadBytes(errors).find("no window can be shown"), std::string::npos) << errors << ReadBytes(errors);
+    EXPECT_TRUE(Holds(ReadBytes(errors), "no window can be shown")) << errors << ReadBytes(errors);
   }
   std::array<std::uint32_t, 3> asked{};
   const onlinux::Descriptor line(::accept(named.get(), nullptr, nullptr));
-  EXPECT_EQ(::recv(line.get(), asked.data(), sizeof asked, 0), 12)
-      << "a name stands for a socket in the folder of the session";
+  EXPECT_EQ(::recv(line.get(), asked.data(), sizeof asked, 0), 12) << "the name is one in the session's folder";
   EXPECT_EQ(asked, (std::array<std::uint32_t, 3>{1, 12U << 16, 2})) << "Wayland's request for a word";
   EXPECT_EQ(Ended(Start({VELMARO_PROGRAM, "/?"})), 1);
   if (UnderSanitizer) return;  // it has a word of its own to say at the end
@@ -104,23 +103,22 @@ TEST_F(LinuxDisplays, AnInstalledProgramIsWholeAndTakesItsToolkitFromNowhereElse
   ASSERT_EQ(std::system((install + (folder / "usr") + "' >/dev/null").c_str()), 0);
   folder.Copy(VELMARO_PROGRAM, "any/bin/velmaro");
   fs::copy(folder / "usr/lib", folder / "any/lib", fs::copy_options::recursive);
-  EXPECT_EQ(Ended(Start({folder / "any/bin/velmaro"}, offscreen)), 1) << "anyone may have put it into ../lib";
-  for (const auto* file : {"velmaro-toolkit.so", "velmaro-x11.so"})
-    fs::rename((folder / "any/lib/velmaro/") + file, (folder / "any/bin/") + file);
-  const auto unsafe = folder / "any/bin/velmaro-toolkit.so";
+  const auto bin = folder / "any/bin", unsafe = bin + "/velmaro-toolkit.so";
+  const auto show = [&] {
+    return Ended(Start({bin + "/velmaro"}, offscreen, [&] { return TellErrorsTo(bin + "/told"); }));
+  };
+  EXPECT_EQ(show(), 1) << "anyone may have put it into ../lib";
+  for (const auto* file : {"/velmaro-toolkit.so", "/velmaro-x11.so"})
+    fs::rename((folder / "any/lib/velmaro") + file, bin + file);
   ::chmod(unsafe.c_str(), 0777);
-  EXPECT_EQ(Ended(Start({folder / "any/bin/velmaro"}, offscreen)), 1) << "anyone may have written to it";
+  EXPECT_EQ(show(), 1) << "anyone may have written to it";
   ::chmod(unsafe.c_str(), 0755);
-  EXPECT_TRUE(::chown(unsafe.c_str(), 65534, 65534) != 0 || Ended(Start({folder / "any/bin/velmaro"}, offscreen)) == 1);
+  EXPECT_TRUE(::chown(unsafe.c_str(), 65534, 65534) != 0 || show() == 1);
   EXPECT_EQ(::chown(unsafe.c_str(), ::geteuid(), ::getegid()), 0);
-  const auto bin = folder / "any/bin";
   for (const ::mode_t open : {0777, 01777, 0775}) {
     if (open == 0775 && ::chown(bin.c_str(), ::geteuid(), 65533) != 0) continue;
     ::chmod(bin.c_str(), open);
-    const auto run = [&] {
-      return Ended(Start({bin + "/velmaro"}, offscreen, [&] { return TellErrorsTo(bin + "/told"); }));
-    };
-    EXPECT_TRUE(run() == 1 && ReadBytes(bin + "/told").find("others may write it") != std::string::npos) << open;
+    EXPECT_TRUE(show() == 1 && Holds(ReadBytes(bin + "/told"), "others may write it")) << open;
   }
   fs::copy_file(folder / "usr/bin/velmaro", bin + "/moved");
   WriteBytes(bin + "/qt.conf", "[Paths]\nPrefix=/no/such/folder\n");
@@ -128,10 +126,8 @@ TEST_F(LinuxDisplays, AnInstalledProgramIsWholeAndTakesItsToolkitFromNowhereElse
   const onlinux::Descriptor looks(::inotify_init1(IN_NONBLOCK));
   ::inotify_add_watch(looks.get(), (bin + "/platforms").c_str(), IN_OPEN);
   const Child child(Start({bin + "/moved"}, offscreen));
-  const auto maps = ProcOf(child.Id(), "maps");
-  const auto toolkit = folder / "usr/lib/velmaro/velmaro-toolkit.so";
-  EXPECT_TRUE(Eventually([&] { return ReadBytes(maps).find(toolkit) != std::string::npos; }));
-  EXPECT_TRUE(Eventually([&] { return ReadBytes(maps).find("libqoffscreen.so") != std::string::npos; }));
+  for (const auto& loaded : {folder / "usr/lib/velmaro/velmaro-toolkit.so", std::string("libqoffscreen.so")})
+    EXPECT_TRUE(Eventually([&] { return Holds(ReadBytes(ProcOf(child.Id(), "maps")), loaded); })) << loaded;
   std::array<char, 512> look{};
   EXPECT_EQ(::read(looks.get(), look.data(), look.size()), -1) << "plugins are no more looked for there";
   // The same without windows: its lists are its user's.
@@ -143,14 +139,12 @@ TEST_F(LinuxDisplays, AnInstalledProgramIsWholeAndTakesItsToolkitFromNowhereElse
   fs::create_directories(folder / "home/velmaro");
   WriteBytes(folder / "home/velmaro/killlist.txt", "zzinstalled\n");
   EXPECT_TRUE(run() == 0 && !listed.Runs());
-  EXPECT_NE(ReadBytes(folder / "usr/etc/security/limits.d/velmaro.conf").find("\n@velmaro - nice -10\n"),
-            std::string::npos);
-  for (const auto* file :
-       {"applications/velmaro.desktop", "icons/hicolor/128x128/apps/velmaro.png", "man/man1/velmaro.1.gz"})
+  EXPECT_TRUE(Holds(ReadBytes(folder / "usr/etc/security/limits.d/velmaro.conf"), "\n@velmaro - nice -10\n"));
+  for (const auto* file : {"icons/hicolor/128x128/apps/velmaro.png", "man/man1/velmaro.1.gz"})
     EXPECT_TRUE(fs::exists(folder / "usr/share/" + file)) << file;
-  EXPECT_NE(ReadBytes(folder / "usr/share/applications/velmaro.desktop").find("\nExec=" + (folder / "usr/bin/velmaro")),
-            std::string::npos)
-      << "Plasma tells of windows only to a program of that path";
+  // Plasma tells of windows only to a program of that path.
+  const auto entry = ReadBytes(folder / "usr/share/applications/velmaro.desktop");
+  EXPECT_TRUE(Holds(entry, "\nExec=" + (folder / "usr/bin/velmaro")));
 }
 
 class LinuxProgram : public InFolder {
@@ -182,7 +176,7 @@ TEST_F(LinuxProgram, SaysSoWhereItGetsTooLittleForAWindowAndGoesOnWithoutAnError
              (lacksFiles ? ::setrlimit(RLIMIT_NOFILE, &fewFiles) : ::setrlimit(RLIMIT_AS, &littleRoom)) == 0;
     };
     EXPECT_EQ(Ended(Start({VELMARO_PROGRAM}, variables, limit)), 1);
-    EXPECT_NE(ReadBytes(folder / "told").find("no window can be shown"), std::string::npos);
+    EXPECT_TRUE(Holds(ReadBytes(folder / "told"), "no window can be shown"));
   }
   const auto silence = [] { return ::close(STDERR_FILENO) == 0; };
   const auto child = Start({VELMARO_PROGRAM}, variables, silence);
@@ -192,12 +186,12 @@ TEST_F(LinuxProgram, SaysSoWhereItGetsTooLittleForAWindowAndGoesOnWithoutAnError
   EXPECT_EQ(Ended(Start({VELMARO_PROGRAM, "/q", "/h", "/bin/sh", "-c", look}, variables, silence)), 0);
   std::optional<VirtualDisplay> bare(std::in_place, std::vector<std::string>{"-extension", "RENDER"});
   ASSERT_TRUE(bare->Use());
-  const auto orphan =
-      Start({VELMARO_PROGRAM}, {{"DISPLAY", std::getenv("DISPLAY")}}, [&] { return TellErrorsTo(folder / "told"); });
+  const Variables there = {{"DISPLAY", std::getenv("DISPLAY")}};
+  const auto orphan = Start({VELMARO_PROGRAM}, there, [&] { return TellErrorsTo(folder / "told"); });
   EXPECT_EQ(InChild([] { return Eventually(Shows) ? 0 : 1; }), 0) << "a server may lack an extension";
   bare.reset();
   EXPECT_EQ(Ended(orphan), 1);
-  EXPECT_NE(ReadBytes(folder / "told").find("X11"), std::string::npos) << ReadBytes(folder / "told");
+  EXPECT_TRUE(Holds(ReadBytes(folder / "told"), "X11")) << ReadBytes(folder / "told");
   UseDisplay();
   onlinux::XServer x;
   ::xcb_destroy_window(x.Line(), platform::FindWindowA("Zeld's Velmaro Process"));
@@ -223,14 +217,13 @@ TEST_F(LinuxProgram, ARightOfItsOwnReachesNeitherForeignCodeNorStartedPrograms) 
   variables.emplace_back("XAUTHORITY", folder / "word");
   std::optional<Child> child;
   const auto loaded = [&] { return ReadBytes(ProcOf(child->Id(), "maps")); };
-  const auto shows = [&] { return loaded().find("libqxcb.so") != std::string::npos; };
+  const auto shows = [&] { return Holds(loaded(), "libqxcb.so"); };
   // On a busy machine a display can look like one that hangs.
   for (int tries = 0; tries < 3 && !(child && shows()); ++tries) {
     child.emplace(Start({program}, variables, BecomeNobody));
     Eventually(shows);
   }
-  EXPECT_TRUE(shows());
-  EXPECT_EQ(loaded().find(folder / "foreign"), std::string::npos);
+  EXPECT_TRUE(shows() && !Holds(loaded(), folder / "foreign"));
   child.reset();
   const auto line = "env >" + (folder / "told") + "; grep Cap /proc/$$/status >>" + (folder / "told");
   child.emplace(Start({program, "/q", "/m", "/h", "/bin/sh", "-c", line}, variables, [] {
@@ -238,11 +231,11 @@ TEST_F(LinuxProgram, ARightOfItsOwnReachesNeitherForeignCodeNorStartedPrograms) 
     return LimitRoom(RLIMIT_DATA, 400U << 20) && BecomeNobody();
   }));
   const auto told = [&] { return ReadBytes(folder / "told"); };
-  const auto ran = [&] { return told().find("CapAmb:\t0000000000000000\n") != std::string::npos; };
+  const auto none = [&](const char* kind) { return Holds(told(), kind + ":\t0000000000000000\n"s); };
+  const auto ran = [&] { return none("CapAmb"); };
   EXPECT_TRUE(Eventually(ran) || Eventually(ran) || Eventually(ran)) << told();
-  for (const auto* kind : {"CapInh", "CapPrm", "CapEff"})
-    EXPECT_NE(told().find(std::string(kind) + ":\t0000000000000000\n"), std::string::npos) << told();
-  EXPECT_NE(told().find("QT_PLUGIN_PATH=" + (folder / "foreign") + '\n'), std::string::npos) << told();
+  EXPECT_TRUE(none("CapInh") && none("CapPrm") && none("CapEff")) << told();
+  EXPECT_TRUE(Holds(told(), "QT_PLUGIN_PATH=" + (folder / "foreign") + '\n')) << told();
 }
 
 }  // namespace

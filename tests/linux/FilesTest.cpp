@@ -16,13 +16,13 @@ class LinuxFiles : public InFolder {
     ::chmod(folder.Path().c_str(), 0777);
     WriteBytes(list, "old");
   }
-  std::ptrdiff_t FilesInFolder() const {
-    return std::distance(fs::directory_iterator(folder.Path()), fs::directory_iterator());
+  static struct stat FactsOf(const std::string& path) {
+    struct stat facts {};
+    ::stat(path.c_str(), &facts);
+    return facts;
   }
   struct stat Facts() const {
-    struct stat facts {};
-    ::stat(list.c_str(), &facts);
-    return facts;
+    return FactsOf(list);
   }
   const std::string list = folder / "list.txt";
 };
@@ -42,10 +42,10 @@ TEST_F(LinuxFiles, ASaveKeepsLinksOwnerAndRights) {
   const auto before = Facts();
   SaveTextFile(list, "new", 0);
   EXPECT_EQ(ReadBytes(real) + ReadBytes(folder / "other"), "newother");
-  EXPECT_TRUE(fs::is_symlink(list));
-  EXPECT_EQ(std::tuple(Facts().st_mode, Facts().st_uid, Facts().st_gid),
-            std::tuple(before.st_mode, before.st_uid, before.st_gid));
-  EXPECT_NE(Facts().st_ino, before.st_ino) << "the new file was put in the old one's place";
+  const auto after = Facts();
+  EXPECT_TRUE(fs::is_symlink(list) && after.st_mode == before.st_mode);
+  EXPECT_TRUE(after.st_uid == before.st_uid && after.st_gid == before.st_gid);
+  EXPECT_NE(after.st_ino, before.st_ino) << "the new file was put in the old one's place";
   // A second name stays one, and a link to a file that is not there yet makes it.
   fs::create_hard_link(real, folder / "second");
   SaveTextFile(list, "n", 0);
@@ -58,12 +58,10 @@ TEST_F(LinuxFiles, ASaveKeepsLinksOwnerAndRights) {
 
 TEST_F(LinuxFiles, WhatIsMarkedReadOnlyStays) {
   ::chmod(list.c_str(), 0444);
-  const auto longName = folder / std::string(250, 'n');
+  const auto longName = folder / std::string(250, 'n');  // no name is left for a second file
   WriteBytes(longName, "old");
   for (const auto& path : {list, longName}) SaveTextFile(path, "new", 0);
-  EXPECT_EQ(ReadBytes(list) + ReadBytes(longName), "oldnew")
-      << "no name is left for a second file, but the file itself can be written";
-  EXPECT_EQ(FilesInFolder(), 2);
+  EXPECT_TRUE(ReadBytes(list) + ReadBytes(longName) == "oldnew" && FilesIn(folder.Path()) == 2);
 }
 
 TEST_F(LinuxFiles, AnotherOwnersListInAStickyFolderIsWrittenOver) {
@@ -78,7 +76,7 @@ TEST_F(LinuxFiles, AnotherOwnersListInAStickyFolderIsWrittenOver) {
       SaveTextFile(list, "newer", 0);
     });
     EXPECT_EQ(ReadBytes(list), room == 100 ? "newer" : "old") << "a full disk costs nothing";
-    EXPECT_EQ(FilesInFolder(), 1);
+    EXPECT_EQ(FilesIn(folder.Path()), 1);
     WriteBytes(list, "old");
   }
 }
@@ -111,10 +109,8 @@ TEST_F(LinuxFiles, ASaveByAnAdministratorIsNotLedAstrayByTheOwnerOfTheFolder) {
   }
   ::setenv("XDG_CONFIG_HOME", (folder / "sub").c_str(), 1);
   EXPECT_FALSE(platform::WriteSetting("Velmaro", "Settings", "LastRun", "new"));
-  EXPECT_EQ(std::distance(fs::directory_iterator(own.Path()), fs::directory_iterator()), 1);
-  struct stat facts {};
-  ::stat(secret.c_str(), &facts);
-  EXPECT_EQ(std::tuple(ReadBytes(secret), facts.st_uid, facts.st_mode & 0777), std::tuple("secret", 0U, 0600U));
+  EXPECT_TRUE(FilesIn(own.Path()) == 1 && ReadBytes(secret) == "secret");
+  EXPECT_TRUE(FactsOf(secret).st_uid == 0 && (FactsOf(secret).st_mode & 0777) == 0600);
   // His own file is saved as his own.
   Meanwhile([&] {
     ::unlink(list.c_str());
@@ -140,8 +136,8 @@ TEST_F(LinuxFiles, ASaveKeepsWhatAFileWasGiven) {
     return size < 0 ? "none" : value.substr(0, static_cast<std::size_t>(size));
   };
   constexpr auto acl = "system.posix_acl_access";
-  if (!give(list, "user.note", "mine") || !give(folder.Path(), "system.posix_acl_default", rights(3)))
-    GTEST_SKIP() << "this disk keeps no attributes";
+  const bool gave = give(list, "user.note", "mine") && give(folder.Path(), "system.posix_acl_default", rights(3));
+  if (!gave) GTEST_SKIP() << "this disk keeps no attributes";
   const auto before = Facts();
   for (const auto& wanted : {"none"s, rights(2)}) {
     ASSERT_TRUE(wanted == "none" || give(list, acl, wanted));

@@ -38,7 +38,7 @@ TEST_F(LinuxDesktop, TheEditorKeepsEveryByteThatTheUserDoesNotTouch) {
     QTest::keyClicks(editor.findChild<QPlainTextEdit*>(), "y");
     Press(editor, Qt::Key_Escape);
   });
-  Answer("save the changes", "Cancel", "Cancel No Yes*", QMessageBox::Question);
+  AnswerSave("Cancel");
   Then([](QWidget& editor) {
     for (const bool isAbove : {false, true}) {
       editor.move(isAbove ? 600 : 100, isAbove ? 790 - editor.height() : 0);
@@ -46,7 +46,7 @@ TEST_F(LinuxDesktop, TheEditorKeepsEveryByteThatTheUserDoesNotTouch) {
     }
     editor.close();
   });
-  Answer("save the changes", "No", "Cancel No Yes*", QMessageBox::Question);
+  AnswerSave("No");
   Choose("Edit Kill List Here...");
   EXPECT_EQ(ReadBytes(killList), before);
 }
@@ -86,7 +86,7 @@ TEST_F(LinuxDesktop, NothingThatAClipboardHoldsEndsTheProgram) {
     EXPECT_EQ(pasted("text/plain", QByteArray(100'000'000, 'x'), ""), "");
     Press(editor, Qt::Key_Escape);
   });
-  Answer("save the changes", "No", "Cancel No Yes*", QMessageBox::Question);
+  AnswerSave("No");
   Choose("Edit Kill List Here...");
   clipboard.setText("before");
   Press(List(), Qt::Key_C, Qt::ControlModifier);

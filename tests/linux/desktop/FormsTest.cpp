@@ -68,8 +68,7 @@ TEST_F(LinuxDesktop, ARefusedQuestionKeepsTheSession) {
     EXPECT_EQ(EndSession(), "release ");
     editor.close();
   });
-  for (const auto* answer : {"Cancel", "No", "No"})
-    Answer("save the changes", answer, "Cancel No Yes*", QMessageBox::Question);
+  for (const auto* answer : {"Cancel", "No", "No"}) AnswerSave(answer);
   Choose("Edit Kill List Here...");
 }
 

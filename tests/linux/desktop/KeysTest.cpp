@@ -15,7 +15,19 @@ TEST_F(LinuxDesktop, AButtonIsPressedWhereTheMouseWentDownAndUp) {
   QTest::mousePress(&button, Qt::LeftButton);
   QTest::mouseRelease(&button, Qt::LeftButton, {}, QPoint(-9, -9));
   QTest::mouseRelease(&button, Qt::LeftButton);
-  LookAtPopup("Idle");
+  const auto lookAtPopup = [this](const std::string& marked) {
+    Then([=](QWidget& popup) {
+      std::string marks;
+      for (const auto* action : popup.actions())
+        if (action->isChecked()) marks += action->text().section('\t', 0, 0).toStdString();
+      EXPECT_EQ(marks, marked);
+      const auto place = static_cast<QMenu&>(popup).actionGeometry(popup.actions().front()).center();
+      QTest::mouseClick(&popup, Qt::RightButton, {}, place);
+      EXPECT_TRUE(popup.isVisible()) << "the right button chooses nothing";
+      popup.close();
+    });
+  };
+  lookAtPopup("Idle");
   QTest::mouseClick(&button, Qt::RightButton);
   EXPECT_EQ(child.Nice(), ::getpriority(PRIO_PROCESS, 0));
   Answer("set to IDLE", "OK");
@@ -34,7 +46,7 @@ TEST_F(LinuxDesktop, AButtonIsPressedWhereTheMouseWentDownAndUp) {
   QTest::keyRelease(main->focusWidget(), Qt::Key_F5);
   EXPECT_GE(RowOf(folder / "zzlate"), 0) << "the list is read anew when the key comes up";
   Pick(RowOf(folder / "zzlate"));
-  LookAtPopup("Normal");
+  lookAtPopup("Normal");
   QTest::mouseClick(List().viewport(), Qt::RightButton, {}, PlaceOf(RowOf(program)));
   EXPECT_EQ(List().currentIndex().row(), RowOf(folder / "zzlate")) << "the other buttons pick no row";
   Then([&](QWidget& popup) {
