@@ -41,6 +41,7 @@ TEST_F(About, EveryCreditsLabelOpensIt) {
   Open([&] { Click(main.lblCredits); },
        [&](formSplash& box) {
          EXPECT_THROW(Press(main.btnRefresh), std::logic_error);
+         EXPECT_EQ(box.lblHome.Pointer(), Pointer::Hand);
          Click(box.lblHome);
          const auto& start = desktop.starts.at(0);
          EXPECT_EQ(start.verb + start.file + start.parameters + start.folder, "Open" + box.lblHome.ToolTipText());

@@ -157,6 +157,10 @@ TEST_F(LayoutTest, EveryFormComesUpAsItWasDesigned) {
     ASSERT_TRUE(form);
     Front(form);
     ExpectLook(form, names[i]);
+    if (names[i] == std::string("editor")) {
+      ::SetWindowPos(form, nullptr, 60, 150, 700, 300, SWP_NOZORDER);
+      ExpectLook(form, names[i], false);
+    }
     ::PostMessageW(form, WM_CLOSE, 0, 0);
     EXPECT_TRUE(Gone(form));
   }

@@ -105,9 +105,6 @@ TEST_F(WindowTest, OptionsMenusTakeTurnsWithTheirShortcuts) {
   velmaro.Press(L"&All");
   ASSERT_TRUE(Until([&] { return velmaro.Select(L"\twindow.exe"); }));
   EXPECT_EQ(velmaro.Checks(), L"Auto Refresh|Real Time") << "the shortcut was out of reach";
-  velmaro.Choose(L"High");
-  velmaro.Await().Answer(IDOK);
-  EXPECT_TRUE(Until([&] { return ClassOf(probe.Id()) == HIGH_PRIORITY_CLASS; }));
 }
 
 }  // namespace
