@@ -40,8 +40,8 @@ TEST_F(Desk, WhatItKeepsToItselfIsTold) {
 
 TEST_F(Desk, WhatTheWindowHoldsFollowsAnImposedSize) {
   auto& form = Start();
-  // 320 by 240 pixels with a menu bar of 19, ..., and as designed.
-  for (const auto& [width, height] : {std::pair{4920.F, 4005.F}, {9600.F, 1995.F}, {12000.F, 9000.F}}) {
+  // Too narrow for either row of buttons, too low, and as designed.
+  for (const auto& [width, height] : {std::pair{4500.F, 4005.F}, {9600.F, 1995.F}, {12000.F, 9000.F}}) {
     ImposeSize(form, width, height);
     ASSERT_EQ((std::pair{form.Width(), form.Height()}), (std::pair{width, height})) << "it is not pushed back";
     EXPECT_TRUE(form.btnVelmaro.Left() >= 0 && form.btnFree.Left() + form.btnFree.Width() <= form.ScaleWidth());
