@@ -17,6 +17,18 @@ class Editor : public OnDesktop {
     EXPECT_EQ(application.Forms().size(), 1U) << "the editor did not go";
     EXPECT_TRUE(desktop.tooltips.empty());
   }
+  // Types into the list, saves it and gives what stood there.
+  std::string Save(
+      const std::string& typed, const std::function<void()>& prepare = [] {}) {
+    std::string text;
+    Edit([&](formEdit& form) {
+      text = form.txtData.Text();
+      prepare();
+      TypeText(form.txtData, typed);
+      Press(form.btnOK);
+    });
+    return text;
+  }
 };
 
 TEST_F(Editor, LoadingAndSavingWithoutAChangeGivesTheSameBytes) {
@@ -43,10 +55,10 @@ TEST_F(Editor, LoadingAndSavingWithoutAChangeGivesTheSameBytes) {
 }
 
 TEST_F(Editor, AChangedTextAsksBeforeItGoes) {
-  const std::vector<std::function<void(formEdit&)>> roads = {[](formEdit& form) { Press(form.btnCancel); },
-                                                             [](formEdit& form) { TypeKey(form, Key::Escape); },
-                                                             [](formEdit& form) { CloseBox(form); }};
-  for (const auto& close : roads) {
+  for (const int road : {0, 1, 2}) {
+    const auto close = [road](formEdit& form) {
+      road == 0 ? Press(form.btnCancel) : road == 1 ? TypeKey(form, Key::Escape) : CloseBox(form);
+    };
     for (const int last : {Yes, No}) {
       desktop.files[KillList].bytes = "a.exe";
       Edit([&](formEdit& form) {
@@ -87,11 +99,7 @@ TEST_F(Editor, ASaveWritesAllOfAListOrLeavesTheOldOne) {
     desktop.diskRoom = 100;
     desktop.makeFails = desktop.replaceFails = desktop.flushFails = false;
     desktop.unwritable.clear();
-    Edit([&](formEdit& form) {
-      TypeText(form.txtData, "c.exe\r\n");
-      cases[i].first();
-      Press(form.btnOK);
-    });
+    Save("c.exe\r\n", cases[i].first);
     EXPECT_EQ(list.bytes, cases[i].second ? "c.exe\r\n" + before : before) << i;
     EXPECT_EQ(desktop.files.size(), 3U) << i;
   }
@@ -109,12 +117,7 @@ TEST_F(Editor, AListThatCantBeReadWholeIsNeverWrittenOver) {
   for (const auto& [file, refused] : cases) {
     desktop.files[KillList] = file;
     desktop.refusedChanges = refused;
-    Edit([&](formEdit& form) {
-      desktop.refusedChanges.clear();
-      EXPECT_EQ(form.txtData.Text(), "");
-      TypeText(form.txtData, "b.exe");
-      Press(form.btnOK);
-    });
+    EXPECT_EQ(Save("b.exe", [&] { desktop.refusedChanges.clear(); }), "");
     EXPECT_TRUE(desktop.files[KillList].bytes == file.bytes) << file.bytes.size();
   }
 }
@@ -133,11 +136,7 @@ TEST_F(Editor, AListIsSavedInTheFormThatItsMarkTells) {
   desktop.localPageIsLatin1 = true;
   for (const auto& [bytes, text, saved] : cases) {
     desktop.files[KillList].bytes = bytes;
-    Edit([&](formEdit& form) {
-      EXPECT_EQ(form.txtData.Text(), text);
-      TypeText(form.txtData, "z");
-      Press(form.btnOK);
-    });
+    EXPECT_EQ(Save("z"), text);
     EXPECT_EQ(desktop.files[KillList].bytes, saved);
   }
 }
