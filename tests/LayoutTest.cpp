@@ -3,7 +3,7 @@
 
 namespace {
 
-// Looks at what live windows don't show, or not on every system.
+// Looks at the design of a form, and at what live windows don't show, or not on every system.
 void ExpectDesign(const Form& form, const std::string& name) {
   const auto rows = forms::Rows(name);
   const auto& args = form.Args();
@@ -12,7 +12,14 @@ void ExpectDesign(const Form& form, const std::string& name) {
   auto controls = form.Controls();
   std::ranges::stable_sort(controls, {}, &Control::TabIndex);
   ASSERT_EQ(controls.size() + 1, rows.size()) << name;
+  const forms::Size window = {
+      {'c', form.ScaleWidth()}, {'i', form.ScaleHeight()}, {'W', form.Width()}, {'H', form.Height()}};
   for (std::size_t i = 0; i < controls.size(); ++i) {
+    const auto& at = controls[i]->At();
+    const std::array sides = {at.Left, at.Top, at.Width, at.Height};
+    for (std::size_t side = 0; side < 4 && rows[i + 1].kind != "line"; ++side)
+      EXPECT_FALSE(std::abs(sides[side] - rows[i + 1].Length(side, window)) > 0.01) << name << ' ' << rows[i + 1].text;
+    EXPECT_TRUE(controls[i]->Caption().starts_with(rows[i + 1].text)) << name << ' ' << controls[i]->Caption();
     const auto& font = controls[i]->Font();
     const auto size = font.Size == 8.25F ? "" : testing::PrintToString(font.Size) + ' ';
     EXPECT_EQ(size + font.Name + (font.Bold ? " bold" : "") + (font.Underline ? " line" : ""), rows[i + 1].font);
