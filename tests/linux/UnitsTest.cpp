@@ -67,7 +67,7 @@ TEST_F(LinuxSharedUnits, AreLeftForHighByWhoMayNotRaiseAnythingThere) {
   constexpr int untried = 77;
   const auto outcome = InChild([&] {
     if (::unshare(CLONE_NEWNS) != 0 || ::mount("", "/", "", MS_PRIVATE | MS_REC, "") != 0 ||
-        ::mount("none", "/sys/fs/cgroup", "tmpfs", 0, "") != 0)
+        ::mount("none", "/sys", "tmpfs", 0, "") != 0)
       return untried;
     for (const auto* user : {"0", "65534"})
       fs::create_directories(std::string("/sys/fs/cgroup/user.slice/user-") + user + ".slice/user@" + user +

@@ -11,6 +11,9 @@ TEST_F(LinuxDesktop, AnImposedSizeIsKeptAndTakesPopupsAndFiles) {
   main->windowHandle()->resize(320, 240);
   QCoreApplication::processEvents();
   ASSERT_EQ(main->size(), QSize(320, 240));
+  const auto& client = ClientOf(app.Default<formVelmaro>());
+  for (const auto* button : client.findChildren<QAbstractButton*>())
+    EXPECT_TRUE(client.rect().contains(button->geometry())) << button->text().toStdString();
   Then([&](QWidget& popup) {
     EXPECT_EQ(popup.windowHandle()->transientParent(), main->windowHandle());
     popup.close();
