@@ -175,6 +175,12 @@ TEST_F(Walk, BeforeHighLeavesTheSessionTheRightIsAskedFor) {
   WalkProcesses("game", 3, false, nullptr);
   WalkProcesses("game", 1, true, nullptr);
   EXPECT_EQ(desktop.boxes.size(), before + 1) << "no question for less, and none in a quiet run";
+  process.basePriority = 8;
+  process.stubborn = true;
+  desktop.Answer(7);
+  WalkProcesses("game", 1, false, nullptr);
+  ExpectLastBox("game process was refused HIGH and is at NORMAL: ask the owner.", Tells);
+  EXPECT_EQ(desktop.boxes.size(), before + 3) << "nobody is asked twice";
 }
 
 TEST_F(Walk, WhatIsSparedByTheTimeOfTheAnswerOrByItsWholeNameLives) {
