@@ -63,7 +63,7 @@ TEST_F(LinuxSharedUnits, AreLeftForHighByWhoMayNotRaiseAnythingThere) {
   };
   ASSERT_TRUE(Eventually([&] { return family().size() == 3; }));
   for (const auto* child : {&game, &raised})
-    ASSERT_TRUE(Eventually([&] { return ReadBytes(ProcOf(child->Id(), "cmdline")).find("300") != std::string::npos; }));
+    ASSERT_TRUE(Eventually([&] { return Holds(ReadBytes(ProcOf(child->Id(), "cmdline")), "300"); }));
   constexpr int untried = 77;
   const auto outcome = InChild([&] {
     if (::unshare(CLONE_NEWNS) != 0 || ::mount("", "/", "", MS_PRIVATE | MS_REC, "") != 0 ||

@@ -12,8 +12,8 @@ std::vector<ProcessRecord> DescendantsInUnit(std::uint32_t processId);
 // True where the programs of this user's session share one unit that is none of his manager's, and a process is in
 // there.
 bool SharesSession(std::uint32_t processId);
-// Those of them that go along when a process that shares its session gets a class: with High, or back from it, they
-// follow as they would in a unit of their own, unless they have another nice value than it. None elsewhere.
+// What came from a process that shares its session, and goes along when that gets a class: with High, or back from it,
+// as it would in a unit of its own, unless it has another nice value. Nothing elsewhere.
 std::vector<ProcessRecord> FollowersOf(std::uint32_t processId, std::uint32_t priorityClass);
 
 }  // namespace onlinux

@@ -103,8 +103,7 @@ std::string WhatHighIsWorth(Handle handle) {
   const auto status = StatusOf(handle);
   // Where this program is in no unit of the manager's, the session's programs share one that is not, and the process
   // has left it.
-  if (!status || status->nice < 0 || !onlinux::HasManager() || onlinux::UnitOf(static_cast<std::uint32_t>(::getpid())))
-    return {};
+  if (!status || status->nice < 0 || !onlinux::SharesSession(static_cast<std::uint32_t>(::getpid()))) return {};
   const auto unit = onlinux::UnitOf(onlinux::FindAs<onlinux::OpenedProcess>(handle)->id);
   if (!unit || onlinux::UnitNice(*unit) >= 0) return {};
   return "It gets half of a core and all other programs of this session the other half: more takes the right to raise "
